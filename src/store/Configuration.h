@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/ProfileFile.h"
+
+#include <QColor>
+#include <QStringList>
+#include <vector>
+
+namespace tessaranth {
+
+/// The configuration file tsc.cfg: every section, key and default is a row of one table. Values are read
+/// from and written to the file at once; there is no copy in memory that could be lost.
+class Configuration {
+public:
+    /// One row of the table. `initial` is the text written into a new file.
+    struct Setting {
+        QString section;
+        QString key;
+        QString initial;
+    };
+
+    Configuration(const QString& file, const QString& applicationFolder);
+
+    const QString& path() const { return m_file.path(); }
+    bool exists() const { return m_file.exists(); }
+
+    /// Every setting of a new file in the order in which it is written; `databasePath` is the value of
+    /// "Database".
+    std::vector<Setting> defaults(const QString& databasePath) const;
+    /// Writes a new file with every default; false when it cannot be written.
+    bool create(const QString& databasePath);
+    /// Adds the keys that files of older versions lack, each only when its value reads empty.
+    void addMissingKeys();
+
+    QString read(const QString& section, const QString& key) const { return m_file.read(section, key); }
+    bool write(const QString& section, const QString& key, const QString& value) {
+        return m_file.write(section, key, value);
+    }
+    /// Yes/no values are "1" or "-1" for yes.
+    bool flag(const QString& section, const QString& key) const;
+    int number(const QString& section, const QString& key, int fallback) const;
+    /// Colours are stored as blue*65536 + green*256 + red; an unreadable value gives the factory colour of
+    /// the key, or black for a key that has none.
+    QColor colour(const QString& key) const;
+    bool setColour(const QString& key, const QColor& colour);
+
+    /// The folder remembered for a kind of file dialog ("Image", "Doc", ...); empty when none.
+    QString lastFolder(const QString& kind) const;
+    /// Remembers the folder of a file, when that folder exists.
+    void setLastFolder(const QString& kind, const QString& fileName);
+
+private:
+    ProfileFile m_file;
+    QString m_applicationFolder;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "store/JetSql.h"
+#include "store/SqlError.h"
+#include "store/Value.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tessaranth {
+
+class Clock;
+
+/// Why a catalog file could not be opened; `reason()` says it in a sentence for the user.
+class OpenError : public Error {
+public:
+    enum class Kind { Missing, Folder, NotACatalog, Damaged, Newer, ReadOnly, Locked, NoAccess };
+    OpenError(Kind kind, const QString& reason) : Error(reason), m_kind(kind) {}
+    Kind kind() const { return m_kind; }
+
+private:
+    Kind m_kind;
+};
+
+/// A running query: forward only. Holds its prepared statement until it is destroyed.
+class Query {
+public:
+    ~Query();
+    Query(Query&&) noexcept;
+    Query& operator=(Query&&) = delete;
+
+    bool next(); ///< steps to the next row, the first at the first call; throws SqlError
+    int columnCount() const;
+    QString columnName(int column) const;
+    bool isNull(int column) const;
+    QString text(int column) const; ///< Null gives an empty text
+    qint64 integer(int column) const;
+    Value value(int column) const;
+
+private:
+    friend class Connection;
+    struct Impl;
+    explicit Query(std::unique_ptr<Impl> impl);
+    std::unique_ptr<Impl> m_impl;
+};
+
+/// One column of a catalog table. `width` is the declared size of a text column in characters, 0 for
+/// none.
+struct ColumnInfo {
+    QString name;
+    QString type; ///< declared type, upper case, without its width
+    int width = 0;
+    bool isText() const { return type == QLatin1String("VARCHAR") || type == QLatin1String("TEXT"); }
+};
+
+/// The one connection to the catalog, opened so that no other process may use the file meanwhile.
+/// Statements are in the catalog's dialect (JetSql). Failing calls throw SqlError.
+class Connection final : public SchemaView {
+public:
+    /// Opens an existing catalog; throws OpenError and leaves the file untouched when it is not a whole
+    /// catalog of this or an older version. `newestUpgrade` is the highest upgrade code that this program
+    /// knows.
+    static std::unique_ptr<Connection> open(const QString& path, const Clock& clock, int newestUpgrade);
+    ~Connection() override;
+
+    const QString& path() const { return m_path; }
+
+    Query query(const QString& statement);
+    /// Runs a statement that returns no rows; answers with the number of rows it changed.
+    int execute(const QString& statement);
+    /// Runs a statement of which a failure is skipped; false when it failed. A full or failing disk still
+    /// throws, since then nothing of the operation may stand.
+    bool attempt(const QString& statement);
+    /// The first cell of the first row; Null when there is no row.
+    Value single(const QString& statement);
+    bool exists(const QString& statement); ///< true when the query returns a row
+    qint64 lastKey() const;                ///< key of the row added last
+
+    /// Runs statements in SQLite's own words, several separated by ";": for the shipped schema only.
+    void runNative(const QByteArray& statements);
+
+    QStringList tables() const; ///< the catalog's own tables, by name
+    const std::vector<ColumnInfo>& columns(const QString& table) const; ///< empty for an unknown table
+    QStringList columnsOf(const QString& table) const override;
+    bool isTextColumn(const QString& column) const override;
+
+    QStringList integrityFaults(); ///< empty for a whole catalog
+    void compact();                ///< rebuilds the file without its free space
+    /// Copies the catalog as it stands into a new file, checks it and renames it over `target`; throws
+    /// FileError and leaves what stood at `target` when anything fails.
+    void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});
+
+private:
+    friend class Transaction;
+    friend class Recordset;
+    friend class Query;
+    struct Impl;
+    explicit Connection(const QString& path);
+    void changeColumn(const ColumnChange& change);
+    void schemaChanged();
+    Query queryStatement(const SqlStatement& statement);
+
+    QString m_path;
+    std::unique_ptr<Impl> m_impl;
+};
+
+/// Everything run while it lives stands or falls together; undone unless committed. A transaction inside
+/// another joins it.
+class Transaction {
+public:
+    explicit Transaction(Connection& connection);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+private:
+    Connection& m_connection;
+    bool m_open = true;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Messages.h"
+#include "store/Configuration.h"
+#include "store/Connection.h"
+#include "store/clsDb.h"
+
+#include <QHash>
+#include <memory>
+
+namespace tessaranth {
+
+/// One musical key in the user's language.
+struct KeyName {
+    qint64 id = 0; ///< WKeys.KeyID
+    QString name;
+};
+
+/// What every part of the program works inside: the folders, the configuration, the one connection and the
+/// few tables that are read once at start-up. Made by Startup, passed to whoever needs it.
+class Session {
+public:
+    enum class Folder { Images, Documents, Labels, Media, Html };
+
+    Session(QString applicationFolder, Messages& messages, const Clock& clock);
+    ~Session();
+
+    Messages& messages() const { return m_messages; }
+    const Clock& clock() const { return m_clock; }
+    Configuration& configuration() { return m_configuration; }
+    const Configuration& configuration() const { return m_configuration; }
+    Connection& connection() { return *m_connection; }
+    bool isOpen() const { return m_connection != nullptr; }
+    clsDb& fieldLengths() { return m_fieldLengths; }
+
+    const QString& applicationFolder() const { return m_applicationFolder; }
+    QString applicationFile(const QString& name) const; ///< full path of a file beside the program
+    const QString& databasePath() const { return m_databasePath; }
+    QString dataFolder(Folder folder) const; ///< as configured; without a trailing separator
+    const QString& temporaryFolder() const { return m_temporaryFolder; }
+    const QString& userAgent() const { return m_userAgent; }
+    bool isAdministrator() const { return m_isAdministrator; }
+
+    /// Icon names of the carriers with a built-in icon, by SupportID.
+    const QHash<qint64, QString>& carrierIcons() const { return m_carrierIcons; }
+    const std::vector<KeyName>& keyNames() const { return m_keyNames; }
+    /// Reads the names of the musical keys in the user's language, in English where it has none.
+    void loadKeyNames();
+    void loadCarrierIcons();
+
+    void setDatabasePath(const QString& path) { m_databasePath = path; }
+    void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
+    void setAdministrator(bool value) { m_isAdministrator = value; }
+    void setConnection(std::unique_ptr<Connection> connection);
+    void closeConnection();
+
+private:
+    QString m_applicationFolder;
+    Messages& m_messages;
+    const Clock& m_clock;
+    Configuration m_configuration;
+    std::unique_ptr<Connection> m_connection;
+    clsDb m_fieldLengths;
+    QString m_databasePath;
+    QString m_temporaryFolder;
+    QString m_userAgent;
+    bool m_isAdministrator = false;
+    QHash<qint64, QString> m_carrierIcons;
+    std::vector<KeyName> m_keyNames;
+};
+
+} // namespace tessaranth
