@@ -42,9 +42,7 @@ private:
         quint16 icon;
         quint16 cellIcon;
     };
-    size_t cell(int row, int column) const {
-        return size_t(row) * m_headings.size() + size_t(column);
-    }
+    size_t cell(int row, int column) const { return size_t(row) * m_headings.size() + size_t(column); }
     quint16 iconIndex(const QString& key);
 
     std::vector<Heading> m_headings;

@@ -81,7 +81,7 @@ public:
     /// Runs statements in SQLite's own words, several separated by ";": for the shipped schema only.
     void runNative(const QByteArray& statements);
 
-    QStringList tables() const; ///< the catalog's own tables, by name
+    QStringList tables() const;                                         ///< the catalog's own tables, by name
     const std::vector<ColumnInfo>& columns(const QString& table) const; ///< empty for an unknown table
     QStringList columnsOf(const QString& table) const override;
     bool isTextColumn(const QString& column) const override;

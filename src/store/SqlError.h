@@ -9,8 +9,7 @@ namespace tessaranth {
 /// dialect could not go on, or -1 when the database refused it.
 class SqlError : public Error {
 public:
-    explicit SqlError(const QString& reason, qsizetype position = -1)
-        : Error(reason), m_position(position) {}
+    explicit SqlError(const QString& reason, qsizetype position = -1) : Error(reason), m_position(position) {}
     qsizetype position() const { return m_position; }
 
 private:

@@ -21,9 +21,9 @@ public:
     bool isText() const { return std::holds_alternative<QString>(m_data); }
     bool isNumber() const { return !isNull() && !isText(); }
 
-    QString toText() const;    ///< Null gives an empty text
-    qint64 toInteger() const;  ///< 0 for Null and for a text that is no number
-    double toDouble() const;   ///< 0 likewise
+    QString toText() const;   ///< Null gives an empty text
+    qint64 toInteger() const; ///< 0 for Null and for a text that is no number
+    double toDouble() const;  ///< 0 likewise
     bool toBool() const { return toInteger() != 0; }
 
     bool operator==(const Value& other) const = default;

@@ -1,0 +1,56 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
+-- An index on every column that is joined or looked up by; made where missing at every start, so that
+-- catalogs of all ages are equally quick. Link tables are indexed in both directions.
+
+CREATE INDEX IF NOT EXISTS Cps_Name ON Cps (CpsLname, CpsFname);
+CREATE INDEX IF NOT EXISTS Pfr_Name ON Pfr (PfrLname, PfrFname);
+CREATE INDEX IF NOT EXISTS Rec_Title ON Rec (RecTitle);
+CREATE INDEX IF NOT EXISTS Rec_Label ON Rec (LabelID);
+CREATE INDEX IF NOT EXISTS Rec_Support ON Rec (SupportID);
+CREATE INDEX IF NOT EXISTS Rec_Source ON Rec (SourceID);
+CREATE INDEX IF NOT EXISTS Rec_Barcode ON Rec (Barcode);
+CREATE INDEX IF NOT EXISTS Rec_ProdNbr ON Rec (ProdNbr);
+CREATE INDEX IF NOT EXISTS UserDef_Title ON UserDef (UserDefTitle);
+CREATE INDEX IF NOT EXISTS Compositions_Cps ON Compositions (CpsID, CompNbr, CompTitle);
+CREATE INDEX IF NOT EXISTS Compositions_Genre ON Compositions (GenreID);
+CREATE INDEX IF NOT EXISTS Compositions_CpsGenre ON Compositions (CpsGenreID);
+CREATE INDEX IF NOT EXISTS Compositions_MainWork ON Compositions (MainWorkID);
+CREATE INDEX IF NOT EXISTS Compositions_Key ON Compositions (KeyID);
+CREATE INDEX IF NOT EXISTS MainWorks_Cps ON MainWorks (CpsID, MainWorkName);
+CREATE INDEX IF NOT EXISTS CpsGenres_Cps ON CpsGenres (CpsID, CpsGenreName);
+CREATE INDEX IF NOT EXISTS Personages_Comp ON Personages (CompID, PersonageName);
+CREATE INDEX IF NOT EXISTS Genres_Name ON Genres (GenreName);
+CREATE INDEX IF NOT EXISTS Labels_Name ON Labels (LabelName);
+CREATE INDEX IF NOT EXISTS CpsOnRec_Cps ON CpsOnRec (CpsID, RecID);
+CREATE INDEX IF NOT EXISTS CpsOnRec_Rec ON CpsOnRec (RecID, CpsID);
+CREATE INDEX IF NOT EXISTS PfrOnRec_Pfr ON PfrOnRec (PfrID, RecID, Pos);
+CREATE INDEX IF NOT EXISTS PfrOnRec_Rec ON PfrOnRec (RecID, Pos, PfrID);
+CREATE INDEX IF NOT EXISTS CompOnRec_Rec ON CompOnRec (RecID, Pos);
+CREATE INDEX IF NOT EXISTS CompOnRec_Comp ON CompOnRec (CompID, RecID);
+CREATE INDEX IF NOT EXISTS CompOnRec_Cps ON CompOnRec (CpsID, RecID);
+CREATE INDEX IF NOT EXISTS CompOnRecPfr_Work ON CompOnRecPfr (CompOnRecID, PfrID, PersonageID);
+CREATE INDEX IF NOT EXISTS CompOnRecPfr_Pfr ON CompOnRecPfr (PfrID, CompOnRecID);
+CREATE INDEX IF NOT EXISTS CompOnRecPfr_Personage ON CompOnRecPfr (PersonageID);
+CREATE INDEX IF NOT EXISTS Tracks_Rec ON Tracks (RecID, Disc, TrackNbr);
+CREATE INDEX IF NOT EXISTS DiscIds_Rec ON DiscIds (RecID, DiscNbr);
+CREATE INDEX IF NOT EXISTS DiscIds_DiscId ON DiscIds (DiscId);
+CREATE INDEX IF NOT EXISTS Images_Related ON Images (RelatedID, RelatedCat, OrderNbr);
+CREATE INDEX IF NOT EXISTS Cards_Related ON Cards (RelatedID, RelatedCat, OrderNbr);
+CREATE INDEX IF NOT EXISTS Media_Related ON Media (RelatedID, RelatedCat);
+CREATE INDEX IF NOT EXISTS Web_Related ON Web (RelatedID, RelatedCat);
+CREATE INDEX IF NOT EXISTS Relations_UserDef ON Relations (UserDefID, ItemType);
+CREATE INDEX IF NOT EXISTS Relations_Item ON Relations (ItemID, ItemType);
+CREATE INDEX IF NOT EXISTS Catalogs_Cps ON Catalogs (CpsID);
+CREATE INDEX IF NOT EXISTS WKeys_Lang ON WKeys (LangID, KeyID);
+CREATE INDEX IF NOT EXISTS CpsSubCat_Class ON CpsSubCat (CpsClassID);
+CREATE INDEX IF NOT EXISTS PfrSubCat_Class ON PfrSubCat (PfrClassID);
+CREATE INDEX IF NOT EXISTS RecSubCat_Class ON RecSubCat (RecClassID);
+CREATE INDEX IF NOT EXISTS UserDefSubCat_Class ON UserDefSubCat (UserDefClassID);
+CREATE INDEX IF NOT EXISTS CpsSubCatJoin_Item ON CpsSubCatJoin (CpsID, CpsSubCatID);
+CREATE INDEX IF NOT EXISTS CpsSubCatJoin_Sub ON CpsSubCatJoin (CpsSubCatID, CpsID);
+CREATE INDEX IF NOT EXISTS PfrSubCatJoin_Item ON PfrSubCatJoin (PfrID, PfrSubCatID);
+CREATE INDEX IF NOT EXISTS PfrSubCatJoin_Sub ON PfrSubCatJoin (PfrSubCatID, PfrID);
+CREATE INDEX IF NOT EXISTS RecSubCatJoin_Item ON RecSubCatJoin (RecID, RecSubCatID);
+CREATE INDEX IF NOT EXISTS RecSubCatJoin_Sub ON RecSubCatJoin (RecSubCatID, RecID);
+CREATE INDEX IF NOT EXISTS UserDefSubCatJoin_Item ON UserDefSubCatJoin (UserDefID, UserDefSubCatID);
+CREATE INDEX IF NOT EXISTS UserDefSubCatJoin_Sub ON UserDefSubCatJoin (UserDefSubCatID, UserDefID);
