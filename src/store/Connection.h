@@ -92,13 +92,15 @@ public:
     /// FileError and leaves what stood at `target` when anything fails.
     void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});
 
+    struct Impl;
+
 private:
     friend class Transaction;
     friend class Recordset;
-    friend class Query;
-    struct Impl;
     explicit Connection(const QString& path);
     void changeColumn(const ColumnChange& change);
+    void runBare(const char* statement);
+    void undo();
     void schemaChanged();
     Query queryStatement(const SqlStatement& statement);
 

@@ -12,8 +12,18 @@ public:
     explicit SqlError(const QString& reason, qsizetype position = -1) : Error(reason), m_position(position) {}
     qsizetype position() const { return m_position; }
 
+    /// True when not the statement is at fault but the disk: full, failing, or the file damaged. Nothing of
+    /// an operation may stand then, so such a failure is never skipped.
+    bool isStorageFailure() const { return m_storageFailure; }
+    static SqlError storageFailure(const QString& reason) {
+        SqlError error(reason);
+        error.m_storageFailure = true;
+        return error;
+    }
+
 private:
     qsizetype m_position;
+    bool m_storageFailure = false;
 };
 
 } // namespace tessaranth
