@@ -98,6 +98,14 @@ QString Query::columnName(int column) const {
     return QString::fromUtf8(m_impl->statement->getColumnName(column));
 }
 
+QString Query::declaredType(int column) const {
+    try {
+        return QString::fromUtf8(m_impl->statement->getColumnDeclaredType(column)).toUpper();
+    } catch (const SQLite::Exception&) {
+        return {};
+    }
+}
+
 bool Query::isNull(int column) const { return m_impl->statement->isColumnNull(column); }
 
 QString Query::text(int column) const {
@@ -132,6 +140,10 @@ Query Connection::queryStatement(const SqlStatement& statement) {
     } catch (const SQLite::Exception& error) {
         throw sqlError(error);
     }
+}
+
+SqlStatement Connection::translateUpdatable(const QString& statement) const {
+    return m_impl->dialect.translate(statement, JetSql::Use::Updatable);
 }
 
 Query Connection::query(const QString& statement) {
@@ -184,6 +196,12 @@ void Connection::runNative(const QByteArray& statements) {
 
 // ---- the catalog's tables
 
+ColumnInfo ColumnInfo::fromDeclaration(const QString& name, const QString& declaredType) {
+    const QString declared = declaredType.toUpper();
+    return {name, declared.section(u'(', 0, 0).trimmed(),
+            declared.section(u'(', 1).section(u')', 0, 0).toInt()};
+}
+
 void Connection::schemaChanged() {
     m_impl->schema.clear();
     m_impl->textColumns.clear();
@@ -198,10 +216,8 @@ void Connection::Impl::readSchema() {
                                     "'sqlite!_%' ESCAPE '!' ORDER BY m.name, c.cid");
     while (run.executeStep()) {
         const QString table = QString::fromUtf8(run.getColumn(0).getText());
-        const QString declared = QString::fromUtf8(run.getColumn(2).getText()).toUpper();
-        ColumnInfo column{QString::fromUtf8(run.getColumn(1).getText()),
-                          declared.section(u'(', 0, 0).trimmed(),
-                          declared.section(u'(', 1).section(u')', 0, 0).toInt()};
+        const ColumnInfo column = ColumnInfo::fromDeclaration(QString::fromUtf8(run.getColumn(1).getText()),
+                                                              QString::fromUtf8(run.getColumn(2).getText()));
         if (column.isText())
             textColumns.insert(column.name.toLower());
         TableInfo& info = schema[table.toLower()];

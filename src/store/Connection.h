@@ -34,6 +34,7 @@ public:
     bool next(); ///< steps to the next row, the first at the first call; throws SqlError
     int columnCount() const;
     QString columnName(int column) const;
+    QString declaredType(int column) const; ///< of the table's column; empty for an expression
     bool isNull(int column) const;
     QString text(int column) const; ///< Null gives an empty text
     qint64 integer(int column) const;
@@ -52,6 +53,7 @@ struct ColumnInfo {
     QString name;
     QString type; ///< declared type, upper case, without its width
     int width = 0;
+    static ColumnInfo fromDeclaration(const QString& name, const QString& declaredType);
     bool isText() const { return type == QLatin1String("VARCHAR") || type == QLatin1String("TEXT"); }
 };
 
@@ -102,6 +104,7 @@ private:
     void runBare(const char* statement);
     void undo();
     void schemaChanged();
+    SqlStatement translateUpdatable(const QString& statement) const;
     Query queryStatement(const SqlStatement& statement);
 
     QString m_path;

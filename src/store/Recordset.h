@@ -56,9 +56,11 @@ private:
         std::vector<Value> cells;
     };
     Row& rowAt(int row);
-    void write(Row& row, const Assignments& values);
+    void requireTable() const;
+    QByteArray columnName(const QString& field) const;
+    qint64 insert(const Assignments& values);
+    void assign(Row& row, const Assignments& values);
     void reread(Row& row);
-    QString where(const Row& row) const;
 
     Connection* m_connection = nullptr;
     QString m_table; ///< the table written to; empty for a set that is in memory or cannot be written

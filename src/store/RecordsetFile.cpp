@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Record sets as files: the XML rowset form (MS-PRSTFR, "Persisted Recordset Format", its XML variant): a
+// schema element that names and types the fields, then one z:row element a row with one attribute a field.
+#include "store/Recordset.h"
+
+#include "platform/Errors.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace tessaranth {
+
+namespace {
+
+const QString schemaSpace = QStringLiteral("uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882");
+const QString typeSpace = QStringLiteral("uuid:C2F41010-65B3-11d1-A29F-00AA00C14882");
+const QString rowsetSpace = QStringLiteral("urn:schemas-microsoft-com:rowset");
+const QString rowSpace = QStringLiteral("#RowsetSchema");
+
+struct TypeWord {
+    Field::Type type;
+    QLatin1String word;
+};
+// The first word of a type is the one written; the others are read as well.
+const TypeWord typeWords[] = {
+    {Field::Type::Text, QLatin1String("string")},   {Field::Type::Integer, QLatin1String("int")},
+    {Field::Type::Number, QLatin1String("float")},  {Field::Type::Boolean, QLatin1String("boolean")},
+    {Field::Type::Date, QLatin1String("dateTime")}, {Field::Type::Integer, QLatin1String("i2")},
+    {Field::Type::Integer, QLatin1String("i4")},    {Field::Type::Integer, QLatin1String("i8")},
+    {Field::Type::Integer, QLatin1String("ui1")},   {Field::Type::Number, QLatin1String("r4")},
+    {Field::Type::Number, QLatin1String("r8")},     {Field::Type::Number, QLatin1String("number")}};
+
+QString tr(const char* text) { return QCoreApplication::translate("Recordset", text); }
+
+// XML has no way to write most control characters, but a text that was pasted may hold them: they are
+// written as _x0001_ in the manner of the format's own field names, and so is such a run itself.
+QString escapedControls(const QString& text) {
+    static const QRegularExpression own(QStringLiteral("_x[0-9A-F]{4}_"));
+    QString result;
+    QString source = text;
+    source.replace(own, QStringLiteral("_x005F\\0"));
+    for (const QChar c : std::as_const(source)) {
+        const ushort u = c.unicode();
+        if ((u < 0x20 && u != '\t' && u != '\n' && u != '\r') || u == 0xFFFE || u == 0xFFFF)
+            result += QStringLiteral("_x%1_").arg(u, 4, 16, QLatin1Char('0')).toUpper().replace(u'X', u'x');
+        else
+            result += c;
+    }
+    return result;
+}
+
+QString unescapedControls(const QString& text) {
+    static const QRegularExpression escape(QStringLiteral("_x([0-9A-F]{4})_?"));
+    if (!text.contains(QLatin1String("_x")))
+        return text;
+    QString result;
+    qsizetype from = 0;
+    auto it = escape.globalMatch(text);
+    while (it.hasNext()) {
+        const auto match = it.next();
+        const auto code = match.captured(1).toUShort(nullptr, 16);
+        const bool isLiteral = code == 0x5F;
+        if (!isLiteral && (!match.captured().endsWith(u'_') || (code >= 0x20 && code < 0xFFFE)))
+            continue;
+        result +=
+            text.mid(from, match.capturedStart() - from) + (isLiteral ? QString() : QString(QChar(code)));
+        from = match.capturedStart() + (isLiteral ? 6 : 7);
+    }
+    return result + text.mid(from);
+}
+
+QString cellText(const Field& field, const Value& value) {
+    switch (field.type) {
+    case Field::Type::Boolean:
+        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case Field::Type::Date:
+        return value.toText().replace(u' ', u'T');
+    default:
+        return escapedControls(value.toText());
+    }
+}
+
+Value cellValue(const Field& field, const QString& text) {
+    switch (field.type) {
+    case Field::Type::Integer:
+        return Value(qint64(text.toLongLong()));
+    case Field::Type::Number:
+        return Value(text.toDouble());
+    case Field::Type::Boolean:
+        return Value(text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 || text.toInt() != 0);
+    case Field::Type::Date:
+        return Value(QString(text).replace(u'T', u' '));
+    case Field::Type::Text:
+        break;
+    }
+    return Value(unescapedControls(text));
+}
+
+void writeSchema(QXmlStreamWriter& xml, const std::vector<Field>& fields) {
+    xml.writeStartElement(schemaSpace, QStringLiteral("Schema"));
+    xml.writeAttribute(QStringLiteral("id"), QStringLiteral("RowsetSchema"));
+    xml.writeStartElement(schemaSpace, QStringLiteral("ElementType"));
+    xml.writeAttribute(QStringLiteral("name"), QStringLiteral("row"));
+    xml.writeAttribute(QStringLiteral("content"), QStringLiteral("eltOnly"));
+    for (size_t i = 0; i < fields.size(); ++i) {
+        const Field& field = fields[i];
+        xml.writeStartElement(schemaSpace, QStringLiteral("AttributeType"));
+        xml.writeAttribute(QStringLiteral("name"), field.name);
+        xml.writeAttribute(rowsetSpace, QStringLiteral("number"), QString::number(i + 1));
+        xml.writeAttribute(rowsetSpace, QStringLiteral("nullable"), QStringLiteral("true"));
+        xml.writeStartElement(schemaSpace, QStringLiteral("datatype"));
+        for (const TypeWord& entry : typeWords) {
+            if (entry.type == field.type) {
+                xml.writeAttribute(typeSpace, QStringLiteral("type"), entry.word);
+                break;
+            }
+        }
+        if (field.width > 0)
+            xml.writeAttribute(typeSpace, QStringLiteral("maxLength"), QString::number(field.width));
+        xml.writeEndElement();
+        xml.writeEndElement();
+    }
+    xml.writeEndElement();
+    xml.writeEndElement();
+}
+
+std::vector<Field> readSchema(QXmlStreamReader& xml) {
+    std::vector<Field> fields;
+    while (xml.readNext() != QXmlStreamReader::Invalid) {
+        if (xml.isEndElement() && xml.name() == QLatin1String("Schema"))
+            break;
+        if (!xml.isStartElement())
+            continue;
+        if (xml.name() == QLatin1String("AttributeType")) {
+            QString name = xml.attributes().value(rowsetSpace, QLatin1String("name")).toString();
+            if (name.isEmpty())
+                name = xml.attributes().value(QLatin1String("name")).toString();
+            fields.push_back({name, Field::Type::Text, 0});
+        } else if (xml.name() == QLatin1String("datatype") && !fields.empty()) {
+            const QString word = xml.attributes().value(typeSpace, QLatin1String("type")).toString();
+            for (const TypeWord& entry : typeWords)
+                if (entry.word == word)
+                    fields.back().type = entry.type;
+            fields.back().width = xml.attributes().value(typeSpace, QLatin1String("maxLength")).toInt();
+        }
+    }
+    return fields;
+}
+
+} // namespace
+
+void Recordset::save(const QString& path) const {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+    QXmlStreamWriter xml(&file);
+    xml.writeStartDocument();
+    xml.setAutoFormatting(true);
+    xml.writeStartElement(QStringLiteral("xml"));
+    xml.writeNamespace(schemaSpace, QStringLiteral("s"));
+    xml.writeNamespace(typeSpace, QStringLiteral("dt"));
+    xml.writeNamespace(rowsetSpace, QStringLiteral("rs"));
+    xml.writeNamespace(rowSpace, QStringLiteral("z"));
+    writeSchema(xml, m_fields);
+    xml.writeStartElement(rowsetSpace, QStringLiteral("data"));
+    for (int row = 0; row < rowCount(); ++row) {
+        xml.writeEmptyElement(rowSpace, QStringLiteral("row"));
+        for (size_t i = 0; i < m_fields.size(); ++i) {
+            const Value& cell = value(row, int(i));
+            if (!cell.isNull())
+                xml.writeAttribute(m_fields[i].name, cellText(m_fields[i], cell));
+        }
+    }
+    xml.writeEndDocument();
+    if (xml.hasError() || !file.commit())
+        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+}
+
+Recordset Recordset::load(const QString& path, int maxRows) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
+    QXmlStreamReader xml(&file);
+    Recordset set({});
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement())
+            continue;
+        if (xml.namespaceUri() == schemaSpace && xml.name() == QLatin1String("Schema")) {
+            set.m_fields = readSchema(xml);
+        } else if (xml.namespaceUri() == rowSpace && xml.name() == QLatin1String("row")) {
+            if (set.m_fields.empty())
+                throw FileError(tr("%1 has rows but no description of its fields.").arg(path));
+            if (int(set.m_rows.size()) >= maxRows)
+                throw FileError(tr("%1 has more than %2 rows.").arg(path).arg(maxRows));
+            const QXmlStreamAttributes attributes = xml.attributes();
+            Row row;
+            for (const Field& field : set.m_fields)
+                row.cells.push_back(attributes.hasAttribute(field.name)
+                                        ? cellValue(field, attributes.value(field.name).toString())
+                                        : Value());
+            set.m_visible.push_back(int(set.m_rows.size()));
+            set.m_rows.push_back(std::move(row));
+        }
+    }
+    if (xml.hasError())
+        throw FileError(tr("%1, line %2: %3").arg(path).arg(xml.lineNumber()).arg(xml.errorString()));
+    if (set.m_fields.empty())
+        throw FileError(tr("%1 is not a record set.").arg(path));
+    return set;
+}
+
+} // namespace tessaranth
