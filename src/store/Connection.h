@@ -61,10 +61,15 @@ struct ColumnInfo {
 /// Statements are in the catalog's dialect (JetSql). Failing calls throw SqlError.
 class Connection final : public SchemaView {
 public:
+    enum class Mode {
+        Normal,
+        Inspect ///< nothing is written, not even the journal mode; changes fail
+    };
     /// Opens an existing catalog; throws OpenError and leaves the file untouched when it is not a whole
     /// catalog of this or an older version. `newestUpgrade` is the highest upgrade code that this program
-    /// knows.
-    static std::unique_ptr<Connection> open(const QString& path, const Clock& clock, int newestUpgrade);
+    /// knows. `clock` must outlive the connection.
+    static std::unique_ptr<Connection> open(const QString& path, const Clock& clock, int newestUpgrade,
+                                            Mode mode = Mode::Normal);
     ~Connection() override;
 
     const QString& path() const { return m_path; }
@@ -88,8 +93,10 @@ public:
     QStringList columnsOf(const QString& table) const override;
     bool isTextColumn(const QString& column) const override;
 
-    QStringList integrityFaults(); ///< empty for a whole catalog
-    void compact();                ///< rebuilds the file without its free space
+    qint64 changesOfSession() const; ///< rows changed since the catalog was opened
+    qint64 freePages();              ///< unused pages in the file, each 4 KB as a rule
+    QStringList integrityFaults();   ///< empty for a whole catalog
+    void compact();                  ///< rebuilds the file without its free space
     /// Copies the catalog as it stands into a new file, checks it and renames it over `target`; throws
     /// FileError and leaves what stood at `target` when anything fails.
     void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});

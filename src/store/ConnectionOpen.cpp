@@ -128,7 +128,8 @@ Connection::~Connection() {
         m_impl->idle.clear();
 }
 
-std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& clock, int newestUpgrade) {
+std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& clock, int newestUpgrade,
+                                             Mode mode) {
     checkFile(path);
     std::unique_ptr<Connection> connection(new Connection(path));
     try {
@@ -150,8 +151,9 @@ std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& c
                 newestUpgrade)
             throw OpenError(Kind::Newer,
                             tr("The catalog %1 was written by a newer version of the program.").arg(path));
-        database.exec("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = OFF; "
-                      "PRAGMA temp_store = MEMORY; PRAGMA cache_size = -32768");
+        database.exec(mode == Mode::Inspect ? "PRAGMA query_only = ON"
+                                            : "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+        database.exec("PRAGMA foreign_keys = OFF; PRAGMA temp_store = MEMORY; PRAGMA cache_size = -32768");
         connection->m_impl->registerFunctions();
     } catch (const SQLite::Exception& error) {
         throw openError(path, error);
@@ -160,6 +162,10 @@ std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& c
 }
 
 // ---- the file as a whole
+
+qint64 Connection::changesOfSession() const { return sqlite3_total_changes64(m_impl->database.getHandle()); }
+
+qint64 Connection::freePages() { return m_impl->database.execAndGet("PRAGMA freelist_count").getInt64(); }
 
 QStringList Connection::integrityFaults() {
     QStringList faults;

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/cli/CliMessages.h"
+#include "platform/Clock.h"
+#include "store/Session.h"
+#include "store/Startup.h"
+
+#include <functional>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace tessaranth {
+
+/// What every command of the command line works with.
+struct CliContext {
+    QString applicationFolder;
+    QString catalog; ///< empty: the configured one
+    bool json = false;
+    SystemClock clock;
+    CliMessages messages;
+    NoProgress progress;
+
+    /// Opens the catalog as the window does, runs the command on it and closes it. 1 when it cannot be opened.
+    int withSession(const std::function<int(Session&)>& command);
+    /// The same on a catalog that is only looked at.
+    int withInspection(const std::function<int(Session&)>& command);
+    int fail(const QString& reason);
+};
+
+/// Each adds its commands to the parser; a command sets `action`, which is run when all words were read.
+using Action = std::function<int()>;
+void addStoreCommands(CLI::App& app, CliContext& context, Action& action);
+void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action);
+void addItemCommands(CLI::App& app, CliContext& context, Action& action);
+
+} // namespace tessaranth

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// check and maintain.
+#include "app/cli/Commands.h"
+#include "app/cli/Output.h"
+#include "items/FileCheck.h"
+#include "store/Cleanup.h"
+#include "store/Maintenance.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+namespace tessaranth {
+
+namespace {
+
+int check(CliContext& context, Session& session) {
+    Output output(context.json);
+    output.headings({QStringLiteral("Check"), QStringLiteral("Found")});
+    int faults = 0;
+    const auto report = [&](const QString& name, const QString& found) {
+        output.row({name, found});
+        ++faults;
+    };
+    for (const QString& fault : session.connection().integrityFaults())
+        report(QStringLiteral("integrity"), fault);
+    for (const QString& file : missingFiles(session))
+        report(QStringLiteral("missing file"), file);
+    const bool checked = Cleanup(session).inspect(context.progress, [&](const Cleanup::StepResult& result) {
+        if (result.count > 0)
+            report(result.progressText.trimmed(), QString::number(result.count));
+    });
+    output.finish();
+    if (faults == 0 && checked)
+        std::cerr << "The catalog is in order.\n";
+    return faults == 0 && checked ? 0 : 1;
+}
+
+int empty(CliContext& context, Session& session) {
+    const QString question =
+        QStringLiteral("Every card of the catalog %1 will be deleted. Continue?").arg(session.databasePath());
+    const Answer answer = context.messages.ask({applicationTitle, question, {Answer::Yes, Answer::No}, Answer::No});
+    if (answer != Answer::Yes)
+        return context.fail(QStringLiteral("Nothing was deleted. Say --yes to delete everything."));
+    return Maintenance(session).empty(context.progress) ? 0 : 1;
+}
+
+} // namespace
+
+void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action) {
+    CLI::App* checkCommand =
+        app.add_subcommand("check", "Look for damage, missing files and orphans; changes nothing");
+    checkCommand->callback([&] {
+        action = [&context] {
+            return context.withInspection([&](Session& session) { return check(context, session); });
+        };
+    });
+
+    CLI::App* maintain = app.add_subcommand("maintain", "Take care of the catalog file");
+    maintain->require_subcommand(1);
+    const auto add = [&](const char* name, const char* help, const std::function<int(Session&)>& work) {
+        CLI::App* command = maintain->add_subcommand(name, help);
+        command->callback([&context, &action, work] {
+            action = [&context, work] { return context.withSession(work); };
+        });
+        return command;
+    };
+    add("compact", "Give back the free space in the file",
+        [&context](Session& session) { return Maintenance(session).compact(context.progress) ? 0 : 1; });
+    add("backup", "Write Tessaranth.bak in the application folder",
+        [&context](Session& session) { return Maintenance(session).backup(context.progress) ? 0 : 1; });
+    add("copy", "Copy the catalog to the folder of the configuration",
+        [&context](Session& session) { return Maintenance(session).copyToDestination(context.progress) ? 0 : 1; });
+    add("cleanup", "Remove rows that lost their owner", [&context](Session& session) {
+        const auto print = [](const Cleanup::StepResult& result) {
+            std::cout << (result.progressText + result.resultText).toStdString() << '\n';
+        };
+        return Cleanup(session).run(context.progress, print) ? 0 : 1;
+    });
+    auto yes = std::make_shared<bool>(false);
+    CLI::App* emptyCommand =
+        add("empty", "Delete every card; asks unless --yes", [&context, yes](Session& session) {
+            context.messages.assumeYes(*yes);
+            return empty(context, session);
+        });
+    emptyCommand->add_flag("--yes", *yes, "Do not ask");
+}
+
+} // namespace tessaranth

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/cli/Output.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <cstdio>
+
+namespace tessaranth {
+
+namespace {
+
+void write(const QByteArray& bytes) { std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout); }
+
+QString escaped(QString text) {
+    return text.replace(u'\\', QLatin1String("\\\\"))
+        .replace(u'\t', QLatin1String("\\t"))
+        .replace(u'\n', QLatin1String("\\n"))
+        .replace(u'\r', QString());
+}
+
+QJsonValue jsonOf(const Value& value) {
+    if (value.isNull())
+        return QJsonValue::Null;
+    if (const auto* whole = std::get_if<qint64>(&value.data()))
+        return *whole;
+    if (value.isNumber())
+        return value.toDouble();
+    return value.toText();
+}
+
+} // namespace
+
+void Output::headings(const QStringList& names) {
+    m_names = names;
+    m_open = true;
+    write(m_json ? QByteArray("[") : names.join(u'\t').toUtf8() + '\n');
+}
+
+void Output::row(const std::vector<Value>& cells) {
+    if (m_json) {
+        QJsonObject object;
+        for (qsizetype i = 0; i < m_names.size(); ++i)
+            object.insert(m_names[i], jsonOf(cells[size_t(i)]));
+        write((m_first ? "\n" : ",\n") + QJsonDocument(object).toJson(QJsonDocument::Compact));
+        m_first = false;
+        return;
+    }
+    QStringList texts;
+    for (const Value& cell : cells)
+        texts.push_back(escaped(cell.toText()));
+    write(texts.join(u'\t').toUtf8() + '\n');
+}
+
+void Output::finish() {
+    if (m_open && m_json)
+        write(m_first ? QByteArray("]\n") : QByteArray("\n]\n"));
+    m_open = false;
+    std::fflush(stdout);
+}
+
+} // namespace tessaranth

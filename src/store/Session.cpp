@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/Session.h"
+
+#include "store/KeyNamesFile.h"
+
+#include <QDir>
+#include <iterator>
+
+namespace tessaranth {
+
+namespace {
+
+struct FolderKey {
+    Session::Folder folder;
+    const char* section;
+    const char* key;
+    const char* name;
+};
+const FolderKey folderKeys[] = {{Session::Folder::Images, "Data folders", "Images", "Tessaranth_Images"},
+                                {Session::Folder::Documents, "Data folders", "Documents", "Tessaranth_Docs"},
+                                {Session::Folder::Labels, "Data folders", "Labels", "Tessaranth_Labels"},
+                                {Session::Folder::Media, "Data folders", "Media", "Tessaranth_Media"},
+                                {Session::Folder::Html, "Reports", "OutputDir", "Tessaranth_Html"}};
+
+} // namespace
+
+Session::Session(QString applicationFolder, Messages& messages, const Clock& clock)
+    : m_applicationFolder(std::move(applicationFolder)), m_messages(messages), m_clock(clock),
+      m_configuration(applicationFile(QStringLiteral("tsc.cfg")), m_applicationFolder),
+      m_temporaryFolder(QDir::tempPath() + QStringLiteral("/TsrtTemp")) {}
+
+Session::~Session() = default;
+
+QString Session::applicationFile(const QString& name) const { return m_applicationFolder + u'/' + name; }
+
+QString Session::dataFolder(Folder folder) const {
+    const FolderKey& entry =
+        *std::find_if(std::begin(folderKeys), std::end(folderKeys),
+                      [folder](const FolderKey& candidate) { return candidate.folder == folder; });
+    QString path =
+        m_configuration.read(QString::fromLatin1(entry.section), QString::fromLatin1(entry.key)).trimmed();
+    if (path.isEmpty())
+        path = applicationFile(QString::fromLatin1(entry.name));
+    while (path.size() > 1 && (path.endsWith(u'/') || path.endsWith(u'\\')))
+        path.chop(1);
+    return path;
+}
+
+void Session::loadCarrierIcons() {
+    m_carrierIcons.clear();
+    Query run =
+        connection().query(QStringLiteral("SELECT SupportID, IconName FROM Supports WHERE DefIcon = True"));
+    while (run.next())
+        m_carrierIcons.insert(run.integer(0), run.text(1));
+}
+
+void Session::loadKeyNames() {
+    m_keyNames.clear();
+    for (const int language : {interfaceLanguage(), englishLanguage}) {
+        Query run = connection().query(QStringLiteral("SELECT * FROM WKeys WHERE LangID = ") +
+                                       QString::number(language));
+        while (run.next())
+            m_keyNames.push_back({run.integer(2), run.text(3)});
+        if (!m_keyNames.empty())
+            return;
+    }
+}
+
+void Session::setConnection(std::unique_ptr<Connection> connection) { m_connection = std::move(connection); }
+
+void Session::closeConnection() { m_connection.reset(); }
+
+} // namespace tessaranth

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Progress.h"
+#include "store/Upgrade.h"
+
+#include <QString>
+#include <functional>
+
+namespace tessaranth {
+
+class Session;
+
+/// What start-up came to. Where it did not start, `reason` says why in words for the user; it is empty
+/// when the user has been told already.
+struct StartResult {
+    bool started = false;
+    QString reason;
+    UpgradeResult upgrade;
+};
+
+/// Brings a session from nothing to an open, current catalog. The sequence is `run`; every step is one call.
+class Startup {
+public:
+    struct Options {
+        QString catalog;                  ///< opens this file instead of the configured one
+        QString shareFolder;              ///< what the program was installed with; fills a new folder
+        std::function<void()> showSplash; ///< may be empty
+    };
+
+    Startup(Session& session, Options options, Progress& progress);
+    StartResult run();
+
+    /// The first steps only: an open connection to a catalog that is left as it is, to look at it.
+    StartResult openForInspection();
+
+private:
+    bool fillApplicationFolder();
+    bool passVersionGate();
+    bool locateDatabase();
+    bool checkCompanionFiles();
+    bool openConnection(bool inspect);
+    bool openConfiguration();
+    bool readConfiguration();
+    bool upgradeSchema();
+    bool loadLists();
+    bool reportMissing(const QString& name);
+    bool refuse(const QString& reason);
+
+    Session& m_session;
+    Options m_options;
+    Progress& m_progress;
+    StartResult m_result;
+};
+
+/// Ends the session: the maintenance that the configuration asks for, then the connection is closed.
+void shutDown(Session& session, Progress& progress);
+
+} // namespace tessaranth
