@@ -31,7 +31,8 @@ void writeCatalogTemplate(const QString& path, const std::vector<KeyNameLine>& k
             database.exec(schemaText(QStringLiteral("catalog.sql")));
             database.exec(schemaText(QStringLiteral("indexes.sql")));
             for (const UpgradeStep& step : upgradeSteps())
-                database.exec("INSERT INTO DbUpgrades (DbUpgradeCode) VALUES (" + std::to_string(step.code) + ")");
+                database.exec("INSERT INTO DbUpgrades (DbUpgradeCode) VALUES (" + std::to_string(step.code) +
+                              ")");
             SQLite::Statement key(database, "INSERT INTO WKeys (LangID, KeyID, KeyName) VALUES (?, ?, ?)");
             for (const KeyNameLine& line : keyNames) {
                 key.bind(1, line.language);

@@ -24,7 +24,8 @@ struct CliContext {
     CliMessages messages;
     NoProgress progress;
 
-    /// Opens the catalog as the window does, runs the command on it and closes it. 1 when it cannot be opened.
+    /// Opens the catalog as the window does, runs the command on it and closes it. 1 when it cannot be
+    /// opened.
     int withSession(const std::function<int(Session&)>& command);
     /// The same on a catalog that is only looked at.
     int withInspection(const std::function<int(Session&)>& command);

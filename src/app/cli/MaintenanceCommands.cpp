@@ -39,7 +39,8 @@ int check(CliContext& context, Session& session) {
 int empty(CliContext& context, Session& session) {
     const QString question =
         QStringLiteral("Every card of the catalog %1 will be deleted. Continue?").arg(session.databasePath());
-    const Answer answer = context.messages.ask({applicationTitle, question, {Answer::Yes, Answer::No}, Answer::No});
+    const Answer answer =
+        context.messages.ask({applicationTitle, question, {Answer::Yes, Answer::No}, Answer::No});
     if (answer != Answer::Yes)
         return context.fail(QStringLiteral("Nothing was deleted. Say --yes to delete everything."));
     return Maintenance(session).empty(context.progress) ? 0 : 1;
@@ -60,17 +61,17 @@ void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action) 
     maintain->require_subcommand(1);
     const auto add = [&](const char* name, const char* help, const std::function<int(Session&)>& work) {
         CLI::App* command = maintain->add_subcommand(name, help);
-        command->callback([&context, &action, work] {
-            action = [&context, work] { return context.withSession(work); };
-        });
+        command->callback(
+            [&context, &action, work] { action = [&context, work] { return context.withSession(work); }; });
         return command;
     };
     add("compact", "Give back the free space in the file",
         [&context](Session& session) { return Maintenance(session).compact(context.progress) ? 0 : 1; });
     add("backup", "Write Tessaranth.bak in the application folder",
         [&context](Session& session) { return Maintenance(session).backup(context.progress) ? 0 : 1; });
-    add("copy", "Copy the catalog to the folder of the configuration",
-        [&context](Session& session) { return Maintenance(session).copyToDestination(context.progress) ? 0 : 1; });
+    add("copy", "Copy the catalog to the folder of the configuration", [&context](Session& session) {
+        return Maintenance(session).copyToDestination(context.progress) ? 0 : 1;
+    });
     add("cleanup", "Remove rows that lost their owner", [&context](Session& session) {
         const auto print = [](const Cleanup::StepResult& result) {
             std::cout << (result.progressText + result.resultText).toStdString() << '\n';

@@ -96,7 +96,8 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
         };
     });
 
-    CLI::App* upgrade = app.add_subcommand("upgrade", "Bring the catalog up to date; prints the codes applied");
+    CLI::App* upgrade =
+        app.add_subcommand("upgrade", "Bring the catalog up to date; prints the codes applied");
     upgrade->callback([&context, &action] { action = [&context] { return runUpgrade(context); }; });
 
     struct ConfigWords {
@@ -113,7 +114,8 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
     }
     set->add_option("VALUE", words->value)->required();
     const auto configuration = [&context] {
-        return Configuration(context.applicationFolder + QStringLiteral("/tsc.cfg"), context.applicationFolder);
+        return Configuration(context.applicationFolder + QStringLiteral("/tsc.cfg"),
+                             context.applicationFolder);
     };
     get->callback([&action, words, configuration] {
         action = [words, configuration] {
@@ -140,8 +142,8 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
     sample->callback([&context, &action, target] {
         action = [&context, target] {
             try {
-                writeSampleCatalog(QString::fromStdString(*target), context.applicationFolder, context.messages,
-                                   context.clock, context.progress);
+                writeSampleCatalog(QString::fromStdString(*target), context.applicationFolder,
+                                   context.messages, context.clock, context.progress);
                 return 0;
             } catch (const Error& error) {
                 return context.fail(error.reason());

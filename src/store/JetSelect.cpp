@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/JetParser.h"
+
+#include <QCoreApplication>
+
+namespace tessaranth {
+
+QByteArray JetParser::select(JetSql::Use use, QString* rowTable) {
+    expect("SELECT");
+    const bool distinct = accept("DISTINCT");
+    QByteArrayList columns;
+    const std::vector<JetExpression> list = selectList(columns);
+    expect("FROM");
+    const JetChain chain = from();
+
+    QByteArray sql = distinct ? "SELECT DISTINCT " : "SELECT ";
+    const QByteArray rest = where(chain);
+    const bool grouped = at("GROUP");
+    if (use == JetSql::Use::Updatable && !distinct && !grouped) {
+        const QString table = tableOfRows(chain, list);
+        if (!table.isEmpty()) {
+            const QString name = chain.names[chain.aliases.indexOf(table)];
+            sql += written(table) + ".rowid AS tsr_rowid, ";
+            // A bare "*" of a join would bring the columns of the other tables too, but then there is no
+            // single table.
+            if (rowTable)
+                *rowTable = name;
+        }
+    }
+    sql += columns.join(", ") + " FROM " + chain.sql() + rest;
+    if (accept("GROUP")) {
+        expect("BY");
+        sql += " GROUP BY " + terms(false);
+        if (accept("HAVING"))
+            sql += " HAVING " + expression().sql;
+    }
+    if (accept("ORDER")) {
+        expect("BY");
+        sql += " ORDER BY " + terms(true);
+    }
+    return sql;
+}
+
+std::vector<JetExpression> JetParser::selectList(QByteArrayList& texts) {
+    std::vector<JetExpression> list;
+    do {
+        JetExpression item;
+        if (acceptSymbol("*")) {
+            item.sql = "*";
+            item.isPlainColumn = true;
+        } else if (following().isSymbol(QLatin1String(".")) && m_at + 2 < m_tokens.size() &&
+                   m_tokens[m_at + 2].isSymbol(QLatin1String("*"))) {
+            item.qualifier = identifier();
+            m_at += 2;
+            item.sql = written(item.qualifier) + ".*";
+            item.isPlainColumn = true;
+        } else {
+            item = expression();
+        }
+        QByteArray text = item.sql;
+        if (accept("AS"))
+            text += " AS " + written(identifier());
+        texts.push_back(text);
+        list.push_back(std::move(item));
+    } while (acceptSymbol(","));
+    return list;
+}
+
+// The one table whose columns make up the rows, by its name in the statement; empty when there is none.
+QString JetParser::tableOfRows(const JetChain& chain, const std::vector<JetExpression>& list) const {
+    QString table = chain.aliases.size() == 1 ? chain.aliases.front() : QString();
+    for (const JetExpression& item : list) {
+        if (!item.isPlainColumn)
+            return {};
+        if (chain.aliases.size() == 1)
+            continue;
+        if (item.qualifier.isEmpty() ||
+            (!table.isEmpty() && table.compare(item.qualifier, Qt::CaseInsensitive) != 0))
+            return {};
+        for (const QString& alias : chain.aliases)
+            if (alias.compare(item.qualifier, Qt::CaseInsensitive) == 0)
+                table = alias;
+    }
+    return table;
+}
+
+QByteArray JetParser::where(const JetChain& chain) {
+    QByteArrayList conditions;
+    for (const JetExpression& filter : chain.filters)
+        conditions.push_back('(' + filter.sql + ')');
+    if (accept("WHERE")) {
+        const QByteArray own = expression().sql;
+        conditions.push_back(conditions.isEmpty() ? own : '(' + own + ')');
+    }
+    return conditions.isEmpty() ? QByteArray() : " WHERE " + conditions.join(" AND ");
+}
+
+/// The columns after ORDER BY or GROUP BY.
+QByteArray JetParser::terms(bool directions) {
+    QByteArrayList texts;
+    do {
+        const JetExpression term = sum();
+        QByteArray text = term.sql;
+        if (term.isTextColumn)
+            text += " COLLATE TSR";
+        if (directions && accept("DESC"))
+            text += " DESC";
+        else if (directions)
+            accept("ASC");
+        texts.push_back(text);
+    } while (acceptSymbol(","));
+    return texts.join(", ");
+}
+
+} // namespace tessaranth
