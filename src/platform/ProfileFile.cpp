@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ProfileFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QUtf8StringView>
+#include <algorithm>
+#include <optional>
+
+// The INI libraries at hand (SimpleIni, QSettings) read a file into a map and write the map out again. Lines
+// they do not understand, NUL bytes, the order and the line ends go lost that way, and one changed colour
+// rewrites what another program or the user put there. So the bytes themselves are the model here.
+
+namespace tessaranth {
+
+namespace {
+
+constexpr qsizetype longestValue = 255;
+constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
+
+/// 0x80 to 0x9f of Windows-1252, the five unused bytes as the C1 controls that Windows makes of them; the
+/// rest is Latin-1 (Unicode Consortium, bestfit1252.txt).
+constexpr char16_t upperControls[32] = {0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021,
+                                        0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008d, 0x017d, 0x008f,
+                                        0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014,
+                                        0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
+
+QString fromWindows1252(QByteArrayView bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& c : text) {
+        if (c >= QChar(0x80) && c < QChar(0xa0))
+            c = upperControls[c.unicode() - 0x80];
+    }
+    return text;
+}
+
+/// Nothing when a character has no place in Windows-1252.
+std::optional<QByteArray> toWindows1252(const QString& text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar c : text) {
+        const auto* upper = std::find(std::begin(upperControls), std::end(upperControls), c.unicode());
+        if (upper != std::end(upperControls))
+            bytes.append(char(0x80 + (upper - upperControls)));
+        else if (c < QChar(0x80) || (c >= QChar(0xa0) && c <= QChar(0xff)))
+            bytes.append(char(c.unicode()));
+        else
+            return std::nullopt;
+    }
+    return bytes;
+}
+
+bool isUtf8(QByteArrayView bytes) { return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8(); }
+
+QByteArrayView trimmed(QByteArrayView text) {
+    constexpr QByteArrayView blanks(" \t\r\v\f");
+    while (!text.isEmpty() && blanks.contains(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && blanks.contains(text.back()))
+        text.chop(1);
+    return text;
+}
+
+bool isQuoted(QByteArrayView text) {
+    return text.size() >= 2 && text.front() == text.back() && (text.front() == '"' || text.front() == '\'');
+}
+
+/// The text as it can stand on a line; quoted where reading would otherwise take something from it.
+QString asLine(const QString& text) {
+    QByteArray line = text.toUtf8();
+    for (char& c : line) {
+        if (c == '\r' || c == '\n' || c == '\0')
+            c = ' ';
+    }
+    if (trimmed(line).size() != line.size() || isQuoted(line))
+        line = '"' + line + '"';
+    return QString::fromUtf8(line);
+}
+
+/// One line of the bytes, by offsets: the line break is in [end, next).
+struct Line {
+    qsizetype begin = 0;
+    qsizetype end = 0;
+    qsizetype next = 0;
+};
+
+/// The bytes of a file, and how to find and change a value in them.
+class Document {
+public:
+    explicit Document(QByteArray bytes) : m_bytes(std::move(bytes)), m_isUtf8(isUtf8(m_bytes)) {}
+
+    const QByteArray& bytes() const { return m_bytes; }
+    QString value(const QString& section, const QString& key) const;
+    bool setValue(const QString& section, const QString& key, const QString& value);
+
+private:
+    /// Where a key stands, or where it would go.
+    struct Place {
+        bool hasSection = false;
+        qsizetype valueBegin = -1; ///< behind the "="; -1 when the key is missing
+        qsizetype valueEnd = -1;
+        qsizetype insertAt = 0; ///< behind the last line of the section that is not blank
+    };
+
+    QByteArrayView view(qsizetype begin, qsizetype end) const {
+        return QByteArrayView(m_bytes).sliced(begin, end - begin);
+    }
+    QString decoded(QByteArrayView bytes) const {
+        return m_isUtf8 ? QString::fromUtf8(bytes) : fromWindows1252(bytes);
+    }
+    bool isName(QByteArrayView bytes, const QString& name) const {
+        return decoded(trimmed(bytes)).compare(name, Qt::CaseInsensitive) == 0;
+    }
+    bool nextLine(Line& line) const;
+    Place find(const QString& section, const QString& key) const;
+    QByteArray encoded(const QString& text) const {
+        return m_isUtf8 ? text.toUtf8() : toWindows1252(text).value_or(QByteArray());
+    }
+    QByteArray lineBreak() const;
+    void becomeUtf8();
+
+    QByteArray m_bytes;
+    bool m_isUtf8;
+};
+
+bool Document::nextLine(Line& line) const {
+    if (line.next >= m_bytes.size())
+        return false;
+    line.begin = line.next;
+    const qsizetype found = m_bytes.indexOf('\n', line.begin);
+    line.end = found < 0 ? m_bytes.size() : found;
+    line.next = found < 0 ? line.end : found + 1;
+    if (found > line.begin && m_bytes[found - 1] == '\r')
+        --line.end;
+    return true;
+}
+
+Document::Place Document::find(const QString& section, const QString& key) const {
+    Place place;
+    bool isInside = false;
+    Line line;
+    line.next = m_bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    while (nextLine(line)) {
+        const QByteArrayView text = trimmed(view(line.begin, line.end));
+        if (text.isEmpty())
+            continue;
+        const qsizetype close = text.front() == '[' ? text.lastIndexOf(']') : -1;
+        if (close > 0) {
+            if (isInside)
+                return place; // a second section of the same name does not count
+            isInside = isName(text.sliced(1, close - 1), section);
+            place.hasSection = isInside;
+        }
+        if (!isInside)
+            continue;
+        place.insertAt = line.next;
+        const qsizetype sign = close > 0 || text.front() == ';' ? -1 : text.indexOf('=');
+        if (sign > 0 && isName(text.first(sign), key)) {
+            place.valueBegin = text.data() - m_bytes.constData() + sign + 1;
+            place.valueEnd = line.end;
+            return place;
+        }
+    }
+    return place;
+}
+
+QString Document::value(const QString& section, const QString& key) const {
+    const Place place = find(section, key);
+    if (place.valueBegin < 0)
+        return {};
+    QByteArrayView bytes = trimmed(view(place.valueBegin, place.valueEnd));
+    if (isQuoted(bytes))
+        bytes = bytes.sliced(1, bytes.size() - 2);
+    // No encoding takes more than three bytes for what will be one of the characters kept.
+    const QString text = decoded(bytes.first(qMin(bytes.size(), (longestValue + 1) * 3)));
+    const bool splitsPair = text.size() > longestValue && text[longestValue - 1].isHighSurrogate();
+    return text.left(longestValue - (splitsPair ? 1 : 0));
+}
+
+bool Document::setValue(const QString& section, const QString& key, const QString& value) {
+    if (section.isEmpty() || key.isEmpty())
+        return false;
+    const QString line = asLine(value);
+    // Text that Windows-1252 does not have turns the whole file into UTF-8.
+    if (!m_isUtf8 && !toWindows1252(section + key + line))
+        becomeUtf8();
+    const Place place = find(section, key);
+    if (place.valueBegin >= 0) {
+        m_bytes.replace(place.valueBegin, place.valueEnd - place.valueBegin, encoded(line));
+    } else {
+        const QByteArray end = lineBreak();
+        QByteArray added = encoded(key + u'=' + line) + end;
+        if (!place.hasSection)
+            added.prepend(encoded(u'[' + section + u']') + end);
+        const qsizetype at = place.hasSection ? place.insertAt : m_bytes.size();
+        const bool isLineOpen = at > 0 && m_bytes[at - 1] != '\n' && m_bytes != byteOrderMark;
+        m_bytes.insert(at, isLineOpen ? end + added : added);
+    }
+    // Bytes of Windows-1252 can happen to be valid UTF-8 once the last one that was not has gone.
+    if (!m_isUtf8 && isUtf8(m_bytes))
+        becomeUtf8();
+    const Place written = find(section, key);
+    return written.valueBegin >= 0 && decoded(view(written.valueBegin, written.valueEnd)) == line;
+}
+
+QByteArray Document::lineBreak() const {
+    const qsizetype first = m_bytes.indexOf('\n');
+    return first < 0 || (first > 0 && m_bytes[first - 1] == '\r') ? "\r\n" : "\n";
+}
+
+void Document::becomeUtf8() {
+    const qsizetype mark = m_bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    m_bytes.replace(mark, m_bytes.size() - mark, fromWindows1252(view(mark, m_bytes.size())).toUtf8());
+    m_isUtf8 = true;
+}
+
+/// Nothing when the file exists and cannot be read.
+std::optional<QByteArray> readWhole(const QString& path) {
+    QFile file(path);
+    if (!file.exists())
+        return QByteArray();
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return bytes;
+}
+
+} // namespace
+
+bool ProfileFile::exists() const { return QFileInfo(m_path).isFile(); }
+
+QString ProfileFile::read(const QString& section, const QString& key) const {
+    const auto bytes = readWhole(m_path);
+    return bytes ? Document(*bytes).value(section.trimmed(), key.trimmed()) : QString();
+}
+
+bool ProfileFile::write(const std::vector<Entry>& entries) {
+    const auto before = readWhole(m_path);
+    if (!before)
+        return false;
+    Document document(*before);
+    for (const Entry& entry : entries) {
+        if (!document.setValue(entry.section.trimmed(), entry.key.trimmed(), entry.value))
+            return false;
+    }
+    if (document.bytes() == *before && exists())
+        return true;
+    QSaveFile file(m_path);
+    return file.open(QIODevice::WriteOnly) && file.write(document.bytes()) == document.bytes().size() &&
+           file.commit();
+}
+
+} // namespace tessaranth
