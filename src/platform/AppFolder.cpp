@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/AppFolder.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+namespace tessaranth {
+
+namespace {
+
+const char* const companionFiles[] = {"tsrthres.dll", "tsrcps.dll", "tsrpfr.dll", "WKeys.dat"};
+const QString catalogName = QStringLiteral("Tessaranth.tsb");
+const QString configurationName = QStringLiteral("tsc.cfg");
+
+QString text(const char* words) { return QCoreApplication::translate("AppFolder", words); }
+
+QString inFolder(const QString& folder, const QString& name) { return folder + u'/' + name; }
+
+/// An administrator may write into these, but a catalog has no business there.
+bool isSystemFolder(const QString& folder) {
+    static const QStringList folders{QStringLiteral("/bin"), QStringLiteral("/usr/bin"),
+                                     QStringLiteral("/usr/games"), QStringLiteral("/usr/local/bin")};
+    return folders.contains(QDir::cleanPath(folder));
+}
+
+/// Tried rather than asked: on Windows the attributes say nothing about the rights.
+bool canBeWritten(const QString& folder) {
+    QTemporaryFile probe(inFolder(folder, QStringLiteral("tsrtXXXXXX.tmp")));
+    return probe.open();
+}
+
+/// The copy keeps the time of the original, so that "newer" compares two versions of what was shipped and
+/// not the day of the installation with the day of a build.
+QString copyFile(const QString& from, const QString& to) {
+    const auto failed = [&](const QIODevice& device) {
+        return text("%1 could not be copied to %2: %3").arg(from, to, device.errorString());
+    };
+    QFile source(from);
+    if (!source.open(QIODevice::ReadOnly))
+        return failed(source);
+    QSaveFile target(to);
+    if (!target.open(QIODevice::WriteOnly))
+        return failed(target);
+    QByteArray block;
+    while (!(block = source.read(1 << 20)).isEmpty())
+        target.write(block);
+    if (source.error() != QFileDevice::NoError) {
+        target.cancelWriting();
+        return failed(source);
+    }
+    if (!target.commit())
+        return failed(target);
+    QFile copy(to);
+    if (copy.open(QIODevice::ReadWrite))
+        copy.setFileTime(QFileInfo(from).lastModified(), QFileDevice::FileModificationTime);
+    return {};
+}
+
+bool isNewer(const QFileInfo& shipped, const QFileInfo& present) {
+    return shipped.lastModified() > present.lastModified();
+}
+
+} // namespace
+
+QString appFolder(const AppFolderChoice& choice) {
+    if (!choice.fromEnvironment.isEmpty())
+        return QDir::cleanPath(QDir(choice.fromEnvironment).absolutePath());
+    const QString program = QDir::cleanPath(choice.programFolder);
+    if (QFileInfo(inFolder(program, configurationName)).isFile() ||
+        (!isSystemFolder(program) && canBeWritten(program)))
+        return program;
+    return QDir::cleanPath(choice.userFolder);
+}
+
+QString appFolder() {
+    // The window and the command line share one folder, whatever they call themselves.
+    return appFolder({qEnvironmentVariable("TESSARANTH_HOME"), QCoreApplication::applicationDirPath(),
+                      inFolder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
+                               QStringLiteral("Tessaranth"))});
+}
+
+QString shareFolder(const QString& programFolder) {
+    const QString folder = QDir::cleanPath(inFolder(programFolder, QStringLiteral("../share/tessaranth")));
+    return QFileInfo(folder).isDir() ? folder : QString();
+}
+
+QString shareFolder() { return shareFolder(QCoreApplication::applicationDirPath()); }
+
+QString fillAppFolder(const QString& applicationFolder, const QString& shareFolder) {
+    const bool isFirstStart = !QFileInfo::exists(inFolder(applicationFolder, configurationName));
+    if (isFirstStart && !QDir().mkpath(applicationFolder))
+        return text("The folder %1 could not be made.").arg(applicationFolder);
+    if (shareFolder.isEmpty() || QDir(shareFolder) == QDir(applicationFolder))
+        return {};
+    const auto copy = [&](const QString& name) {
+        return copyFile(inFolder(shareFolder, name), inFolder(applicationFolder, name));
+    };
+    for (const char* file : companionFiles) {
+        const QString name = QString::fromLatin1(file);
+        const QFileInfo shipped(inFolder(shareFolder, name));
+        const QFileInfo present(inFolder(applicationFolder, name));
+        if (!shipped.isFile() || (present.exists() ? !isNewer(shipped, present) : !isFirstStart))
+            continue;
+        if (const QString failure = copy(name); !failure.isEmpty())
+            return failure;
+    }
+    const bool needsCatalog = isFirstStart && !QFileInfo::exists(inFolder(applicationFolder, catalogName)) &&
+                              QFileInfo(inFolder(shareFolder, catalogName)).isFile();
+    return needsCatalog ? copy(catalogName) : QString();
+}
+
+} // namespace tessaranth
