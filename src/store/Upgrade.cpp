@@ -170,7 +170,8 @@ void Upgrade::migrateMedia(Progress& progress) {
     for (int row = 0; row < media.rowCount(); ++row) {
         const QString path = media.value(row, QStringLiteral("MediaFile")).toText();
         const qsizetype cut = qMax(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
-        const Volume volume = volumeOf(path);
+        // Of a file that is not there nobody can say on which volume it was.
+        const Volume volume = QFileInfo::exists(path) ? volumeOf(path) : Volume();
         media.update(row, {{QStringLiteral("MediaFolder"), path.left(qMax<qsizetype>(cut, 0))},
                            {QStringLiteral("MediaFile"), path.mid(cut + 1)},
                            {QStringLiteral("MediaSize"), QFileInfo(path).size()},

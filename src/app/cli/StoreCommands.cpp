@@ -142,8 +142,8 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
     sample->callback([&context, &action, target] {
         action = [&context, target] {
             try {
-                writeSampleCatalog(QString::fromStdString(*target), context.applicationFolder,
-                                   context.messages, context.clock, context.progress);
+                writeSampleCatalog(QString::fromStdString(*target), context.applicationFolder, context.clock,
+                                   context.progress);
                 return 0;
             } catch (const Error& error) {
                 return context.fail(error.reason());
