@@ -180,6 +180,7 @@ JetExpression JetParser::comparison(JetExpression left, const QByteArray& sign) 
     const bool machineCode = left.isMachineCode || right.isMachineCode;
     if ((isText(left) || isText(right)) && !machineCode)
         result.sql += " COLLATE TSR";
+    result.isComparison = true;
     return result;
 }
 
@@ -207,27 +208,30 @@ JetExpression JetParser::membership(JetExpression left, bool negated) {
 JetExpression JetParser::sum() {
     JetExpression left = product();
     while (true) {
-        QByteArray sign;
-        if (acceptSymbol("+"))
-            sign = " + ";
-        else if (acceptSymbol("-"))
-            sign = " - ";
-        else if (acceptSymbol("&"))
-            sign = " || ";
-        else
+        if (acceptSymbol("+")) {
+            left = joined(left, " + ", product());
+        } else if (acceptSymbol("-")) {
+            left = joined(left, " - ", product());
+        } else if (acceptSymbol("&")) {
+            // Joined to a text, Null counts as an empty one.
+            left = joined(left, ", '') || COALESCE(", product());
+            left.sql = "(COALESCE(" + left.sql + ", ''))";
+        } else {
             return left;
-        left = joined(left, sign, product());
+        }
     }
 }
 
 JetExpression JetParser::product() {
     JetExpression left = factor();
-    while (atSymbol("*") || atSymbol("/")) {
-        const QByteArray sign = ' ' + token().text.toLatin1() + ' ';
-        ++m_at;
-        left = joined(left, sign, factor());
+    while (true) {
+        if (acceptSymbol("*"))
+            left = joined(left, " * ", factor());
+        else if (acceptSymbol("/"))
+            left = joined(left, " * 1.0 / ", factor()); // never a division of whole numbers
+        else
+            return left;
     }
-    return left;
 }
 
 JetExpression JetParser::factor() {
@@ -236,7 +240,8 @@ JetExpression JetParser::factor() {
     if (acceptSymbol("-")) {
         const Nesting nesting(*this);
         JetExpression operand = factor();
-        operand.sql.prepend('-');
+        // In parentheses: two signs in a row would begin a comment.
+        operand.sql = "(-" + operand.sql + ')';
         operand.isPlainColumn = false;
         return operand;
     }

@@ -51,8 +51,14 @@ QByteArray JetChain::sql() const { return chainSql(items); }
 
 JetChain JetParser::from() {
     JetChain chain = tableExpression();
-    while (acceptSymbol(","))
-        chain = innerJoin(std::move(chain), tableExpression(), {});
+    while (acceptSymbol(",")) {
+        JetChain other = tableExpression();
+        const QStringList names = chain.names + other.names;
+        const QStringList aliases = chain.aliases + other.aliases;
+        chain = innerJoin(std::move(chain), std::move(other), {});
+        chain.names = names;
+        chain.aliases = aliases;
+    }
     return chain;
 }
 
@@ -70,12 +76,16 @@ JetChain JetParser::tableExpression() {
         JetChain other = primary();
         expect("ON");
         std::vector<JetExpression> on = parts(expression());
+        const QStringList names = chain.names + other.names;
+        const QStringList aliases = chain.aliases + other.aliases;
         if (left)
             chain = leftJoin(std::move(chain), std::move(other), std::move(on));
         else if (right)
             chain = leftJoin(std::move(other), std::move(chain), std::move(on));
         else
             chain = innerJoin(std::move(chain), std::move(other), std::move(on));
+        chain.names = names;
+        chain.aliases = aliases;
     }
 }
 
@@ -109,8 +119,6 @@ JetChain JetParser::innerJoin(JetChain left, JetChain right, std::vector<JetExpr
     for (JetChain::Item& item : right.items)
         chain.items.push_back(std::move(item));
     chain.filters.insert(chain.filters.end(), right.filters.begin(), right.filters.end());
-    chain.names += right.names;
-    chain.aliases += right.aliases;
     for (JetExpression& condition : on) {
         QSet<QString> known;
         JetChain::Item* place = nullptr;
@@ -140,6 +148,10 @@ JetChain JetParser::leftJoin(JetChain left, JetChain right, std::vector<JetExpre
     for (const JetExpression& condition : on)
         if (condition.hasBareColumn || !known.contains(condition.tables))
             head = right.items.size();
+    for (size_t i = head; i < right.items.size(); ++i)
+        for (const JetExpression& condition : right.items[i].on)
+            if (!condition.isComparison)
+                head = right.items.size();
 
     JetChain::Item group = right.items.front();
     if (head > 1) {
@@ -153,8 +165,6 @@ JetChain JetParser::leftJoin(JetChain left, JetChain right, std::vector<JetExpre
     chain.items.push_back(std::move(group));
     for (size_t i = head; i < right.items.size(); ++i)
         chain.items.push_back(std::move(right.items[i]));
-    chain.names += right.names;
-    chain.aliases += right.aliases;
     return chain;
 }
 

@@ -21,6 +21,7 @@ struct JetExpression {
     QString qualifier;          ///< of a plain column: the table's name or alias as written
     QSet<QString> tables;       ///< qualifiers within, lower case
     bool hasBareColumn = false; ///< a column within names no table
+    bool isComparison = false;  ///< of two sides by a sign: never true where one is Null
     bool isAggregate = false;
     std::vector<JetExpression> conjuncts; ///< of "a AND b": its parts
 };

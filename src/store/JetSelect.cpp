@@ -19,14 +19,17 @@ QByteArray JetParser::select(JetSql::Use use, QString* rowTable) {
     if (use == JetSql::Use::Updatable && !distinct && !grouped) {
         const QString table = tableOfRows(chain, list);
         if (!table.isEmpty()) {
-            const QString name = chain.names[chain.aliases.indexOf(table)];
             sql += written(table) + ".rowid AS tsr_rowid, ";
-            // A bare "*" of a join would bring the columns of the other tables too, but then there is no
-            // single table.
-            if (rowTable)
-                *rowTable = name;
+            *rowTable = chain.names[chain.aliases.indexOf(table)];
         }
     }
+    // The chain may begin with another table than the statement does; "*" still means its columns first.
+    QByteArrayList all;
+    for (const QString& alias : chain.aliases)
+        all.push_back(written(alias) + ".*");
+    for (QByteArray& column : columns)
+        if (column == "*" && all.size() > 1)
+            column = all.join(", ");
     sql += columns.join(", ") + " FROM " + chain.sql() + rest;
     if (accept("GROUP")) {
         expect("BY");
@@ -66,7 +69,8 @@ std::vector<JetExpression> JetParser::selectList(QByteArrayList& texts) {
     return list;
 }
 
-// The one table whose columns make up the rows, by its name in the statement; empty when there is none.
+// The one table whose columns make up the rows, by its name in the statement; empty when there is none, or
+// when an outer join may leave its row out.
 QString JetParser::tableOfRows(const JetChain& chain, const std::vector<JetExpression>& list) const {
     QString table = chain.aliases.size() == 1 ? chain.aliases.front() : QString();
     for (const JetExpression& item : list) {
@@ -81,6 +85,9 @@ QString JetParser::tableOfRows(const JetChain& chain, const std::vector<JetExpre
             if (alias.compare(item.qualifier, Qt::CaseInsensitive) == 0)
                 table = alias;
     }
+    for (const JetChain::Item& item : chain.items)
+        if (item.left && item.tables.contains(table.toLower()))
+            return {};
     return table;
 }
 
@@ -99,6 +106,9 @@ QByteArray JetParser::where(const JetChain& chain) {
 QByteArray JetParser::terms(bool directions) {
     QByteArrayList texts;
     do {
+        // A number would be a parameter, by which nothing is sorted.
+        if (token().isLiteral())
+            fail(QCoreApplication::translate("JetSql", "a column"));
         const JetExpression term = sum();
         QByteArray text = term.sql;
         if (term.isTextColumn)
