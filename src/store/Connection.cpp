@@ -319,6 +319,10 @@ void Transaction::commit() {
     m_open = false;
     if (--m_connection.m_impl->transactionDepth > 0)
         return;
+    if (std::exchange(m_connection.m_impl->innerFailed, false)) {
+        m_connection.undo();
+        throw SqlError(QStringLiteral("a part of the operation failed, so nothing of it was kept"));
+    }
     try {
         m_connection.runBare("COMMIT");
     } catch (const SqlError&) {
@@ -330,9 +334,12 @@ void Transaction::commit() {
 Transaction::~Transaction() {
     if (!m_open)
         return;
-    // An inner one that fails takes the outer one with it when that is left in turn.
-    if (--m_connection.m_impl->transactionDepth == 0)
-        m_connection.undo();
+    if (--m_connection.m_impl->transactionDepth > 0) {
+        m_connection.m_impl->innerFailed = true;
+        return;
+    }
+    m_connection.m_impl->innerFailed = false;
+    m_connection.undo();
 }
 
 void Connection::runBare(const char* statement) {

@@ -119,7 +119,7 @@ private:
 };
 
 /// Everything run while it lives stands or falls together; undone unless committed. A transaction inside
-/// another joins it.
+/// another joins it; when the inner one is left without commit, the outer one cannot be committed.
 class Transaction {
 public:
     explicit Transaction(Connection& connection);

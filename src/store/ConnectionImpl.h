@@ -40,6 +40,7 @@ struct Connection::Impl {
     QHash<QString, TableInfo> schema; ///< by lower-case name; read when first asked for
     QSet<QString> textColumns;
     int transactionDepth = 0;
+    bool innerFailed = false; ///< a transaction within the open one was left without commit
 };
 
 SqlError sqlError(const SQLite::Exception& error);

@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 #include <filesystem>
 
 namespace tessaranth {
@@ -32,6 +33,13 @@ const char* const baseTables[] = {"Cps",          "Pfr",           "Rec",
                                   "RecClass",     "RecSubCat",     "RecSubCatJoin",
                                   "UserDefClass", "UserDefSubCat", "UserDefSubCatJoin"};
 
+constexpr int headerSize = 100; // of the database file, see "Database File Format" of SQLite
+
+int pageSize(const QByteArray& header) {
+    const int size = qFromBigEndian<quint16>(header.constData() + 16);
+    return size == 1 ? 65536 : size;
+}
+
 void checkFile(const QString& path) {
     const QFileInfo info(path);
     if (!info.exists())
@@ -39,19 +47,21 @@ void checkFile(const QString& path) {
     if (info.isDir())
         throw OpenError(Kind::Folder, tr("%1 is a folder, not a catalog.").arg(path));
     // A file marked read-only stays untouched even where the system would let us write it, as for root.
-    constexpr QFile::Permissions anyWrite =
-        QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    constexpr QFile::Permissions anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     if (!info.isWritable() || !(info.permissions() & anyWrite))
         throw OpenError(Kind::ReadOnly, tr("The catalog %1 is read-only.").arg(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw OpenError(Kind::NoAccess,
                         tr("The catalog %1 cannot be read: %2").arg(path, file.errorString()));
-    const QByteArray head = file.read(16);
+    const QByteArray head = file.read(headerSize);
     if (head.isEmpty())
         throw OpenError(Kind::NotACatalog, tr("The file %1 is empty; it is not a catalog.").arg(path));
-    if (head != QByteArrayView("SQLite format 3\0", 16))
+    if (!head.startsWith(QByteArrayView("SQLite format 3\0", 16)))
         throw OpenError(Kind::NotACatalog, tr("The file %1 is not a catalog.").arg(path));
+    // SQLite takes a file of less than a page for an empty database and would write a new one into it.
+    if (head.size() < headerSize || file.size() < pageSize(head))
+        throw OpenError(Kind::Damaged, tr("The catalog %1 is damaged: its end is missing.").arg(path));
 }
 
 OpenError openError(const QString& path, const SQLite::Exception& error) {

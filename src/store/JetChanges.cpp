@@ -34,21 +34,21 @@ SqlStatement JetParser::insertInto() {
     SqlStatement result;
     result.kind = SqlStatement::Kind::Insert;
     expect("INTO");
-    result.sql = "INSERT INTO " + written(tableName()) + " (";
+    const QByteArray table = written(tableName());
+    QByteArrayList columns;
+    QByteArrayList values;
     expectSymbol("(");
-    do {
-        result.sql += written(identifier()) + (atSymbol(",") ? ", " : "");
-    } while (acceptSymbol(","));
+    do
+        columns.push_back(written(identifier()));
+    while (acceptSymbol(","));
     expectSymbol(")");
-    result.sql += ") VALUES (";
     expect("VALUES");
     expectSymbol("(");
-    do {
-        result.sql += expression().sql;
-        result.sql += atSymbol(",") ? ", " : "";
-    } while (acceptSymbol(","));
+    do
+        values.push_back(expression().sql);
+    while (acceptSymbol(","));
     expectSymbol(")");
-    result.sql += ')';
+    result.sql = "INSERT INTO " + table + " (" + columns.join(", ") + ") VALUES (" + values.join(", ") + ')';
     return result;
 }
 

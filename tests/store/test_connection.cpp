@@ -187,12 +187,13 @@ void TestConnection::changingAColumnKeepsEverythingElse() {
 void TestConnection::copyReplacesOnlyWhenWhole() {
     TestHome home;
     home.useSample();
+    const QStringList schema = TestHome::schemaOf(home.catalog());
     auto connection = Connection::open(home.catalog(), home.clock, 236569);
     const QString target = home.file("copy.bak");
     int last = -1;
     connection->copyTo(target, [&last](int value) { last = value; });
     QCOMPARE(last, 100);
-    QCOMPARE(TestHome::schemaOf(target), TestHome::schemaOf(home.catalog()));
+    QCOMPARE(TestHome::schemaOf(target), schema);
     QVERIFY(!QFileInfo::exists(target + "-wal"));
 
     const QByteArray kept = bytesOf(target);

@@ -102,13 +102,16 @@ void TestMaintenance::cleanupMendsEveryKindOfOrphan() {
              "INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (77777, 3, 0)",
              "INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (77777, 3, 0)",
              "INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (77777, 3, 0)",
-             "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (99999, 1, 1, 'Lost', '')",
+             "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (99999, 1, 1, 'Lost', "
+             "'')",
              "INSERT INTO MainWorks (CpsID, MainWorkName) VALUES (99999, 'Lost')",
              "UPDATE Compositions SET MainWorkID = 99999, CpsGenreID = 99999 WHERE CompID = 1",
              "INSERT INTO CpsGenres (CpsID, CpsGenreName) VALUES (99999, 'Lost')",
              "INSERT INTO Personages (CompID, PersonageName) VALUES (99999, 'Lost')",
-             "INSERT INTO Cards (CardID, RelatedCat, RelatedID, CardTitle) VALUES (1, 'Comp', 99999, 'Descr')",
-             "INSERT INTO Cards (CardID, RelatedCat, RelatedID, CardTitle) VALUES (2, 'Rec', 99999, 'Not of a work')"})
+             "INSERT INTO Cards (CardID, RelatedCat, RelatedID, CardTitle) VALUES (1, 'Comp', 99999, "
+             "'Descr')",
+             "INSERT INTO Cards (CardID, RelatedCat, RelatedID, CardTitle) VALUES (2, 'Rec', 99999, 'Not of "
+             "a work')"})
         connection.execute(statement);
     QFile file(document);
     QVERIFY(file.open(QIODevice::WriteOnly));

@@ -61,11 +61,12 @@ void TestRecordset::tablesWithoutAKeyAndJoins() {
     m_connection->execute("INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (5, 1, 1)");
     m_connection->execute("INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (6, 1, 1)");
     for (const char* values : {"1, 10, 0", "1, 10, 0", "1, 11, 3", "2, 10, 0"})
-        m_connection->execute(QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (%1)").arg(values));
-    Recordset set = Recordset::open(*m_connection,
-                                    "SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID "
-                                    "FROM CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
-                                    "CompOnRecPfr.CompOnRecID WHERE CompOnRec.RecID = 5");
+        m_connection->execute(
+            QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (%1)").arg(values));
+    Recordset set = Recordset::open(
+        *m_connection, "SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID "
+                       "FROM CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
+                       "CompOnRecPfr.CompOnRecID WHERE CompOnRec.RecID = 5");
     QCOMPARE(set.rowCount(), 3);
     QCOMPARE(set.fields().size(), 3U);
     set.setFilter("CompOnRecID = 1 AND PfrId = 10");
@@ -81,8 +82,10 @@ void TestRecordset::tablesWithoutAKeyAndJoins() {
 
 void TestRecordset::filters() {
     Recordset set({{"CpsLname"}, {"CpsFname"}, {"Pos", Field::Type::Integer}});
-    const std::pair<const char*, const char*> names[] = {
-        {"Strauss", "Richard"}, {"Strauss II", "Johann"}, {"Dvořák", "Antonín"}, {"Bach", "Johann Sebastian"}};
+    const std::pair<const char*, const char*> names[] = {{"Strauss", "Richard"},
+                                                         {"Strauss II", "Johann"},
+                                                         {"Dvořák", "Antonín"},
+                                                         {"Bach", "Johann Sebastian"}};
     int position = 0;
     for (const auto& [last, first] : names)
         set.add({{"CpsLname", last}, {"CpsFname", first}, {"Pos", ++position}});
@@ -97,14 +100,16 @@ void TestRecordset::filters() {
     QCOMPARE(count("Pos >= 2 AND (Pos < 4 OR CpsLname <> 'Bach')"), 2);
     QCOMPARE(count("Pos = -1"), 0);
     QCOMPARE(count({}), 4);
-    for (const char* wrong : {"Pos", "Pos = ", "Pos = 1 OR", "(Pos = 1", "Nothing = 1", "Pos = 1; Pos = 2", "Pos = '1"})
+    for (const char* wrong :
+         {"Pos", "Pos = ", "Pos = 1 OR", "(Pos = 1", "Nothing = 1", "Pos = 1; Pos = 2", "Pos = '1"})
         QVERIFY_EXCEPTION_THROWN(set.setFilter(wrong), SqlError);
     QVERIFY_EXCEPTION_THROWN(set.setFilter(QString(200000, '(')), SqlError);
 }
 
 void TestRecordset::refusals() {
     Recordset joined = Recordset::open(
-        *m_connection, "SELECT Rec.RecTitle, Labels.LabelName FROM Labels RIGHT JOIN Rec ON Labels.LabelID = Rec.LabelID");
+        *m_connection,
+        "SELECT Rec.RecTitle, Labels.LabelName FROM Labels RIGHT JOIN Rec ON Labels.LabelID = Rec.LabelID");
     QVERIFY_EXCEPTION_THROWN(joined.add({{"RecTitle", "x"}}), SqlError);
     Recordset set = Recordset::open(*m_connection, "SELECT * FROM Genres");
     QVERIFY_EXCEPTION_THROWN(set.add({{"NoSuchColumn", 1}}), SqlError);
@@ -114,8 +119,12 @@ void TestRecordset::refusals() {
 
 void TestRecordset::filesKeepEverything() {
     const QString path = m_home->file("set.tcat");
-    Recordset set({{"Title", Field::Type::Text, 250}, {"Nbr", Field::Type::Integer}, {"Yes", Field::Type::Boolean},
-                   {"Added", Field::Type::Date}, {"Price", Field::Type::Number}, {"Word with blanks"}});
+    Recordset set({{"Title", Field::Type::Text, 250},
+                   {"Nbr", Field::Type::Integer},
+                   {"Yes", Field::Type::Boolean},
+                   {"Added", Field::Type::Date},
+                   {"Price", Field::Type::Number},
+                   {"Word with blanks"}});
     const QString odd = QString("tab\tline\nquote\"<&>' _x0041_ é 🎼 ") + QChar(1) + QChar(0xFFFE);
     set.add({{"Title", odd}, {"Nbr", -7}, {"Yes", true}, {"Added", "2005-01-31 17:05:00"}, {"Price", 12.5}});
     set.add({{"Title", ""}});
@@ -127,7 +136,8 @@ void TestRecordset::filesKeepEverything() {
         QCOMPARE(loaded.fields()[size_t(field)].name, set.fields()[size_t(field)].name);
     for (int row = 0; row < 2; ++row)
         for (int field = 0; field < 6; ++field)
-            QVERIFY2(loaded.value(row, field) == set.value(row, field), qPrintable(loaded.value(row, field).toText()));
+            QVERIFY2(loaded.value(row, field) == set.value(row, field),
+                     qPrintable(loaded.value(row, field).toText()));
 }
 
 void TestRecordset::badFilesAreRefused_data() {
@@ -143,7 +153,8 @@ void TestRecordset::badFilesAreRefused_data() {
     set.save(folder.filePath("whole"));
     const QByteArray whole = bytesOf(folder.filePath("whole"));
     QTest::newRow("cut off") << whole.left(whole.size() - 20);
-    QTest::newRow("NUL within") << QByteArray(whole).replace("'x'", QByteArray("'\0'", 3)).replace("\"x\"", QByteArray("\"\0\"", 3));
+    QTest::newRow("NUL within")
+        << QByteArray(whole).replace("'x'", QByteArray("'\0'", 3)).replace("\"x\"", QByteArray("\"\0\"", 3));
 }
 
 void TestRecordset::badFilesAreRefused() {

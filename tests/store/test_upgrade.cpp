@@ -122,7 +122,8 @@ void TestUpgrade::halfWayIsCompleted() {
         }
         const StartResult result = home.start();
         QVERIFY2(result.started, qPrintable(result.reason));
-        QCOMPARE(int(result.upgrade.applied.size()), int(upgradeSteps().size()) - stop);
+        // The last stop is within the last step, which is then done anew.
+        QCOMPARE(int(result.upgrade.applied.size()), qMax(int(upgradeSteps().size()) - stop, 1));
         QCOMPARE(column(home.session->connection(), "SELECT Rating FROM Rec WHERE RecID = 1"),
                  QStringList("Good"));
         home.close();
