@@ -3,7 +3,7 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <iterator>
+#include <algorithm>
 
 namespace tessaranth {
 
@@ -24,8 +24,8 @@ struct ColourRow {
     const char* value;
 };
 
-const char* const factoryColours = "DefColors";
-const char* const colours = "Colors";
+constexpr const char* factoryColours = "DefColors";
+constexpr const char* colours = "Colors";
 
 /// Both colour sections, the factory's and the one in use.
 constexpr ColourRow colourRows[] = {
