@@ -6,6 +6,12 @@
 
 namespace tessaranth {
 
+namespace {
+
+bool sameName(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+
+} // namespace
+
 SqlStatement JetParser::statement(JetSql::Use use) {
     SqlStatement result;
     if (at("SELECT")) {
@@ -36,13 +42,13 @@ SqlStatement JetParser::insertInto() {
     expect("INTO");
     const QByteArray table = written(tableName());
     QByteArrayList columns;
-    QByteArrayList values;
     expectSymbol("(");
     do
         columns.push_back(written(identifier()));
     while (acceptSymbol(","));
     expectSymbol(")");
     expect("VALUES");
+    QByteArrayList values;
     expectSymbol("(");
     do
         values.push_back(expression().sql);
@@ -82,12 +88,12 @@ SqlStatement JetParser::deleteFrom() {
     }
     expect("FROM");
     const JetChain chain = from();
-    if (chain.names.size() == 1) {
+    if (chain.names.size() == 1 && (table.isEmpty() || sameName(table, chain.aliases.front()))) {
         result.sql = "DELETE FROM " + chain.sql() + where(chain);
         return result;
     }
     for (qsizetype i = 0; i < chain.aliases.size(); ++i) {
-        if (chain.aliases[i].compare(table, Qt::CaseInsensitive) != 0)
+        if (!sameName(table, chain.aliases[i]))
             continue;
         result.sql = "DELETE FROM " + written(chain.names[i]) + " WHERE rowid IN (SELECT " +
                      written(chain.aliases[i]) + ".rowid FROM " + chain.sql() + where(chain) + ')';
@@ -142,7 +148,7 @@ SqlStatement JetParser::createTable() {
             const QString key = identifier();
             expectSymbol(")");
             const auto column = std::find_if(columns.begin(), columns.end(), [&key](const Column& candidate) {
-                return candidate.name.compare(key, Qt::CaseInsensitive) == 0;
+                return sameName(candidate.name, key);
             });
             if (column == columns.end())
                 fail(QCoreApplication::translate("JetSql", "a column of the table"));

@@ -139,10 +139,11 @@ JetChain JetParser::leftJoin(JetChain left, JetChain right, std::vector<JetExpre
     if (!right.filters.empty())
         fail(QCoreApplication::translate("JetSql", "a join without a condition on an outer table"));
     // What may be missing as a whole: the inner joins at the head of the right side. Outer joins behind
-    // them hang on it by a comparison, which fails where it is missing, so they can follow in the chain.
-    size_t head = 1;
-    while (head < right.items.size() && !right.items[head].left)
-        ++head;
+    // them hang on it by a comparison, which fails where it is missing, so they can follow in the chain; an
+    // inner join there would drop the rows in which the right side is missing.
+    size_t head = right.items.size();
+    while (head > 1 && right.items[head - 1].left)
+        --head;
     QSet<QString> known =
         left.tables() + tablesOf({right.items.begin(), right.items.begin() + qsizetype(head)});
     for (const JetExpression& condition : on)
