@@ -159,10 +159,18 @@ int Connection::execute(const QString& statement) {
     Query run = queryStatement(translated);
     while (run.next()) {
     }
-    if (translated.kind == SqlStatement::Kind::CreateTable ||
-        translated.kind == SqlStatement::Kind::AddColumn)
+    switch (translated.kind) {
+    case SqlStatement::Kind::Insert:
+    case SqlStatement::Kind::Update:
+    case SqlStatement::Kind::Delete:
+        return m_impl->database.getChanges();
+    case SqlStatement::Kind::CreateTable:
+    case SqlStatement::Kind::AddColumn:
         schemaChanged();
-    return translated.kind == SqlStatement::Kind::Select ? 0 : m_impl->database.getChanges();
+        return 0;
+    default:
+        return 0;
+    }
 }
 
 bool Connection::attempt(const QString& statement) {
@@ -259,8 +267,9 @@ bool Connection::isTextColumn(const QString& column) const {
 void Connection::changeColumn(const ColumnChange& change) {
     const QByteArray table = change.table.toUtf8();
     try {
-        Transaction transaction(*this);
+        // A savepoint and not a Transaction: a change that fails is undone by itself and may be skipped.
         SQLite::Database& database = m_impl->database;
+        SQLite::Savepoint savepoint(database, "change");
         SQLite::Statement definition(
             database, "SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = ? COLLATE NOCASE");
         definition.bind(1, table.toStdString());
@@ -301,7 +310,7 @@ void Connection::changeColumn(const ColumnChange& change) {
             database.exec("INSERT INTO sqlite_sequence (name, seq) VALUES ('" + table.toStdString() + "', " +
                           last.toStdString() + ")");
         }
-        transaction.commit();
+        savepoint.release();
     } catch (const SQLite::Exception& error) {
         throw sqlError(error);
     }

@@ -9,6 +9,7 @@
 #include <QSet>
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <SQLiteCpp/Savepoint.h>
 #include <sqlite3.h>
 #include <unordered_map>
 

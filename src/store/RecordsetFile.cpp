@@ -37,24 +37,35 @@ const TypeWord typeWords[] = {
 QString tr(const char* text) { return QCoreApplication::translate("Recordset", text); }
 
 // XML has no way to write most control characters, but a text that was pasted may hold them: they are
-// written as _x0001_ in the manner of the format's own field names, and so is such a run itself.
+// written as _x0001_, as the format does in its field names, and a text that looks so has its first "_"
+// written as _x005F_.
+bool isUnwritable(const QString& text, qsizetype at) {
+    const QChar c = text[at];
+    if (c.isHighSurrogate())
+        return at + 1 == text.size() || !text[at + 1].isLowSurrogate();
+    if (c.isLowSurrogate())
+        return at == 0 || !text[at - 1].isHighSurrogate();
+    const ushort u = c.unicode();
+    return (u < 0x20 && u != '\t' && u != '\n' && u != '\r') || u >= 0xFFFE;
+}
+
 QString escapedControls(const QString& text) {
-    static const QRegularExpression own(QStringLiteral("_x[0-9A-F]{4}_"));
-    QString result;
+    static const QRegularExpression likeAnEscape(QStringLiteral("_(?=x[0-9A-F]{4}_)"));
     QString source = text;
-    source.replace(own, QStringLiteral("_x005F\\0"));
-    for (const QChar c : std::as_const(source)) {
-        const ushort u = c.unicode();
-        if ((u < 0x20 && u != '\t' && u != '\n' && u != '\r') || u == 0xFFFE || u == 0xFFFF)
-            result += QStringLiteral("_x%1_").arg(u, 4, 16, QLatin1Char('0')).toUpper().replace(u'X', u'x');
+    source.replace(likeAnEscape, QStringLiteral("_x005F_"));
+    QString result;
+    for (qsizetype i = 0; i < source.size(); ++i) {
+        if (isUnwritable(source, i))
+            result +=
+                QStringLiteral("_x%1_").arg(QString::number(source[i].unicode(), 16).toUpper(), 4, u'0');
         else
-            result += c;
+            result += source[i];
     }
     return result;
 }
 
 QString unescapedControls(const QString& text) {
-    static const QRegularExpression escape(QStringLiteral("_x([0-9A-F]{4})_?"));
+    static const QRegularExpression escape(QStringLiteral("_x([0-9A-F]{4})_"));
     if (!text.contains(QLatin1String("_x")))
         return text;
     QString result;
@@ -62,13 +73,11 @@ QString unescapedControls(const QString& text) {
     auto it = escape.globalMatch(text);
     while (it.hasNext()) {
         const auto match = it.next();
-        const auto code = match.captured(1).toUShort(nullptr, 16);
-        const bool isLiteral = code == 0x5F;
-        if (!isLiteral && (!match.captured().endsWith(u'_') || (code >= 0x20 && code < 0xFFFE)))
+        const QString character = QChar(match.captured(1).toUShort(nullptr, 16));
+        if (character != u"_" && !isUnwritable(character, 0))
             continue;
-        result +=
-            text.mid(from, match.capturedStart() - from) + (isLiteral ? QString() : QString(QChar(code)));
-        from = match.capturedStart() + (isLiteral ? 6 : 7);
+        result += text.mid(from, match.capturedStart() - from) + character;
+        from = match.capturedEnd();
     }
     return result + text.mid(from);
 }
