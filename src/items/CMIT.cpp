@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "items/CMIT.h"
-
-#include "store/Session.h"
+#include "items/CMITGuard.h"
 
 namespace tessaranth {
 
@@ -26,20 +24,6 @@ QString displayName(const Query& query, const ItemKind::List& list) {
 }
 
 } // namespace
-
-template<typename Work>
-bool CMIT::guarded(int number, const Work& work) {
-    const ItemKind* kind = itemKind(number);
-    if (!kind)
-        return false;
-    try {
-        work(*kind);
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
-}
 
 std::optional<Recordset> CMIT::ElencoInRecordset(int number, const QString& prefix) {
     std::optional<Recordset> rows;

@@ -6,11 +6,6 @@
 
 namespace tessaranth {
 
-QString yearsText(const QString& birth, const QString& death) {
-    const QString unknown = QStringLiteral("?");
-    return (birth.isEmpty() ? unknown : birth) + u'-' + (death.isEmpty() ? unknown : death);
-}
-
 Recordset& CatalogWriter::table(const QString& name) {
     std::shared_ptr<Recordset>& set = m_tables[name];
     // A set keeps what is added to it; started anew it holds no more than a batch.

@@ -11,9 +11,6 @@ namespace tessaranth {
 
 class Connection;
 
-/// The years shown after a name: birth, "-" and death, each "?" when it is empty.
-QString yearsText(const QString& birth, const QString& death);
-
 /// Adds cards and the links between them, row by row, for imports that bring many at once. It asks nothing
 /// and checks no duplicates of cards; names of the lookup lists are found or added. The caller holds the
 /// transaction. Failing calls throw SqlError.

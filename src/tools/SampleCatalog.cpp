@@ -2,6 +2,7 @@
 #include "tools/SampleCatalog.h"
 
 #include "items/CatalogWriter.h"
+#include "items/Person.h"
 #include "platform/Clock.h"
 #include "platform/Progress.h"
 #include "platform/TsvFile.h"

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/Attachments.h"
+
+#include "store/Recordset.h"
+#include "store/Session.h"
+
+#include <QFile>
+
+namespace tessaranth {
+
+namespace {
+
+QString ownedBy(const QString& code, qint64 id) {
+    return QStringLiteral(" WHERE RelatedID = %1 AND RelatedCat = '%2'").arg(id).arg(quoted(code));
+}
+
+QString itemIs(const QString& code, qint64 id) {
+    return QStringLiteral(" WHERE ItemID = %1 AND ItemType = '%2'").arg(id).arg(quoted(code));
+}
+
+} // namespace
+
+void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) {
+    Connection& connection = m_session.connection();
+    const std::pair<QString, Session::Folder> kept[] = {
+        {QStringLiteral("Images"), Session::Folder::Images},
+        {QStringLiteral("Cards"), Session::Folder::Documents}};
+    for (const auto& [table, folder] : kept) {
+        Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
+        while (rows.next())
+            files.push_back(m_session.dataFolder(folder) + u'/' + rows.text(0));
+    }
+    for (const char* table : {"Images", "Cards", "Media", "Web"})
+        connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
+    connection.attempt(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
+}
+
+void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
+    Recordset rows = Recordset::open(m_session.connection(), statement);
+    const QString folder = m_session.dataFolder(Session::Folder::Documents) + u'/';
+    for (int row = rows.rowCount() - 1; row >= 0; --row) {
+        files.push_back(folder + rows.value(row, QStringLiteral("CardID")).toText());
+        rows.remove(row);
+    }
+}
+
+void Attachments::moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to) {
+    Connection& connection = m_session.connection();
+    qint64 next =
+        connection.single(QStringLiteral("SELECT MAX(OrderNbr) As maxNbr FROM ") + table + ownedBy(code, to))
+            .toInteger();
+    Recordset rows =
+        Recordset::open(connection, QStringLiteral("SELECT * FROM ") + table + ownedBy(code, from) +
+                                        QStringLiteral(" ORDER BY OrderNbr"));
+    for (int row = 0; row < rows.rowCount(); ++row)
+        rows.update(row, {{QStringLiteral("RelatedID"), to}, {QStringLiteral("OrderNbr"), ++next}});
+}
+
+void Attachments::moveAll(const QString& code, qint64 from, qint64 to) {
+    for (const char* table : {"Images", "Cards"})
+        moveOrdered(QString::fromLatin1(table), code, from, to);
+    Connection& connection = m_session.connection();
+    for (const char* table : {"Media", "Web"})
+        connection.attempt(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
+                           ownedBy(code, from));
+    connection.attempt(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
+}
+
+void Attachments::removeFiles(const QStringList& files) {
+    for (const QString& file : files)
+        QFile::remove(file);
+}
+
+} // namespace tessaranth

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tessaranth {
+
+class Session;
+
+/// What hangs off cards, by the card's code ("Cps", "Pfr", "Rec", "UserDef", "Comp" for works) and id.
+/// Failing calls throw SqlError; the caller holds the transaction.
+class Attachments {
+public:
+    explicit Attachments(Session& session) : m_session(session) {}
+
+    /// Deletes the rows of a card's pictures, documents, media, links and relations. The files of pictures
+    /// and documents are named in `files`, to be deleted once the rows are gone for good.
+    void deleteAll(const QString& code, qint64 id, QStringList& files);
+    /// Deletes the documents whose rows a statement reads from Cards.
+    void deleteDocuments(const QString& statement, QStringList& files);
+    /// Moves everything to another card of the same kind, pictures and documents behind its own.
+    void moveAll(const QString& code, qint64 from, qint64 to);
+
+    static void removeFiles(const QStringList& files);
+
+private:
+    void moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to);
+
+    Session& m_session;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Deleting and merging items.
+#include "items/Attachments.h"
+#include "items/CMITGuard.h"
+#include "items/ItemCascades.h"
+#include "items/OpenCards.h"
+#include "platform/Progress.h"
+
+#include <QCoreApplication>
+#include <QSet>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("CMIT", text); }
+
+/// Names shown in a question; with more of them the box would not fit the screen.
+constexpr qsizetype namesShown = 20;
+
+} // namespace
+
+bool CMIT::ConfermaEliminazione(int number, const QStringList& names) {
+    const ItemKind* kind = itemKind(number);
+    if (!kind || names.isEmpty())
+        return false;
+    QString shown = names.mid(0, namesShown).join(QStringLiteral(", "));
+    if (names.size() > namesShown)
+        shown += tr(" ... (%1 in all)").arg(names.size());
+    Question question;
+    question.title = QStringLiteral("Delete item(s)");
+    question.text =
+        kind->messageLabel + shown +
+        QStringLiteral("\nwill be deleted.\n\nWarning!!\nAll related data will be deleted!\n\nContinue?");
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::No;
+    return m_session.messages().ask(question) == Answer::Yes;
+}
+
+void CMIT::CloseAllOpenFormWork(int number, const std::vector<qint64>& ids) {
+    const ItemKind* kind = itemKind(number);
+    if (!m_cards || !kind || !kind->isCard())
+        return;
+    for (const qint64 id : ids)
+        m_cards->closeCard(OpenCards::key(kind->code, id));
+}
+
+bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& progress) {
+    // Closed first: a card that is open would store its state into a row that is gone.
+    CloseAllOpenFormWork(number, ids);
+    progress.stage(tr("Deleting"));
+    qint64 done = 0;
+    for (const qint64 id : ids) {
+        if (progress.stopped())
+            break;
+        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id); }))
+            return false;
+        progress.step(++done, qint64(ids.size()));
+    }
+    return true;
+}
+
+void CMIT::deleteOne(const ItemKind& kind, qint64 id) {
+    QStringList files;
+    Transaction transaction(m_session.connection());
+    for (const CascadeStep& step : deletionSteps(kind.number))
+        runStep(kind, step, id, files);
+    transaction.commit();
+    Attachments::removeFiles(files);
+}
+
+void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files) {
+    switch (step.action) {
+    case CascadeStep::Action::Run:
+        m_session.connection().attempt(QString::fromLatin1(step.statement).arg(id));
+        break;
+    case CascadeStep::Action::Attachments:
+        Attachments(m_session).deleteAll(kind.code, id, files);
+        break;
+    case CascadeStep::Action::WorkDocuments:
+        Attachments(m_session).deleteDocuments(
+            QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND "
+                           "RelatedID IN "
+                           "(SELECT CompID FROM Compositions WHERE CpsID = %1)")
+                .arg(id),
+            files);
+        break;
+    case CascadeStep::Action::LabelLogo:
+        files.push_back(m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(id));
+        break;
+    }
+}
+
+// ---- merging
+
+bool CMIT::Migra(int number, qint64 from, qint64 to) {
+    if (from == to)
+        return refuse(tr("An item cannot be merged into itself."), QStringLiteral("Migrate "));
+    const QString source = nameOf(number, from);
+    const QString target = nameOf(number, to);
+    if (source.isEmpty() || target.isEmpty())
+        return refuse(tr("This card has been deleted meanwhile."), QStringLiteral("Migrate "));
+    Question question;
+    question.title = QStringLiteral("Migrate ");
+    question.text = QStringLiteral("Do you want to migrate all the data from ") + source +
+                    QStringLiteral("\nto ") + target + u'?';
+    question.defaultButton = Answer::Cancel;
+    if (m_session.messages().ask(question) != Answer::Ok)
+        return false;
+    CloseAllOpenFormWork(number, {from});
+    return guarded(number, [&](const ItemKind& kind) {
+        Transaction transaction(m_session.connection());
+        if (kind.isCard())
+            Attachments(m_session).moveAll(kind.code, from, to);
+        if (kind.number == ItemKind::Recording)
+            moveTracks(from, to);
+        for (const CascadeStep& step : mergeSteps(kind.number))
+            m_session.connection().attempt(QString::fromLatin1(step.statement).arg(to).arg(from));
+        foldLinks(kind, to);
+        deleteOne(kind, from);
+        transaction.commit();
+        if (m_cards && kind.isCard())
+            m_cards->reloadCard(OpenCards::key(kind.code, to));
+    });
+}
+
+// What the source holds follows what the target holds: tracks of the same disc, performers and works keep
+// their own order behind it.
+void CMIT::moveTracks(qint64 from, qint64 to) {
+    Connection& connection = m_session.connection();
+    const auto highest = [&](const char* column, const char* table, const QString& condition) {
+        return connection.single(QStringLiteral("SELECT MAX(%1) FROM %2 WHERE RecID = %3")
+                                     .arg(QLatin1String(column), QLatin1String(table))
+                                     .arg(to) +
+                                 condition);
+    };
+    for (const char* table : {"PfrOnRec", "CompOnRec"})
+        connection.attempt(QStringLiteral("UPDATE %1 SET Pos = Pos + %2 WHERE RecID = %3")
+                               .arg(QLatin1String(table))
+                               .arg(highest("Pos", table, {}).toInteger())
+                               .arg(from));
+    Recordset discs = Recordset::open(
+        connection, QStringLiteral("SELECT DISTINCT Disc FROM Tracks WHERE RecID = %1").arg(from));
+    for (int row = 0; row < discs.rowCount(); ++row) {
+        const QString onDisc = QStringLiteral(" AND Disc = ") + discs.value(row, 0).toText();
+        connection.attempt(QStringLiteral("UPDATE Tracks SET TrackNbr = TrackNbr + %1 WHERE RecID = %2")
+                               .arg(highest("TrackNbr", "Tracks", onDisc).toInteger())
+                               .arg(from) +
+                           onDisc);
+    }
+}
+
+// Two items of a kind often share links: the same recording under both composers. Of links that have become
+// alike the first stays.
+void CMIT::foldLinks(const ItemKind& kind, qint64 id) {
+    for (const LinkTable& links : linkTables(kind.number)) {
+        QString statement =
+            QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+                .arg(QLatin1String(links.columns), QLatin1String(links.table), QLatin1String(links.key))
+                .arg(id);
+        Recordset rows = Recordset::open(m_session.connection(), statement);
+        QSet<QString> seen;
+        for (int row = 0; row < rows.rowCount();) {
+            QStringList cells;
+            for (int field = 0; field < int(rows.fields().size()); ++field)
+                cells.push_back(rows.value(row, field).toText());
+            const QString link = cells.join(u'\t');
+            if (seen.contains(link)) {
+                rows.remove(row);
+            } else {
+                seen.insert(link);
+                ++row;
+            }
+        }
+    }
+}
+
+} // namespace tessaranth

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace tessaranth {
+
+/// A composer or performer as the person editor sees one. `acronym` is of composers only.
+struct Person {
+    qint64 id = 0; ///< 0 for a new one
+    QString last;
+    QString first;
+    QString born; ///< four digits or empty
+    QString died; ///< likewise
+    QString acronym;
+};
+
+/// The years shown after a name: birth, "-" and death, each "?" when it is empty.
+QString yearsText(const QString& birth, const QString& death);
+
+/// True for four digits and for an empty text.
+bool isYear(const QString& text);
+
+/// A name as it is stored: trimmed, and with what no field of one line can show (line breaks, NUL and other
+/// control characters) turned into blanks.
+QString cleanName(const QString& text);
+
+} // namespace tessaranth
