@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/frmMigrate.h"
+
+#include "items/CMIT.h"
+#include "store/Session.h"
+#include "ui/FormHelpers.h"
+#include "ui/ItemListModel.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+frmMigrate::frmMigrate(Session& session, const IconStore& icons, int kind, qint64 source, OpenCards* cards,
+                       QWidget* parent)
+    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_source(source), m_cards(cards) {
+    setObjectName(QStringLiteral("frmMigrate"));
+    const QString noun = kind == ItemKind::Custom ? QStringLiteral("Custom") : itemKind(kind)->noun;
+    setWindowTitle(QStringLiteral("  Migrate ") + noun);
+    buildUi();
+    fill();
+}
+
+void frmMigrate::buildUi() {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(
+        FormHelpers::head(m_icons, itemKind(m_kind)->iconKey, windowTitle().trimmed(),
+                          QStringLiteral("Assign all selected card related elements to another card.")));
+    auto* from = new QLabel(tr("From: %1").arg(CMIT(m_session).nameOf(m_kind, m_source)));
+    from->setTextFormat(Qt::PlainText);
+    from->setWordWrap(true);
+    layout->addWidget(from);
+    m_filter =
+        FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Beginning of the target's name"), 250);
+    m_filter->setPlaceholderText(tr("To: type the beginning of a name"));
+    m_filter->setClearButtonEnabled(true);
+    connect(m_filter, &QLineEdit::textChanged, this, &frmMigrate::fill);
+    layout->addWidget(m_filter);
+    m_model = new ItemListModel(m_icons, this);
+    m_view = FormHelpers::itemView(this, QStringLiteral("lvTarget"), m_model, false);
+    m_view->setAccessibleName(tr("Target"));
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMigrate::enable);
+    connect(m_view, &QTreeView::activated, this, &frmMigrate::run);
+    layout->addWidget(m_view, 1);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    m_migrate = buttons->addButton(tr("&Migrate"), QDialogButtonBox::AcceptRole);
+    m_migrate->setObjectName(QStringLiteral("cmdMigrate"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmMigrate::run);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(buttons);
+    resize(480, 480);
+}
+
+void frmMigrate::fill() {
+    ItemList list;
+    if (CMIT(m_session).ElencoInLv(m_kind, list, m_filter->text().trimmed()))
+        m_model->setList(std::move(list));
+    FormHelpers::fitColumns(m_view);
+    enable();
+}
+
+qint64 frmMigrate::target() const { return m_model->id(m_view->currentIndex()); }
+
+void frmMigrate::enable() { m_migrate->setEnabled(target() != 0 && target() != m_source); }
+
+void frmMigrate::run() {
+    if (!m_migrate->isEnabled())
+        return;
+    CMIT items(m_session);
+    items.setOpenCards(m_cards);
+    if (items.Migra(m_kind, m_source, target()))
+        accept();
+}
+
+} // namespace tessaranth

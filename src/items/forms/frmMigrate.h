@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QLineEdit;
+class QPushButton;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class OpenCards;
+class Session;
+
+/// Picks the item into which another one of its kind is merged. Accepted when the merge was done.
+class frmMigrate final : public QDialog {
+    Q_OBJECT
+
+public:
+    frmMigrate(Session& session, const IconStore& icons, int kind, qint64 source, OpenCards* cards,
+               QWidget* parent = nullptr);
+    qint64 target() const; ///< 0 while nothing is selected
+
+private:
+    void buildUi();
+    void fill();
+    void enable();
+    void run();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    int m_kind;
+    qint64 m_source;
+    OpenCards* m_cards;
+    ItemListModel* m_model = nullptr;
+    QLineEdit* m_filter = nullptr;
+    QTreeView* m_view = nullptr;
+    QPushButton* m_migrate = nullptr;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/frmPers.h"
+
+#include "items/CMIT.h"
+#include "items/forms/frmPersSearch.h"
+#include "store/Session.h"
+#include "ui/FormHelpers.h"
+#include "ui/frmCharmap.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+namespace {
+
+QString hintOf(int kind) {
+    return kind == ItemKind::Composer
+               ? QStringLiteral("Click on Internal List button to fully import a composer")
+               : QStringLiteral("In case of single name (e.a. orchestra) use only the Last Name field");
+}
+
+} // namespace
+
+frmPers::frmPers(Session& session, const IconStore& icons, int kind, qint64 id, QWidget* parent)
+    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind) {
+    setObjectName(QStringLiteral("frmPers"));
+    const QString noun =
+        kind == ItemKind::Composer ? QStringLiteral(" composer") : QStringLiteral(" performer");
+    setWindowTitle((id == 0 ? QStringLiteral(" New") : QStringLiteral(" Edit")) + noun);
+    buildUi();
+    if (id != 0)
+        m_stored = CMIT(session).person(kind, id);
+    show(m_stored);
+}
+
+void frmPers::buildUi() {
+    const ItemKind& kind = *itemKind(m_kind);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle().trimmed(), hintOf(m_kind)));
+
+    auto* fields = new QFormLayout;
+    const auto field = [&](QLineEdit*& edit, const char* name, const char* column, const QString& caption) {
+        const int width = m_session.fieldLengths().maxLength(kind.table, QLatin1String(column));
+        edit = FormHelpers::lineEdit(this, QLatin1String(name), QString(caption).remove(u'&').remove(u':'),
+                                     width);
+        fields->addRow(caption, edit);
+        connect(edit, &QLineEdit::textChanged, this, &frmPers::checkYears);
+    };
+    const QString code = kind.code;
+    field(m_last, "txtLname", qPrintable(code + "Lname"), tr("&Last Name:"));
+    field(m_first, "txtFname", qPrintable(code + "Fname"), tr("&First Name:"));
+    field(m_born, "txtB", qPrintable(code + "B"), tr("&Born:"));
+    field(m_died, "txtD", qPrintable(code + "D"), tr("&Death:"));
+    for (QLineEdit* year : {m_born, m_died}) {
+        year->setMaxLength(4);
+        year->setMaximumWidth(80);
+        year->setPlaceholderText(tr("year"));
+    }
+    if (m_kind == ItemKind::Composer) {
+        field(m_acronym, "txtCatAcr", "CatAcr", tr("C&atalog:"));
+        m_acronym->setMaximumWidth(160);
+        m_acronym->setPlaceholderText(tr("for example BWV"));
+    }
+    layout->addLayout(fields);
+    m_note = new QLabel;
+    m_note->setObjectName(QStringLiteral("dateNote"));
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->hide();
+    layout->addWidget(m_note);
+
+    auto* tools = new QHBoxLayout;
+    auto* archive =
+        new QPushButton(m_kind == ItemKind::Composer ? tr("&Import composer from internal list")
+                                                     : tr("&Import performer from internal list"));
+    archive->setObjectName(QStringLiteral("cmdInternalList"));
+    archive->setAutoDefault(false);
+    connect(archive, &QPushButton::clicked, this, &frmPers::importFromArchive);
+    auto* special = new QPushButton(tr("Special &characters"));
+    special->setObjectName(QStringLiteral("cmdCharmap"));
+    special->setAutoDefault(false);
+    special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
+    connect(special, &QPushButton::clicked, this, &frmPers::insertSpecial);
+    tools->addWidget(archive);
+    tools->addWidget(special);
+    tools->addStretch();
+    layout->addLayout(tools);
+    layout->addStretch();
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    m_save = buttons->addButton(tr("&Save"), QDialogButtonBox::AcceptRole);
+    m_save->setObjectName(QStringLiteral("cmdSave"));
+    m_save->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+        if (save())
+            accept();
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &frmPers::reject);
+    layout->addWidget(buttons);
+    setMinimumWidth(520);
+    m_last->setFocus();
+}
+
+Person frmPers::typed() const {
+    Person person = m_stored;
+    person.last = m_last->text();
+    person.first = m_first->text();
+    person.born = m_born->text();
+    person.died = m_died->text();
+    if (m_acronym)
+        person.acronym = m_acronym->text();
+    return person;
+}
+
+void frmPers::show(const Person& person) {
+    m_last->setText(person.last);
+    m_first->setText(person.first);
+    m_born->setText(person.born);
+    m_died->setText(person.died);
+    if (m_acronym)
+        m_acronym->setText(person.acronym);
+    checkYears();
+}
+
+bool frmPers::isChanged() const {
+    const Person now = typed();
+    return now.last != m_stored.last || now.first != m_stored.first || now.born != m_stored.born ||
+           now.died != m_stored.died || now.acronym != m_stored.acronym;
+}
+
+// A field that cannot be stored as it is turns yellow; the last name alone decides whether one can save.
+void frmPers::checkYears() {
+    for (QLineEdit* year : {m_born, m_died})
+        year->setStyleSheet(isYear(year->text().trimmed())
+                                ? QString()
+                                : QStringLiteral("background: rgb(255, 255, 0); color: black"));
+    m_save->setEnabled(!m_last->text().trimmed().isEmpty());
+}
+
+bool frmPers::save() {
+    for (QLineEdit* year : {m_born, m_died}) {
+        if (!isYear(year->text().trimmed())) {
+            year->setFocus();
+            year->selectAll();
+            break;
+        }
+    }
+    Person person = typed();
+    if (!CMIT(m_session).ModificaItem(m_kind, person))
+        return false;
+    m_stored = person;
+    return true;
+}
+
+void frmPers::importFromArchive() {
+    frmPersSearch form(m_session, m_icons, m_kind, m_last->text(), this);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    Person chosen = form.person();
+    chosen.id = m_stored.id;
+    show(chosen);
+    m_note->setText(tr("The internal list says of the dates: %1").arg(form.dateNote()));
+    m_note->setVisible(!form.dateNote().isEmpty());
+}
+
+void frmPers::insertSpecial() {
+    auto* target = qobject_cast<QLineEdit*>(focusWidget());
+    frmCharmap form(m_icons, this);
+    if (form.exec() == QDialog::Accepted && target)
+        target->insert(form.characters());
+}
+
+void frmPers::reject() {
+    if (isChanged()) {
+        Question question;
+        question.title = windowTitle().trimmed();
+        question.text = QStringLiteral("Do you want to save the changes?");
+        question.buttons = {Answer::Yes, Answer::No, Answer::Cancel};
+        question.defaultButton = Answer::Yes;
+        const Answer answer = m_session.messages().ask(question);
+        if (answer == Answer::Cancel)
+            return;
+        if (answer == Answer::Yes) {
+            if (save())
+                accept();
+            return;
+        }
+    }
+    QDialog::reject();
+}
+
+} // namespace tessaranth

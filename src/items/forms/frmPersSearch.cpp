@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/frmPersSearch.h"
+
+#include "items/ItemKind.h"
+#include "store/Session.h"
+#include "ui/FormHelpers.h"
+#include "ui/ItemListModel.h"
+#include "ui/WindowProgress.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+frmPersSearch::frmPersSearch(Session& session, const IconStore& icons, int kind, const QString& text,
+                             QWidget* parent, Mode mode)
+    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_mode(mode),
+      m_archive(PersonArchive::open(session, kind)) {
+    setObjectName(QStringLiteral("frmPersSearch"));
+    const bool composer = kind == ItemKind::Composer;
+    if (mode == Mode::ImportMany)
+        setWindowTitle(composer ? QStringLiteral("Import multiple composers")
+                                : QStringLiteral("Import multiple performers"));
+    else
+        setWindowTitle(composer ? QStringLiteral("Import a composer from the internal list")
+                                : QStringLiteral("Import a performer from the internal list"));
+    buildUi();
+    m_text->setText(text.trimmed());
+    search();
+}
+
+void frmPersSearch::buildUi() {
+    const ItemKind& kind = *itemKind(m_kind);
+    auto* layout = new QVBoxLayout(this);
+    QString hint =
+        QStringLiteral("Enter a search string. Select the %1 and then click Import.").arg(kind.noun);
+    if (m_mode == Mode::ImportMany)
+        hint = tr("Select as many as you like (Ctrl and Shift add to the selection, Ctrl+A takes all) and "
+                  "then click "
+                  "Import. Those whose name is in the catalog already are left out.");
+    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), hint));
+    m_text = FormHelpers::lineEdit(this, QStringLiteral("txtSearch"), tr("Search string"), 250);
+    m_text->setPlaceholderText(tr("Part of a last or first name"));
+    m_text->setClearButtonEnabled(true);
+    connect(m_text, &QLineEdit::textChanged, this, &frmPersSearch::search);
+    layout->addWidget(m_text);
+    m_model = new ItemListModel(m_icons, this);
+    m_view = FormHelpers::itemView(this, QStringLiteral("lvPersons"), m_model, m_mode == Mode::ImportMany);
+    m_view->setAccessibleName(kind.listCaption);
+    layout->addWidget(m_view, 1);
+    m_state = new QLabel;
+    m_state->setObjectName(QStringLiteral("state"));
+    layout->addWidget(m_state);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    m_import = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
+    m_import->setObjectName(QStringLiteral("cmdImport"));
+    m_import->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmPersSearch::run);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_view, &QTreeView::activated, this, &frmPersSearch::run);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmPersSearch::enable);
+    layout->addWidget(buttons);
+    resize(720, 520);
+}
+
+void frmPersSearch::search() {
+    if (!m_archive)
+        return;
+    m_model->setList(m_archive->search(m_text->text()));
+    FormHelpers::fitColumns(m_view);
+    m_state->setText(m_model->rowCount() == 0
+                         ? QStringLiteral("No match")
+                         : itemKind(m_kind)->countCaption + QString::number(m_model->rowCount()));
+    if (m_mode == Mode::ChooseOne && m_model->rowCount() > 0)
+        m_view->setCurrentIndex(m_model->index(0, 0));
+    enable();
+}
+
+void frmPersSearch::enable() { m_import->setEnabled(m_view->selectionModel()->hasSelection()); }
+
+void frmPersSearch::run() {
+    if (!m_view->selectionModel()->hasSelection())
+        return;
+    if (m_mode == Mode::ImportMany)
+        importSelected();
+    else
+        accept();
+}
+
+void frmPersSearch::importSelected() {
+    std::optional<PersonArchive::Summary> summary;
+    {
+        WindowProgress progress(this);
+        summary = m_archive->import(FormHelpers::selectedIds(m_view, m_model), progress);
+    }
+    if (!summary)
+        return;
+    QString text = tr("%1 added to the catalog.").arg(summary->added) + u'\n' +
+                   tr("%1 left out, as they are there already.").arg(summary->present);
+    if (summary->stopped)
+        text += u'\n' + tr("Stopped before the end.");
+    m_session.messages().information(windowTitle(), text);
+    accept();
+}
+
+Person frmPersSearch::person() const { return m_archive->person(m_model->id(m_view->currentIndex())); }
+
+QString frmPersSearch::dateNote() const { return m_archive->dateNote(m_model->id(m_view->currentIndex())); }
+
+} // namespace tessaranth

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/PersonArchive.h"
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class Session;
+
+/// Searches the reference archive of persons. In single mode one row is chosen for the person editor; in the
+/// other, many are added to the catalog at once.
+class frmPersSearch final : public QDialog {
+    Q_OBJECT
+
+public:
+    enum class Mode { ChooseOne, ImportMany };
+    frmPersSearch(Session& session, const IconStore& icons, int kind, const QString& text,
+                  QWidget* parent = nullptr, Mode mode = Mode::ChooseOne);
+
+    Person person() const; ///< the chosen one
+    QString dateNote() const;
+
+private:
+    void buildUi();
+    void search();
+    void enable();
+    void run();
+    void importSelected();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    int m_kind;
+    Mode m_mode;
+    std::optional<PersonArchive> m_archive;
+    ItemListModel* m_model = nullptr;
+    QLineEdit* m_text = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_state = nullptr;
+    QPushButton* m_import = nullptr;
+};
+
+} // namespace tessaranth

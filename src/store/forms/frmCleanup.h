@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Progress.h"
+
+#include <QDialog>
+
+class QLabel;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+
+namespace tessaranth {
+
+class IconStore;
+class Session;
+
+/// Cleans the catalog step by step and shows what each step found. Accepted when a cleanup has run; the
+/// program is then to be started again.
+class frmCleanup final : public QDialog, private Progress {
+    Q_OBJECT
+
+public:
+    frmCleanup(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    void reject() override;
+
+private:
+    void buildUi(const IconStore& icons);
+    void run();
+    void stage(const QString& text) override;
+    void percentage(int value) override;
+    bool stopped() const override { return m_stopped; }
+
+    Session& m_session;
+    QLabel* m_warning = nullptr;
+    QListWidget* m_steps = nullptr;
+    QProgressBar* m_bar = nullptr;
+    QPushButton* m_start = nullptr;
+    QPushButton* m_cancel = nullptr;
+    bool m_running = false;
+    bool m_stopped = false;
+    bool m_done = false;
+};
+
+} // namespace tessaranth

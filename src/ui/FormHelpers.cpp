@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/FormHelpers.h"
+
+#include "ui/IconStore.h"
+#include "ui/ItemListModel.h"
+
+#include <QFrame>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth::FormHelpers {
+
+QWidget* head(const IconStore& icons, const QString& iconKey, const QString& heading, const QString& hint) {
+    auto* widget = new QWidget;
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 6);
+    row->setSpacing(12);
+    auto* icon = new QLabel;
+    icon->setPixmap(icons.pixmap(iconKey, QSize(32, 32)));
+    row->addWidget(icon, 0, Qt::AlignTop);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    auto* title = new QLabel(heading);
+    title->setTextFormat(Qt::PlainText);
+    title->setObjectName(QStringLiteral("heading"));
+    QFont font = title->font();
+    font.setPointSizeF(font.pointSizeF() * 1.35);
+    font.setBold(true);
+    title->setFont(font);
+    texts->addWidget(title);
+    if (!hint.isEmpty()) {
+        auto* line = new QLabel(hint);
+        line->setTextFormat(Qt::PlainText);
+        line->setWordWrap(true);
+        line->setObjectName(QStringLiteral("hint"));
+        texts->addWidget(line);
+    }
+    row->addLayout(texts, 1);
+    return widget;
+}
+
+QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName,
+                    int maxLength) {
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(objectName);
+    edit->setAccessibleName(accessibleName);
+    if (maxLength > 0)
+        edit->setMaxLength(maxLength);
+    return edit;
+}
+
+QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* model, bool several) {
+    auto* view = new QTreeView(parent);
+    view->setObjectName(objectName);
+    view->setModel(model);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAllColumnsShowFocus(true);
+    view->setSelectionMode(several ? QAbstractItemView::ExtendedSelection
+                                   : QAbstractItemView::SingleSelection);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->header()->setSortIndicatorClearable(true);
+    view->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    view->setSortingEnabled(true);
+    return view;
+}
+
+std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model) {
+    QModelIndexList rows = view->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    std::vector<qint64> ids;
+    for (const QModelIndex& row : rows)
+        ids.push_back(model->id(row));
+    return ids;
+}
+
+void fitColumns(QTreeView* view) {
+    constexpr int widest = 420;
+    for (int column = 0; column + 1 < view->model()->columnCount(); ++column) {
+        view->resizeColumnToContents(column);
+        view->setColumnWidth(column, qMin(view->columnWidth(column) + 12, widest));
+    }
+}
+
+QWidget* rule(QWidget* parent) {
+    auto* line = new QFrame(parent);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+} // namespace tessaranth::FormHelpers

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialogButtonBox>
+#include <QString>
+#include <initializer_list>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeView;
+class QVBoxLayout;
+class QWidget;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+
+/// Pieces that all forms are built of, so that they look alike.
+namespace FormHelpers {
+
+/// The head of a form: its icon, a large heading and a line of hint below it. Leading blanks are kept.
+QWidget* head(const IconStore& icons, const QString& iconKey, const QString& heading, const QString& hint);
+/// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
+QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
+/// A list of items: whole rows, one line each, sortable by its headings.
+QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* model, bool several);
+/// Ids of the selected rows in the order in which they are shown.
+std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model);
+/// Columns as wide as what they show, within reason.
+void fitColumns(QTreeView* view);
+/// A line across the form.
+QWidget* rule(QWidget* parent);
+
+} // namespace FormHelpers
+
+} // namespace tessaranth

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/OpenCards.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QDockWidget;
+class QMdiArea;
+
+namespace tessaranth {
+
+class Commands;
+class IconStore;
+class ItemActions;
+class MaintenanceActions;
+class Session;
+class Toolbox;
+
+/// The frame: menus, the tool box and the area of the card windows. It puts its collaborators together and
+/// leaves the work to them.
+class MainWindow final : public QMainWindow, public OpenCards {
+    Q_OBJECT
+
+public:
+    /// Exit code of a program that is to be started again.
+    static constexpr int restartCode = 1000;
+
+    MainWindow(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    Toolbox* toolbox() const { return m_toolbox; }
+    void closeCard(const QString& key) override;
+    void reloadCard(const QString& key) override;
+    /// Brings the window to the front, for a second start of the program.
+    void comeForward();
+    void showNotice(const QString& text);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildUi();
+    void buildCommands();
+    void showAbout();
+    void restart();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    QMdiArea* m_area = nullptr;
+    QDockWidget* m_dock = nullptr;
+    Toolbox* m_toolbox = nullptr;
+    std::unique_ptr<ItemActions> m_items;
+    std::unique_ptr<MaintenanceActions> m_maintenance;
+    std::unique_ptr<Commands> m_commands;
+    bool m_restarting = false;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/Toolbox.h"
+
+#include "items/CMIT.h"
+#include "store/Session.h"
+#include "ui/FormHelpers.h"
+#include "ui/IconStore.h"
+#include "ui/ItemColours.h"
+#include "ui/ItemListModel.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QToolBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+namespace {
+/// Between two keys of somebody who types; the list is read when the typing pauses.
+constexpr int typingPauseMs = 120;
+} // namespace
+
+Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
+    : QWidget(parent), m_session(session) {
+    m_model = new ItemListModel(icons, this);
+    buildUi(icons);
+    m_typing.setSingleShot(true);
+    m_typing.setInterval(typingPauseMs);
+    connect(&m_typing, &QTimer::timeout, this, &Toolbox::fill);
+    connect(m_filter, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
+    connect(m_kinds, &QComboBox::currentIndexChanged, this, [this] {
+        const QSignalBlocker blocker(m_filter);
+        m_filter->clear();
+        fill();
+        emit kindChanged();
+    });
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &Toolbox::selectionChanged);
+    connect(m_view, &QTreeView::activated, this,
+            [this](const QModelIndex& index) { emit activated(m_model->id(index)); });
+    fill();
+}
+
+void Toolbox::buildUi(const IconStore& icons) {
+    setObjectName(QStringLiteral("toolbox"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 8, 8, 6);
+    layout->setSpacing(6);
+
+    auto* heading = new QLabel(tr("Manage collection"));
+    QFont font = heading->font();
+    font.setBold(true);
+    heading->setFont(font);
+    layout->addWidget(heading);
+
+    m_kinds = new QComboBox;
+    m_kinds->setObjectName(QStringLiteral("cboKind"));
+    m_kinds->setAccessibleName(tr("Kind of card"));
+    for (const ItemKind& kind : itemKinds())
+        if (kind.isCard())
+            m_kinds->addItem(icons.icon(kind.iconKey), kind.listCaption, kind.number);
+    layout->addWidget(m_kinds);
+
+    m_bar = new QToolBar;
+    m_bar->setIconSize(QSize(18, 18));
+    m_bar->setAccessibleName(tr("Commands of the list"));
+    layout->addWidget(m_bar);
+
+    m_filter = FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Apply filter"), 250);
+    m_filter->setPlaceholderText(tr("Type the beginning of a name"));
+    m_filter->setClearButtonEnabled(true);
+    layout->addWidget(m_filter);
+
+    m_view = FormHelpers::itemView(this, QStringLiteral("lvItems"), m_model, true);
+    m_view->setAccessibleName(tr("Cards"));
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    layout->addWidget(m_view, 1);
+    m_empty = new QLabel(m_view->viewport());
+    m_empty->setObjectName(QStringLiteral("emptyState"));
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setWordWrap(true);
+    m_empty->setTextFormat(Qt::PlainText);
+    m_empty->setMargin(16);
+    m_view->viewport()->installEventFilter(this);
+
+    m_count = new QLabel;
+    m_count->setObjectName(QStringLiteral("count"));
+    layout->addWidget(m_count);
+}
+
+bool Toolbox::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize)
+        m_empty->setGeometry(m_view->viewport()->rect());
+    return QWidget::eventFilter(watched, event);
+}
+
+void Toolbox::setActions(const QList<QAction*>& actions) {
+    m_bar->addActions(actions);
+    m_view->addActions(actions);
+}
+
+int Toolbox::kind() const { return m_kinds->currentData().toInt(); }
+
+void Toolbox::showKind(int kind) { m_kinds->setCurrentIndex(m_kinds->findData(kind)); }
+
+void Toolbox::refresh() {
+    const std::vector<qint64> selected = selectedIds();
+    const int scrolled = m_view->verticalScrollBar()->value();
+    fill();
+    m_view->verticalScrollBar()->setValue(scrolled);
+    if (!selected.empty())
+        select(selected.front());
+}
+
+std::vector<qint64> Toolbox::selectedIds() const { return FormHelpers::selectedIds(m_view, m_model); }
+
+QStringList Toolbox::selectedNames() const {
+    QStringList names;
+    QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    for (const QModelIndex& row : rows)
+        names.push_back(row.data().toString());
+    return names;
+}
+
+void Toolbox::select(qint64 id) {
+    const QModelIndex index = m_model->indexOf(id);
+    if (index.isValid()) {
+        m_view->setCurrentIndex(index);
+        m_view->scrollTo(index);
+    }
+}
+
+void Toolbox::fill() {
+    m_typing.stop();
+    const ItemKind* chosen = itemKind(kind());
+    ItemList list;
+    if (!CMIT(m_session).ElencoInLv(chosen->number, list, m_filter->text().trimmed()))
+        return;
+    m_model->setList(std::move(list));
+    const QHeaderView* header = m_view->header();
+    if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
+        m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
+    paintInItemColours(m_view, m_session.configuration(), chosen->colourPrefix);
+    m_view->header()->setStretchLastSection(true);
+    if (m_model->columnCount() > 1)
+        m_view->setColumnWidth(0, m_view->viewport()->width() * 2 / 3);
+    showState();
+    emit selectionChanged();
+}
+
+void Toolbox::showState() {
+    const ItemKind* chosen = itemKind(kind());
+    const QString typed = m_filter->text().trimmed();
+    m_count->setText(chosen->countCaption + QString::number(m_model->rowCount()));
+    m_empty->setVisible(m_model->rowCount() == 0);
+    m_empty->setPalette(m_view->palette());
+    const QString caption = chosen->listCaption.toLower();
+    m_empty->setText(
+        typed.isEmpty()
+            ? tr("There are no %1 in this catalog yet.\n\nAdd the first one with \"New\", or see how a "
+                 "filled catalog looks: tessaranth-cli sample FILE writes one.")
+                  .arg(caption)
+            : tr("None of the %1 begins with \"%2\".\n\nClear the filter to see all of them.")
+                  .arg(caption, typed));
+}
+
+} // namespace tessaranth

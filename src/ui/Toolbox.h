@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/ItemKind.h"
+
+#include <QTimer>
+#include <QWidget>
+#include <vector>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class Session;
+
+/// The tool box at the left of the main window: the cards of one kind at a time, narrowed as one types.
+class Toolbox final : public QWidget {
+    Q_OBJECT
+
+public:
+    Toolbox(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+
+    int kind() const;
+    void showKind(int kind);
+    /// Reads the list again and keeps what was selected.
+    void refresh();
+    std::vector<qint64> selectedIds() const;
+    QStringList selectedNames() const;
+    void select(qint64 id);
+    QTreeView* view() const { return m_view; }
+    ItemListModel* model() const { return m_model; }
+    /// Puts actions into the tool bar above the list and into its context menu.
+    void setActions(const QList<QAction*>& actions);
+
+signals:
+    void kindChanged();
+    void selectionChanged();
+    void activated(qint64 id);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildUi(const IconStore& icons);
+    void fill();
+    void showState();
+
+    Session& m_session;
+    ItemListModel* m_model = nullptr;
+    QComboBox* m_kinds = nullptr;
+    QLineEdit* m_filter = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_empty = nullptr;
+    QLabel* m_count = nullptr;
+    class QToolBar* m_bar = nullptr;
+    QTimer m_typing;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/Tour.h"
+
+#include "items/ItemKind.h"
+#include "items/forms/frmMigrate.h"
+#include "items/forms/frmPers.h"
+#include "items/forms/frmPersSearch.h"
+#include "store/Session.h"
+#include "store/forms/frmCleanup.h"
+#include "ui/ItemListModel.h"
+#include "ui/MainWindow.h"
+#include "ui/Toolbox.h"
+#include "ui/frmAbout.h"
+#include "ui/frmCharmap.h"
+#include "ui/frmInput.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QTreeView>
+
+namespace tessaranth {
+
+namespace {
+
+class Camera {
+public:
+    explicit Camera(const QString& folder) : m_folder(folder) { QDir().mkpath(folder); }
+
+    void take(QWidget& widget, const QString& name) {
+        widget.show();
+        // Two rounds: the first lays out, the second paints what the layout asked for.
+        for (int round = 0; round < 2; ++round)
+            QCoreApplication::processEvents();
+        const QString file =
+            m_folder + u'/' +
+            QStringLiteral("%1-%2.png").arg(m_files.size() + 1, 2, 10, QLatin1Char('0')).arg(name);
+        if (widget.grab().save(file))
+            m_files.push_back(file);
+    }
+
+    const QStringList& files() const { return m_files; }
+
+private:
+    QString m_folder;
+    QStringList m_files;
+};
+
+void waitForTyping() {
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 250)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+}
+
+void showLists(Camera& camera, MainWindow& window) {
+    Toolbox& toolbox = *window.toolbox();
+    for (const ItemKind& kind : itemKinds()) {
+        if (!kind.isCard())
+            continue;
+        toolbox.showKind(kind.number);
+        camera.take(window, QStringLiteral("list-") + kind.code);
+    }
+    toolbox.showKind(ItemKind::Composer);
+    auto* filter = toolbox.findChild<QLineEdit*>(QStringLiteral("txtFilter"));
+    filter->setText(QStringLiteral("b"));
+    waitForTyping();
+    camera.take(window, QStringLiteral("list-filtered"));
+    filter->setText(QStringLiteral("nobody is called so"));
+    waitForTyping();
+    camera.take(window, QStringLiteral("list-no-match"));
+    filter->clear();
+    waitForTyping();
+    toolbox.view()->sortByColumn(0, Qt::DescendingOrder);
+    camera.take(window, QStringLiteral("list-descending"));
+    toolbox.view()->sortByColumn(-1, Qt::AscendingOrder);
+}
+
+void showPersons(Camera& camera, Session& session, const IconStore& icons, Toolbox& toolbox) {
+    for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
+        toolbox.showKind(kind);
+        const ItemListModel& list = *toolbox.model();
+        const qint64 first = list.id(list.index(list.rowCount() / 2, 0));
+        const QString code = itemKind(kind)->code;
+        frmPers editor(session, icons, kind, first);
+        camera.take(editor, QStringLiteral("editor-") + code);
+        frmPersSearch search(session, icons, kind, QStringLiteral("ba"));
+        camera.take(search, QStringLiteral("archive-") + code);
+        frmPersSearch many(session, icons, kind, {}, nullptr, frmPersSearch::Mode::ImportMany);
+        camera.take(many, QStringLiteral("archive-many-") + code);
+        frmMigrate merge(session, icons, kind, first, nullptr);
+        camera.take(merge, QStringLiteral("merge-") + code);
+    }
+}
+
+} // namespace
+
+QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder) {
+    Camera camera(folder);
+    showLists(camera, window);
+    showPersons(camera, session, icons, *window.toolbox());
+    frmCharmap charmap(icons);
+    camera.take(charmap, QStringLiteral("charmap"));
+    frmInput input({QStringLiteral("  New genre"), QStringLiteral("Add a new global genre"),
+                    QStringLiteral("Genre name"), QStringLiteral("Add"), QStringLiteral("Genre"), QString()},
+                   &icons);
+    camera.take(input, QStringLiteral("name-input"));
+    frmCleanup cleanup(session, icons);
+    camera.take(cleanup, QStringLiteral("cleanup"));
+    frmAbout about(session, icons);
+    camera.take(about, QStringLiteral("about"));
+    return camera.files();
+}
+
+} // namespace tessaranth

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+namespace tessaranth {
+
+class IconStore;
+class Session;
+
+/// Versions of the program, of what it is built on, and of the open catalog.
+class frmAbout final : public QDialog {
+    Q_OBJECT
+
+public:
+    frmAbout(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+};
+
+} // namespace tessaranth

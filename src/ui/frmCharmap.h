@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QLineEdit;
+class QTableWidget;
+
+namespace tessaranth {
+
+class IconStore;
+
+/// The character map: letters that names and titles of the field need and keyboards lack. Accepted with the
+/// characters that were picked.
+class frmCharmap final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmCharmap(const IconStore& icons, QWidget* parent = nullptr);
+    QString characters() const;
+
+private:
+    void fill();
+
+    QTableWidget* m_table = nullptr;
+    QLineEdit* m_picked = nullptr;
+};
+
+} // namespace tessaranth

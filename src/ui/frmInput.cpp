@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/frmInput.h"
+
+#include "ui/FormHelpers.h"
+#include "ui/IconStore.h"
+
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+frmInput::frmInput(const NameRequest& request, const IconStore* icons, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmInput"));
+    setWindowTitle(request.title);
+    static const IconStore none{QString()};
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(FormHelpers::head(icons ? *icons : none, request.iconKey, request.heading, {}));
+    auto* fields = new QFormLayout;
+    m_edit = FormHelpers::lineEdit(this, QStringLiteral("txtName"), request.label, request.maxLength);
+    m_edit->setText(request.defaultText);
+    m_edit->selectAll();
+    fields->addRow(request.label + u':', m_edit);
+    layout->addLayout(fields);
+    layout->addStretch();
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    QPushButton* accept = buttons->addButton(request.button, QDialogButtonBox::AcceptRole);
+    accept->setObjectName(QStringLiteral("cmdOk"));
+    accept->setDefault(true);
+    const auto enable = [this, accept] { accept->setEnabled(!name().isEmpty()); };
+    connect(m_edit, &QLineEdit::textChanged, this, enable);
+    enable();
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(buttons);
+    setMinimumWidth(420);
+}
+
+QString frmInput::name() const { return m_edit->text().trimmed(); }
+
+} // namespace tessaranth
