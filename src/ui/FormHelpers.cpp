@@ -4,10 +4,12 @@
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
 
-#include <QFrame>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -85,11 +87,16 @@ void fitColumns(QTreeView* view) {
     }
 }
 
-QWidget* rule(QWidget* parent) {
-    auto* line = new QFrame(parent);
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Sunken);
-    return line;
+QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName) {
+    auto* box = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    QPushButton* button = box->addButton(action, QDialogButtonBox::ActionRole);
+    button->setObjectName(objectName);
+    QObject::connect(box, &QDialogButtonBox::rejected, form, &QDialog::reject);
+    layout->addWidget(box);
+    // Only within the form does a button become its default; the box would otherwise choose Cancel.
+    box->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
+    button->setDefault(true);
+    return button;
 }
 
 } // namespace tessaranth::FormHelpers

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDialogButtonBox>
 #include <QString>
-#include <initializer_list>
 #include <vector>
 
-class QAction;
-class QLabel;
+class QDialog;
 class QLineEdit;
 class QPushButton;
 class QTreeView;
@@ -32,8 +29,9 @@ QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* m
 std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model);
 /// Columns as wide as what they show, within reason.
 void fitColumns(QTreeView* view);
-/// A line across the form.
-QWidget* rule(QWidget* parent);
+/// The last row of a form: the default button with the action's name, and Cancel, which rejects the form. The
+/// caller connects the first, which is returned.
+QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName);
 
 } // namespace FormHelpers
 

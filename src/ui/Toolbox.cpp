@@ -68,7 +68,7 @@ void Toolbox::buildUi(const IconStore& icons) {
     layout->addWidget(m_kinds);
 
     m_bar = new QToolBar;
-    m_bar->setIconSize(QSize(18, 18));
+    m_bar->setIconSize(QSize(20, 20));
     m_bar->setAccessibleName(tr("Commands of the list"));
     layout->addWidget(m_bar);
 
@@ -95,8 +95,10 @@ void Toolbox::buildUi(const IconStore& icons) {
 }
 
 bool Toolbox::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize)
+    if (event->type() == QEvent::Resize) {
         m_empty->setGeometry(m_view->viewport()->rect());
+        fitColumns();
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -148,11 +150,23 @@ void Toolbox::fill() {
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
         m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
     paintInItemColours(m_view, m_session.configuration(), chosen->colourPrefix);
-    m_view->header()->setStretchLastSection(true);
-    if (m_model->columnCount() > 1)
-        m_view->setColumnWidth(0, m_view->viewport()->width() * 2 / 3);
+    fitColumns();
     showState();
     emit selectionChanged();
+}
+
+// The name takes what room there is; what stands beside it no more than it needs, and at most two fifths.
+void Toolbox::fitColumns() {
+    QHeaderView* header = m_view->header();
+    header->setStretchLastSection(false);
+    if (m_model->columnCount() == 0)
+        return;
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
+    if (m_model->columnCount() > 1) {
+        header->setSectionResizeMode(1, QHeaderView::Interactive);
+        m_view->resizeColumnToContents(1);
+        m_view->setColumnWidth(1, qMin(m_view->columnWidth(1), m_view->width() * 2 / 5));
+    }
 }
 
 void Toolbox::showState() {

@@ -48,6 +48,7 @@ protected:
 private:
     void buildUi(const IconStore& icons);
     void fill();
+    void fitColumns();
     void showState();
 
     Session& m_session;

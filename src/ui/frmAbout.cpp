@@ -4,6 +4,7 @@
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
 
+#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QVBoxLayout>

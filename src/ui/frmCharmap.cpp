@@ -52,13 +52,10 @@ frmCharmap::frmCharmap(const IconStore& icons, QWidget* parent) : QDialog(parent
         if (const QTableWidgetItem* item = m_table->item(row, column))
             m_picked->insert(item->text());
     });
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    QPushButton* insert = buttons->addButton(tr("&Insert"), QDialogButtonBox::AcceptRole);
-    insert->setObjectName(QStringLiteral("cmdInsert"));
-    insert->setAutoDefault(false);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    QPushButton* insert = FormHelpers::buttonRow(this, layout, tr("&Insert"), QStringLiteral("cmdInsert"));
+    insert->setDefault(false);
+    insert->setAutoDefault(false); // Enter picks the character under the cursor
+    connect(insert, &QPushButton::clicked, this, &QDialog::accept);
     resize(columns * cellPixels + 50, 480);
 }
 

@@ -24,16 +24,11 @@ frmInput::frmInput(const NameRequest& request, const IconStore* icons, QWidget* 
     fields->addRow(request.label + u':', m_edit);
     layout->addLayout(fields);
     layout->addStretch();
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    QPushButton* accept = buttons->addButton(request.button, QDialogButtonBox::AcceptRole);
-    accept->setObjectName(QStringLiteral("cmdOk"));
-    accept->setDefault(true);
+    QPushButton* accept = FormHelpers::buttonRow(this, layout, request.button, QStringLiteral("cmdOk"));
     const auto enable = [this, accept] { accept->setEnabled(!name().isEmpty()); };
     connect(m_edit, &QLineEdit::textChanged, this, enable);
     enable();
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    connect(accept, &QPushButton::clicked, this, &QDialog::accept);
     setMinimumWidth(420);
 }
 

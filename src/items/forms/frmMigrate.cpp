@@ -45,12 +45,8 @@ void frmMigrate::buildUi() {
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMigrate::enable);
     connect(m_view, &QTreeView::activated, this, &frmMigrate::run);
     layout->addWidget(m_view, 1);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    m_migrate = buttons->addButton(tr("&Migrate"), QDialogButtonBox::AcceptRole);
-    m_migrate->setObjectName(QStringLiteral("cmdMigrate"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &frmMigrate::run);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    m_migrate = FormHelpers::buttonRow(this, layout, tr("&Migrate"), QStringLiteral("cmdMigrate"));
+    connect(m_migrate, &QPushButton::clicked, this, &frmMigrate::run);
     resize(480, 480);
 }
 

@@ -90,16 +90,11 @@ void frmPers::buildUi() {
     layout->addLayout(tools);
     layout->addStretch();
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    m_save = buttons->addButton(tr("&Save"), QDialogButtonBox::AcceptRole);
-    m_save->setObjectName(QStringLiteral("cmdSave"));
-    m_save->setDefault(true);
-    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+    m_save = FormHelpers::buttonRow(this, layout, tr("&Save"), QStringLiteral("cmdSave"));
+    connect(m_save, &QPushButton::clicked, this, [this] {
         if (save())
             accept();
     });
-    connect(buttons, &QDialogButtonBox::rejected, this, &frmPers::reject);
-    layout->addWidget(buttons);
     setMinimumWidth(520);
     m_last->setFocus();
 }

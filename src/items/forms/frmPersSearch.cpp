@@ -56,15 +56,10 @@ void frmPersSearch::buildUi() {
     m_state->setObjectName(QStringLiteral("state"));
     layout->addWidget(m_state);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    m_import = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
-    m_import->setObjectName(QStringLiteral("cmdImport"));
-    m_import->setDefault(true);
-    connect(buttons, &QDialogButtonBox::accepted, this, &frmPersSearch::run);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_import = FormHelpers::buttonRow(this, layout, tr("&Import"), QStringLiteral("cmdImport"));
+    connect(m_import, &QPushButton::clicked, this, &frmPersSearch::run);
     connect(m_view, &QTreeView::activated, this, &frmPersSearch::run);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmPersSearch::enable);
-    layout->addWidget(buttons);
     resize(720, 520);
 }
 

@@ -5,6 +5,7 @@
 #include "ui/FormHelpers.h"
 
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
