@@ -146,8 +146,15 @@ SqlStatement Connection::translateUpdatable(const QString& statement) const {
     return m_impl->dialect.translate(statement, JetSql::Use::Updatable);
 }
 
+bool Connection::returnsRows(const QString& statement) const {
+    return m_impl->dialect.translate(statement).kind == SqlStatement::Kind::Select;
+}
+
 Query Connection::query(const QString& statement) {
-    return queryStatement(m_impl->dialect.translate(statement));
+    const SqlStatement translated = m_impl->dialect.translate(statement);
+    if (translated.kind == SqlStatement::Kind::ChangeColumn)
+        throw SqlError(QStringLiteral("the statement returns no rows"));
+    return queryStatement(translated);
 }
 
 int Connection::execute(const QString& statement) {

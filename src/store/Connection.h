@@ -74,6 +74,8 @@ public:
 
     const QString& path() const { return m_path; }
 
+    /// False for a statement that changes the catalog: that one goes to `execute`.
+    bool returnsRows(const QString& statement) const;
     Query query(const QString& statement);
     /// Runs a statement that returns no rows; answers with the number of rows it changed.
     int execute(const QString& statement);

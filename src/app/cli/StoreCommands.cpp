@@ -48,12 +48,12 @@ int CliContext::withInspection(const std::function<int(Session&)>& command) {
 namespace {
 
 int runSql(CliContext& context, Session& session, const QString& statement) {
-    Query run = session.connection().query(statement);
-    if (run.columnCount() == 0) {
+    if (!session.connection().returnsRows(statement)) {
         const int changed = session.connection().execute(statement);
         std::cerr << changed << " row(s) changed\n";
         return 0;
     }
+    Query run = session.connection().query(statement);
     Output output(context.json);
     QStringList names;
     for (int column = 0; column < run.columnCount(); ++column)
