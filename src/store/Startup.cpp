@@ -121,15 +121,16 @@ bool Startup::openConfiguration() {
     Configuration& configuration = m_session.configuration();
     if (configuration.exists())
         return true;
+    // The folders first: with the configuration written, nobody would make them any more.
+    for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels,
+                              Session::Folder::Media, Session::Folder::Html})
+        QDir().mkpath(m_session.dataFolder(folder));
     if (!configuration.create(m_session.databasePath())) {
         m_session.messages().critical(applicationTitle,
                                       QStringLiteral("Unable to create the configuration file!\n") +
                                           QStringLiteral("Cannot continue"));
         return false;
     }
-    for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels,
-                              Session::Folder::Media, Session::Folder::Html})
-        QDir().mkpath(m_session.dataFolder(folder));
     return true;
 }
 
