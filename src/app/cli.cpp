@@ -4,9 +4,29 @@
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
 #include <iostream>
 
 using namespace tessaranth;
+
+namespace {
+
+QString absolute(const std::string& path) {
+    return QDir::cleanPath(QFileInfo(QString::fromStdString(path)).absoluteFilePath());
+}
+
+/// Rows that did not reach their file must not pass for a result.
+bool outputIsWritten() {
+    std::cout.flush();
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && std::cout.good())
+        return true;
+    std::cerr << "The output could not be written.\n";
+    return false;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
@@ -32,7 +52,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }
-    context.applicationFolder = folder.empty() ? appFolder() : QString::fromStdString(folder);
-    context.catalog = QString::fromStdString(catalog);
-    return action ? action() : 2;
+    // Whole paths: what goes into the configuration must hold wherever the program is started next.
+    context.applicationFolder = folder.empty() ? appFolder() : absolute(folder);
+    if (!catalog.empty())
+        context.catalog = absolute(catalog);
+    const int code = action ? action() : 2;
+    return code == 0 && !outputIsWritten() ? 1 : code;
 }
