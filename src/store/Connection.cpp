@@ -46,7 +46,10 @@ void bindAll(SQLite::Statement& statement, const std::vector<Value>& parameters)
 
 SqlError sqlError(const SQLite::Exception& error) {
     const QString reason = QString::fromUtf8(error.what());
-    return isStorageFailure(error.getErrorCode()) ? SqlError::storageFailure(reason) : SqlError(reason);
+    const int code = error.getErrorCode() & 0xff;
+    return isStorageFailure(code)
+               ? SqlError::storageFailure(reason, code == SQLITE_CORRUPT || code == SQLITE_NOTADB)
+               : SqlError(reason);
 }
 
 // ---- prepared statements

@@ -15,15 +15,19 @@ public:
     /// True when not the statement is at fault but the disk: full, failing, or the file damaged. Nothing of
     /// an operation may stand then, so such a failure is never skipped.
     bool isStorageFailure() const { return m_storageFailure; }
-    static SqlError storageFailure(const QString& reason) {
+    /// Of the storage failures the one where the file itself is at fault.
+    bool isDamage() const { return m_damage; }
+    static SqlError storageFailure(const QString& reason, bool damage) {
         SqlError error(reason);
         error.m_storageFailure = true;
+        error.m_damage = damage;
         return error;
     }
 
 private:
     qsizetype m_position;
     bool m_storageFailure = false;
+    bool m_damage = false;
 };
 
 } // namespace tessaranth

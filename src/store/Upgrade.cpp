@@ -27,6 +27,13 @@ const MediaColumn mediaColumns[] = {{"MediaFolder", "VARCHAR(250)", ""},
                                     {"VolumeName", "VARCHAR(33)", ""},
                                     {"VolumeType", "VARCHAR(20)", ""}};
 
+UpgradeResult::Kind kindOf(const Error& error) {
+    const auto* sql = dynamic_cast<const SqlError*>(&error);
+    if (sql && sql->isDamage())
+        return UpgradeResult::Kind::Damaged;
+    return !sql || sql->isStorageFailure() ? UpgradeResult::Kind::Stopped : UpgradeResult::Kind::FailedAtStep;
+}
+
 } // namespace
 
 QString UpgradeResult::text() const {
@@ -41,7 +48,11 @@ QString UpgradeResult::text() const {
         return tr("The catalog was written by a newer version of the program.");
     case Kind::Damaged:
         return tr("The catalog is damaged: %1").arg(reason);
+    case Kind::Stopped:
+        return tr("The catalog could not be brought up to date: %1").arg(reason);
     case Kind::FailedAtStep:
+        if (failedStep == 0)
+            return tr("The catalog could not be brought fully up to date: %1").arg(reason);
         return tr("The catalog could not be brought fully up to date: step %1 failed. It is tried again at "
                   "the next "
                   "start.")
@@ -71,9 +82,7 @@ UpgradeResult Upgrade::run(Progress& progress) {
             m_connection.runNative(indexes.readAll());
         progress.percentage(100);
     } catch (const Error& error) {
-        const auto* sql = dynamic_cast<const SqlError*>(&error);
-        m_result.kind =
-            sql && sql->isStorageFailure() ? UpgradeResult::Kind::Damaged : UpgradeResult::Kind::FailedAtStep;
+        m_result.kind = kindOf(error);
         m_result.reason = error.reason();
         return m_result;
     }

@@ -21,6 +21,7 @@ struct UpgradeResult {
         Newer,         ///< written by a newer version; untouched
         Damaged,       ///< the file is damaged; what was applied before is in `applied`
         FailedAtStep,  ///< `failedStep` could not be applied; it is tried again at the next start
+        Stopped,       ///< the disk is full or failing; `reason` says why, `applied` holds what stands
         NoMediaFolder, ///< the media step needs the media folder; the user has been told
     };
     Kind kind = Kind::Current;
