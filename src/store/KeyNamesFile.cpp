@@ -7,8 +7,23 @@
 #include <QFile>
 #include <QLocale>
 #include <QSaveFile>
+#include <algorithm>
 
 namespace tessaranth {
+
+namespace {
+
+constexpr qsizetype longestName = 50; // the width of WKeys.KeyName
+
+bool isSound(const KeyNameLine& line) {
+    const auto isBad = [](QChar c) {
+        return !(c.isPrint() || c.isSurrogate()) || c == QChar::ReplacementCharacter;
+    };
+    return line.language > 0 && line.key > 0 && !line.name.isEmpty() && line.name.size() <= longestName &&
+           std::none_of(line.name.begin(), line.name.end(), isBad);
+}
+
+} // namespace
 
 std::vector<KeyNameLine> readKeyNames(const QString& path) {
     QFile file(path);
@@ -16,13 +31,24 @@ std::vector<KeyNameLine> readKeyNames(const QString& path) {
         throw FileError(
             QCoreApplication::translate("KeyNames", "%1 cannot be read: %2").arg(path, file.errorString()));
     std::vector<KeyNameLine> lines;
-    const QStringList texts = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
-    for (const QString& text : texts) {
-        const KeyNameLine line{text.section(u';', 0, 0).toInt(), text.section(u';', 1, 1).toInt(),
-                               text.section(u';', 2).trimmed()};
-        if (line.language > 0 && line.key > 0 && !line.name.isEmpty())
-            lines.push_back(line);
+    // A catalog is filled once, so a line that cannot be read would be missing from it for good.
+    const QStringList texts = QString::fromUtf8(file.readAll()).split(u'\n');
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        if (texts[i].trimmed().isEmpty())
+            continue;
+        const KeyNameLine line{texts[i].section(u';', 0, 0).toInt(), texts[i].section(u';', 1, 1).toInt(),
+                               texts[i].section(u';', 2).trimmed()};
+        if (!isSound(line))
+            throw FileError(
+                QCoreApplication::translate("KeyNames", "The file %1 is damaged: line %2 holds no key name.")
+                    .arg(path)
+                    .arg(i + 1));
+        lines.push_back(line);
     }
+    if (lines.empty())
+        throw FileError(
+            QCoreApplication::translate("KeyNames", "The file %1 is damaged: it holds no key names.")
+                .arg(path));
     return lines;
 }
 

@@ -15,7 +15,7 @@ struct KeyNameLine {
     QString name;
 };
 
-/// Throws FileError when the file cannot be read; lines of another form are left out.
+/// Throws FileError when the file cannot be read, a line is of another form, or there is none.
 std::vector<KeyNameLine> readKeyNames(const QString& path);
 /// Throws FileError when the file cannot be written.
 void writeKeyNames(const QString& path, const std::vector<KeyNameLine>& lines);

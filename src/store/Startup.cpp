@@ -4,6 +4,7 @@
 #include "platform/AppFolder.h"
 #include "platform/OperatingSystem.h"
 #include "platform/Registry.h"
+#include "store/CompanionFiles.h"
 #include "store/Maintenance.h"
 #include "store/Session.h"
 
@@ -16,7 +17,6 @@ namespace tessaranth {
 namespace {
 
 const QString catalogName = QStringLiteral("Tessaranth.tsb");
-const char* const companionFiles[] = {"tsrthres.dll", "tsrcps.dll", "tsrpfr.dll", "WKeys.dat"};
 
 } // namespace
 
@@ -95,9 +95,13 @@ bool Startup::locateDatabase() {
 }
 
 bool Startup::checkCompanionFiles() {
-    for (const char* name : companionFiles)
+    for (const char* name : companionFiles())
         if (!QFileInfo(m_session.applicationFile(QString::fromLatin1(name))).isFile())
             return reportMissing(QString::fromLatin1(name));
+    for (const char* name : companionFiles())
+        if (const QString damage = companionDamage(m_session.applicationFile(QString::fromLatin1(name)));
+            !damage.isEmpty())
+            return refuse(damage);
     return true;
 }
 
@@ -145,7 +149,8 @@ bool Startup::upgradeSchema() {
     m_result.upgrade = Upgrade(m_session).run(m_progress);
     if (m_result.upgrade.kind == UpgradeResult::Kind::NoMediaFolder)
         return false;
-    if (m_result.upgrade.kind == UpgradeResult::Kind::Damaged)
+    if (m_result.upgrade.kind == UpgradeResult::Kind::Damaged ||
+        m_result.upgrade.kind == UpgradeResult::Kind::Stopped)
         return refuse(m_result.upgrade.text());
     // Widths may have changed.
     m_session.fieldLengths().load(m_session.connection());
