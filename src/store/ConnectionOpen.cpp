@@ -222,12 +222,39 @@ void writeCopy(SQLite::Database& source, const std::string& file, const std::fun
 
 } // namespace
 
+namespace {
+
+/// A log left behind by a killed program belongs to the file that is about to be replaced; SQLite would play
+/// it into the new one. So it is first brought home into the old file, which thereby stays whole should the
+/// copy fail.
+void settle(const QString& target) {
+    const QString log = target + QStringLiteral("-wal");
+    const QString journal = target + QStringLiteral("-journal");
+    if (!QFileInfo::exists(log) && !QFileInfo::exists(journal))
+        return;
+    try {
+        if (QFileInfo::exists(target)) {
+            SQLite::Database old(target.toStdString(), SQLite::OPEN_READWRITE);
+            old.exec("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = DELETE");
+        }
+    } catch (const SQLite::Exception& error) {
+        const int code = error.getErrorCode() & 0xff;
+        if (code != SQLITE_NOTADB && code != SQLITE_CORRUPT)
+            throw;
+    }
+    for (const QString& file : {log, target + QStringLiteral("-shm"), journal})
+        QFile::remove(file);
+}
+
+} // namespace
+
 void Connection::copyTo(const QString& target, const std::function<void(int)>& progress) {
     const QString temporary = target + QStringLiteral(".new");
     QFile::remove(temporary);
     try {
         m_impl->idle.clear();
         writeCopy(m_impl->database, temporary.toStdString(), progress);
+        settle(target);
         std::filesystem::rename(temporary.toStdU16String(), target.toStdU16String());
     } catch (const std::exception& error) {
         QFile::remove(temporary);
