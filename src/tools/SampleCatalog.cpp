@@ -214,24 +214,33 @@ private:
     Keys m_classes;
 };
 
+void removeDatabase(const QString& path) {
+    for (const char* companion : {"", "-wal", "-shm", "-journal"})
+        QFile::remove(path + QLatin1String(companion));
+}
+
 } // namespace
 
 void writeSampleCatalog(const QString& path, const QString& applicationFolder, const Clock& clock,
                         Progress& progress) {
     if (QFileInfo::exists(path))
         throw FileError(tr("%1 exists already; it is left as it is.").arg(path));
+    const std::vector<KeyNameLine> keyNames = readKeyNames(applicationFolder + QStringLiteral("/WKeys.dat"));
     const QString part = path + QStringLiteral(".part");
-    for (const char* companion : {"", "-wal", "-journal"})
-        QFile::remove(part + QLatin1String(companion));
-    writeCatalogTemplate(part, readKeyNames(applicationFolder + QStringLiteral("/WKeys.dat")));
+    // What a killed program left of an earlier attempt, and of a catalog of this name that was deleted since:
+    // SQLite would play such a log into the new file.
+    removeDatabase(part);
+    removeDatabase(path);
     try {
+        writeCatalogTemplate(part, keyNames);
         {
             const auto connection = Connection::open(part, clock, newestUpgradeCode);
             SampleImport(*connection, clock).run(progress);
         }
         std::filesystem::rename(part.toStdU16String(), path.toStdU16String());
-    } catch (const std::filesystem::filesystem_error& error) {
-        throw FileError(tr("%1 cannot be written: %2").arg(path, QString::fromLocal8Bit(error.what())));
+    } catch (const std::exception& error) {
+        removeDatabase(part);
+        throw FileError(tr("%1 cannot be written: %2").arg(path, QString::fromUtf8(error.what())));
     }
 }
 
