@@ -5,6 +5,7 @@
 #include "items/FileCheck.h"
 #include "store/Cleanup.h"
 #include "store/Maintenance.h"
+#include "store/UpgradeSteps.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -15,6 +16,12 @@ namespace tessaranth {
 namespace {
 
 int check(CliContext& context, Session& session) {
+    for (const AddedTable& table : addedTables())
+        if (session.connection().columns(QLatin1String(table.name)).empty())
+            return context.fail(
+                QStringLiteral("The catalog %1 is of an older version: bring it up to date with "
+                               "\"upgrade\" before it is checked.")
+                    .arg(session.databasePath()));
     Output output(context.json);
     output.headings({QStringLiteral("Check"), QStringLiteral("Found")});
     int faults = 0;
