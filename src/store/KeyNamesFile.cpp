@@ -33,6 +33,9 @@ std::vector<KeyNameLine> readKeyNames(const QString& path) {
     std::vector<KeyNameLine> lines;
     // A catalog is filled once, so a line that cannot be read would be missing from it for good.
     const QStringList texts = QString::fromUtf8(file.readAll()).split(u'\n');
+    if (!texts.back().isEmpty())
+        throw FileError(
+            QCoreApplication::translate("KeyNames", "The file %1 is damaged: its end is missing.").arg(path));
     for (qsizetype i = 0; i < texts.size(); ++i) {
         if (texts[i].trimmed().isEmpty())
             continue;
