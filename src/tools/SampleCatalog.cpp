@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <filesystem>
 
 namespace tessaranth {
 
@@ -227,21 +226,21 @@ void writeSampleCatalog(const QString& path, const QString& applicationFolder, c
         throw FileError(tr("%1 exists already; it is left as it is.").arg(path));
     const std::vector<KeyNameLine> keyNames = readKeyNames(applicationFolder + QStringLiteral("/WKeys.dat"));
     const QString part = path + QStringLiteral(".part");
-    // What a killed program left of an earlier attempt, and of a catalog of this name that was deleted since:
-    // SQLite would play such a log into the new file.
-    removeDatabase(part);
-    removeDatabase(path);
+    removeDatabase(part); // what a killed program left of an earlier attempt
     try {
         writeCatalogTemplate(part, keyNames);
-        {
-            const auto connection = Connection::open(part, clock, newestUpgradeCode);
-            SampleImport(*connection, clock).run(progress);
-        }
-        std::filesystem::rename(part.toStdU16String(), path.toStdU16String());
-    } catch (const std::exception& error) {
+        const auto connection = Connection::open(part, clock, newestUpgradeCode);
+        SampleImport(*connection, clock).run(progress);
+        // Copied, not renamed: on a full disk SQLite cannot bring the log home when the file is closed, and
+        // says nothing about it.
+        connection->copyTo(path);
+    } catch (const Error& error) {
         removeDatabase(part);
-        throw FileError(tr("%1 cannot be written: %2").arg(path, QString::fromUtf8(error.what())));
+        const bool isNamed = error.reason().startsWith(path + u' ');
+        throw isNamed ? FileError(error.reason())
+                      : FileError(tr("%1 cannot be written: %2").arg(path, error.reason()));
     }
+    removeDatabase(part);
 }
 
 } // namespace tessaranth
