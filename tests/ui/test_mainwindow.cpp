@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/ItemKind.h"
+#include "support/TestHome.h"
+#include "ui/IconStore.h"
+#include "ui/ItemListModel.h"
+#include "ui/MainWindow.h"
+#include "ui/Toolbox.h"
+#include "ui/Tour.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+using namespace tessaranth;
+
+class TestMainWindow : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void listsOfEveryKindAreFilled();
+    void typingNarrowsTheList();
+    void headersSortTheList();
+    void emptyStatesSayWhatToDo();
+    void deletingAsksAndRefreshes();
+    void emptyingAsksFirst();
+    void exitAsksInTheseWords();
+    void placeOffEveryScreenIsCorrected_data();
+    void placeOffEveryScreenIsCorrected();
+    void tourShowsEveryWindow();
+
+private:
+    template<typename Widget>
+    Widget* find(const char* name) const {
+        auto* widget = m_window->findChild<Widget*>(QString::fromLatin1(name));
+        if (!widget)
+            QTest::qFail(name, __FILE__, __LINE__);
+        return widget;
+    }
+    QStringList names() const;
+    void type(const QString& text);
+    void open();
+
+    std::unique_ptr<TestHome> m_home;
+    std::unique_ptr<IconStore> m_icons;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void TestMainWindow::init() {
+    m_home = std::make_unique<TestHome>();
+    m_home->useSample();
+    open();
+}
+
+void TestMainWindow::open() {
+    QVERIFY(m_home->start().started);
+    m_icons = std::make_unique<IconStore>(m_home->file("tsrthres.dll"));
+    m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+}
+
+void TestMainWindow::cleanup() {
+    m_window.reset();
+    m_icons.reset();
+    m_home.reset();
+}
+
+QStringList TestMainWindow::names() const {
+    QStringList texts;
+    const auto* model = m_window->toolbox()->view()->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        texts.push_back(model->index(row, 0).data().toString());
+    return texts;
+}
+
+void TestMainWindow::type(const QString& text) {
+    auto* filter = find<QLineEdit>("txtFilter");
+    filter->setFocus();
+    QTest::keyClick(filter, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(filter, Qt::Key_Delete);
+    for (const QChar c : text) // an accented letter has no key of its own
+        QTest::sendKeyEvent(QTest::Click, filter, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    QTest::qWait(300); // the list is read when the typing pauses
+}
+
+void TestMainWindow::listsOfEveryKindAreFilled() {
+    auto* kinds = find<QComboBox>("cboKind");
+    kinds->setFocus();
+    QStringList captions;
+    for (int kind = 0; kind < kinds->count(); ++kind) {
+        captions.push_back(kinds->currentText());
+        const ItemKind& current = *itemKind(m_window->toolbox()->kind());
+        const qint64 stored =
+            m_home->session->connection().single("SELECT COUNT(*) FROM " + current.table).toInteger();
+        QVERIFY(stored > 0);
+        QCOMPARE(names().size(), stored);
+        QCOMPARE(find<QLabel>("count")->text(), current.countCaption + QString::number(stored));
+        QTest::keyClick(kinds, Qt::Key_Down);
+    }
+    QCOMPARE(captions, QStringList({"Composers", "Performers", "Recordings", "Custom items"}));
+    m_window->toolbox()->showKind(ItemKind::Composer);
+    QVERIFY(names().contains("Dvořák, Antonín"));
+}
+
+void TestMainWindow::typingNarrowsTheList() {
+    type("dvo");
+    QCOMPARE(names(), QStringList("Dvořák, Antonín"));
+    type("DVOŘ");
+    QCOMPARE(names(), QStringList("Dvořák, Antonín"));
+    type("%");
+    QCOMPARE(names(), QStringList());
+    type("b");
+    QVERIFY(names().size() > 5);
+    // Another kind begins without the filter of the last one.
+    m_window->toolbox()->showKind(ItemKind::Recording);
+    QVERIFY(find<QLineEdit>("txtFilter")->text().isEmpty());
+    QCOMPARE(names().size(), m_home->session->connection().single("SELECT COUNT(*) FROM Rec").toInteger());
+}
+
+void TestMainWindow::headersSortTheList() {
+    QHeaderView* header = m_window->toolbox()->view()->header();
+    const auto click = [header](int column) {
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                          QPoint(header->sectionViewportPosition(column) + 20, header->height() / 2));
+    };
+    const QStringList own = names();
+    click(0);
+    click(0);
+    QStringList reversed = own;
+    std::reverse(reversed.begin(), reversed.end());
+    QCOMPARE(names().front(), reversed.front());
+    type("s"); // stays sorted when the list is read anew
+    QVERIFY(names().front() > names().back());
+    click(0);
+    type("");
+    QCOMPARE(names(), own);
+}
+
+void TestMainWindow::emptyStatesSayWhatToDo() {
+    auto* state = find<QLabel>("emptyState");
+    QVERIFY(!state->isVisible());
+    type("nobody");
+    QVERIFY(state->isVisible());
+    QVERIFY(state->text().contains("\"nobody\"") && state->text().contains("Clear the filter"));
+    type("");
+    m_home->session->connection().execute("DELETE * FROM UserDef");
+    m_window->toolbox()->showKind(ItemKind::Custom);
+    QVERIFY(state->isVisible());
+    QVERIFY(state->text().contains("no custom items"));
+}
+
+void TestMainWindow::deletingAsksAndRefreshes() {
+    type("dvo");
+    QTreeView* view = m_window->toolbox()->view();
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
+    m_home->messages.willAnswer(Answer::No);
+    QTest::keyClick(view, Qt::Key_Delete);
+    QCOMPARE(m_home->messages.asked.back().text, "Composers: Dvořák, Antonín\nwill be deleted.\n\nWarning!!\n"
+                                                 "All related data will be deleted!\n\nContinue?");
+    QCOMPARE(names().size(), 1);
+    m_home->messages.willAnswer(Answer::Yes);
+    QTest::keyClick(view, Qt::Key_Delete);
+    QCOMPARE(names().size(), 0);
+    QVERIFY(!find<QAction>("mnuToolboxDelete")->isEnabled());
+}
+
+void TestMainWindow::emptyingAsksFirst() {
+    m_home->messages.willAnswer(Answer::No);
+    find<QAction>("mnuToolsEmpty")->trigger();
+    QCOMPARE(m_home->messages.asked.back().defaultButton, Answer::No);
+    QVERIFY(names().size() > 0);
+    m_home->messages.willAnswer(Answer::Yes);
+    find<QAction>("mnuToolsEmpty")->trigger();
+    QCOMPARE(names().size(), 0);
+}
+
+void TestMainWindow::exitAsksInTheseWords() {
+    m_home->messages.willAnswer(Answer::No);
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    const Question& question = m_home->messages.asked.back();
+    QCOMPARE(question.text, "Exit the program?");
+    QCOMPARE(question.buttons, std::vector<Answer>({Answer::Yes, Answer::No}));
+    m_home->messages.willAnswer(Answer::Yes);
+    QVERIFY(m_window->close());
+    QVERIFY(!m_home->session->configuration().read("MDI", "Main").isEmpty());
+}
+
+void TestMainWindow::placeOffEveryScreenIsCorrected_data() {
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("left of everything") << "-5000,100,900,600";
+    QTest::newRow("below") << "100,9000,900,600";
+    QTest::newRow("too small") << "10,10,5,5";
+    QTest::newRow("words") << "here,there,every,where";
+    QTest::newRow("overflow") << "99999999999,1,2,3";
+}
+
+void TestMainWindow::placeOffEveryScreenIsCorrected() {
+    QFETCH(QString, stored);
+    m_window.reset();
+    m_home->session->configuration().write("MDI", "Main", stored);
+    m_home->session->configuration().write("Toolbox", "Width", "-17");
+    open();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.contains(m_window->geometry().topLeft() + QPoint(40, 10)));
+    QVERIFY(m_window->width() >= 400 && m_window->height() >= 300);
+    QVERIFY(m_window->toolbox()->width() >= 100);
+}
+
+void TestMainWindow::tourShowsEveryWindow() {
+    const QStringList files = runTour(*m_home->session, *m_icons, *m_window, m_home->file("tour"));
+    QVERIFY(files.size() >= 15);
+    for (const QString& file : files) {
+        const QImage picture(file);
+        QVERIFY2(picture.width() > 100 && picture.height() > 60, qPrintable(file));
+    }
+}
+
+QTEST_MAIN(TestMainWindow)
+#include "test_mainwindow.moc"
