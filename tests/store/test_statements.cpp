@@ -358,7 +358,8 @@ void TestStatements::comparesWithoutCase_data() {
                                    << "";
     QTest::newRow("like") << "RecTitle LIKE '%\u00c9L%'"
                           << "\u00e9lan";
-    QTest::newRow("one of a set") << "RecTitle LIKE '[b-m]%'" << "Bare,\u00e9lan";
+    QTest::newRow("one of a set") << "RecTitle LIKE '[b-m]%'"
+                                  << "Bare,\u00e9lan";
     QTest::newRow("in a list") << "RecTitle IN ('BARE', 'new world')"
                                << "Bare,New World";
     QTest::newRow("unequal") << "RecTitle <> 'BARE'"
