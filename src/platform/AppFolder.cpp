@@ -111,7 +111,12 @@ QString fillAppFolder(const QString& applicationFolder, const QString& shareFold
     }
     const bool needsCatalog = isFirstStart && !QFileInfo::exists(inFolder(applicationFolder, catalogName)) &&
                               QFileInfo(inFolder(shareFolder, catalogName)).isFile();
-    return needsCatalog ? copy(catalogName) : QString();
+    if (!needsCatalog)
+        return {};
+    // The log of a catalog that was deleted would be played into the new one.
+    for (const char* log : {"-wal", "-shm", "-journal"})
+        QFile::remove(inFolder(applicationFolder, catalogName + QLatin1String(log)));
+    return copy(catalogName);
 }
 
 } // namespace tessaranth

@@ -51,6 +51,20 @@ QString faultsOf(const QString& catalog) {
     return verdict == QLatin1String("ok") ? QString() : verdict;
 }
 
+/// Changes a catalog and leaves it as a kill would: the change stands in the log beside it.
+void leaveLog(const QString& catalog) {
+    QByteArray database;
+    QByteArray log;
+    {
+        SQLite::Database changed(catalog.toStdString(), SQLite::OPEN_READWRITE);
+        changed.exec("PRAGMA journal_mode = WAL; UPDATE Rec SET RecTitle = 'From the log'");
+        database = bytesOf(catalog);
+        log = bytesOf(catalog + "-wal");
+    }
+    write(catalog, database);
+    write(catalog + "-wal", log);
+}
+
 QStringList leftovers(const QString& folder) {
     return QDir(folder).entryList({"*.new*", "*.part*", "*-wal", "*-journal", "*.tmp"}, QDir::Files);
 }
@@ -75,6 +89,7 @@ private slots:
     void fullDiskDuringSample();
     void fullDiskDuringBackup();
     void replacedCopyLosesItsLog();
+    void newCatalogGetsNoOldLog();
 };
 
 void TestBadInput::catalog_data() {
@@ -346,21 +361,24 @@ void TestBadInput::replacedCopyLosesItsLog() {
     home.useSample();
     const QString backup = home.file("Tessaranth.bak");
     QCOMPARE(runCli(home.folder(), {"maintain", "backup"}).code, 0);
-    QByteArray database;
-    QByteArray log;
-    {
-        SQLite::Database changed(backup.toStdString(), SQLite::OPEN_READWRITE);
-        changed.exec("PRAGMA journal_mode = WAL; UPDATE Rec SET RecTitle = 'From the log'");
-        database = bytesOf(backup);
-        log = bytesOf(backup + "-wal");
-    }
-    write(backup, database);
-    write(backup + "-wal", log);
+    leaveLog(backup);
     QCOMPARE(runCli(home.folder(), {"maintain", "backup"}).code, 0);
     QCOMPARE(leftovers(home.folder()), QStringList());
     QCOMPARE(faultsOf(backup), QString());
     SQLite::Database read(backup.toStdString(), SQLite::OPEN_READONLY);
     QCOMPARE(read.execAndGet("SELECT COUNT(*) FROM Rec WHERE RecTitle = 'From the log'").getInt(), 0);
+}
+
+// Everything was deleted but the log; then the program is started as for the first time.
+void TestBadInput::newCatalogGetsNoOldLog() {
+    TestHome home;
+    home.useSample();
+    leaveLog(home.catalog());
+    QVERIFY(QFile::remove(home.catalog()));
+    const CliResult result = runCli(home.folder(), {"sql", "SELECT COUNT(*) FROM Rec"});
+    QVERIFY2(result.code == 0, qPrintable(result.err));
+    QCOMPARE(result.lines().value(1), QString("0"));
+    QCOMPARE(faultsOf(home.catalog()), QString());
 }
 
 QTEST_GUILESS_MAIN(TestBadInput)
