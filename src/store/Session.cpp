@@ -10,6 +10,8 @@ namespace tessaranth {
 
 namespace {
 
+const QString runtimeSection = QStringLiteral("Runtime");
+
 struct FolderKey {
     Session::Folder folder;
     const char* section;
@@ -64,6 +66,20 @@ void Session::loadKeyNames() {
         if (!m_keyNames.empty())
             return;
     }
+}
+
+void Session::loadRuntime() {
+    m_runtime.clear();
+    for (const Configuration::Setting& setting : m_configuration.defaults(m_databasePath))
+        if (setting.section == runtimeSection)
+            m_runtime.insert(setting.key, m_configuration.read(runtimeSection, setting.key));
+}
+
+// Only what has changed: the file may have been edited meanwhile.
+void Session::saveRuntime() {
+    for (auto it = m_runtime.constBegin(); it != m_runtime.constEnd(); ++it)
+        if (m_configuration.read(runtimeSection, it.key()) != it.value())
+            m_configuration.write(runtimeSection, it.key(), it.value());
 }
 
 void Session::setConnection(std::unique_ptr<Connection> connection) { m_connection = std::move(connection); }

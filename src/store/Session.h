@@ -8,6 +8,7 @@
 #include "store/clsDb.h"
 
 #include <QHash>
+#include <QMap>
 #include <memory>
 
 namespace tessaranth {
@@ -50,6 +51,13 @@ public:
     void loadKeyNames();
     void loadCarrierIcons();
 
+    // The settings of the section Runtime: read at start-up, kept here while the program runs, written back
+    // when it ends.
+    QString runtime(const QString& key) const { return m_runtime.value(key); }
+    void setRuntime(const QString& key, const QString& value) { m_runtime.insert(key, value); }
+    void loadRuntime();
+    void saveRuntime();
+
     void setDatabasePath(const QString& path) { m_databasePath = path; }
     void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
     void setAdministrator(bool value) { m_isAdministrator = value; }
@@ -67,6 +75,7 @@ private:
     QString m_temporaryFolder;
     QString m_userAgent;
     bool m_isAdministrator = false;
+    QMap<QString, QString> m_runtime;
     QHash<qint64, QString> m_carrierIcons;
     std::vector<KeyName> m_keyNames;
 };

@@ -140,6 +140,7 @@ bool Startup::openConfiguration() {
 
 bool Startup::readConfiguration() {
     m_session.configuration().addMissingKeys();
+    m_session.loadRuntime();
     m_session.setUserAgent(userAgent());
     recordInstallation(m_session.applicationFolder(), QStringLiteral(TESSARANTH_VERSION));
     return true;
@@ -170,6 +171,7 @@ bool Startup::loadLists() {
 void shutDown(Session& session, Progress& progress) {
     if (!session.isOpen())
         return;
+    session.saveRuntime();
     // Run on the open connection: closed and opened again, another program could come between.
     Maintenance(session).atExit(progress);
     session.closeConnection();

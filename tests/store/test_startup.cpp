@@ -62,6 +62,12 @@ void TestStartup::secondStartFindsEverythingAsItWas() {
     QVERIFY(home.start().started);
     QCOMPARE(bytesOf(home.file("tsc.cfg")), configuration);
     QCOMPARE(home.session->connection().single("SELECT Notes FROM Rec WHERE RecID = 1").toText(), "kept");
+
+    QCOMPARE(home.session->runtime("ShowRec"), "1");
+    home.session->setRuntime("ShowRec", "0");
+    QCOMPARE(bytesOf(home.file("tsc.cfg")), configuration); // written when the session ends
+    shutDown(*home.session, home.progress);
+    QCOMPARE(home.session->configuration().read("Runtime", "ShowRec"), "0");
 }
 
 void TestStartup::movedCatalogIsAskedFor_data() {
