@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -14,6 +15,36 @@
 #include <QVBoxLayout>
 
 namespace tessaranth::FormHelpers {
+
+namespace {
+
+/// Hands the keys that mean nothing to a line of text on to a list.
+class ListKeys final : public QObject {
+public:
+    ListKeys(QLineEdit* text, QTreeView* view) : QObject(text), m_view(view) {
+        text->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(watched, event);
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            QCoreApplication::sendEvent(m_view, event);
+            return true;
+        default:
+            return QObject::eventFilter(watched, event);
+        }
+    }
+
+private:
+    QTreeView* m_view;
+};
+
+} // namespace
 
 QWidget* head(const IconStore& icons, const QString& iconKey, const QString& heading, const QString& hint) {
     auto* widget = new QWidget;
@@ -78,6 +109,8 @@ std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* mode
         ids.push_back(model->id(row));
     return ids;
 }
+
+void moveInList(QLineEdit* text, QTreeView* view) { new ListKeys(text, view); }
 
 void fitColumns(QTreeView* view) {
     constexpr int widest = 420;

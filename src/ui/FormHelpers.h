@@ -27,6 +27,9 @@ QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& a
 QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* model, bool several);
 /// Ids of the selected rows in the order in which they are shown.
 std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model);
+/// Lets the keys that move in a list (arrows, Page up, Page down) do so while the text that narrows it keeps
+/// the focus.
+void moveInList(QLineEdit* text, QTreeView* view);
 /// Columns as wide as what they show, within reason.
 void fitColumns(QTreeView* view);
 /// The last row of a form: the default button with the action's name, and Cancel, which rejects the form. The

@@ -43,7 +43,9 @@ void frmMigrate::buildUi() {
     m_view = FormHelpers::itemView(this, QStringLiteral("lvTarget"), m_model, false);
     m_view->setAccessibleName(tr("Target"));
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMigrate::enable);
-    connect(m_view, &QTreeView::activated, this, &frmMigrate::run);
+    // Enter in the list reaches the form's default button by itself.
+    connect(m_view, &QTreeView::doubleClicked, this, &frmMigrate::run);
+    FormHelpers::moveInList(m_filter, m_view);
     layout->addWidget(m_view, 1);
     m_migrate = FormHelpers::buttonRow(this, layout, tr("&Migrate"), QStringLiteral("cmdMigrate"));
     connect(m_migrate, &QPushButton::clicked, this, &frmMigrate::run);

@@ -58,7 +58,9 @@ void frmPersSearch::buildUi() {
 
     m_import = FormHelpers::buttonRow(this, layout, tr("&Import"), QStringLiteral("cmdImport"));
     connect(m_import, &QPushButton::clicked, this, &frmPersSearch::run);
-    connect(m_view, &QTreeView::activated, this, &frmPersSearch::run);
+    // Enter in the list reaches the form's default button by itself.
+    connect(m_view, &QTreeView::doubleClicked, this, &frmPersSearch::run);
+    FormHelpers::moveInList(m_text, m_view);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmPersSearch::enable);
     resize(720, 520);
 }
