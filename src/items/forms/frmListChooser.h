@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/ItemList.h"
+
+#include <QDialog>
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class Session;
+
+/// Chooses one item, or several, of a list that narrows while one types. Every editor that needs another item
+/// (a label, a composer, a work) asks for it here. Accepted when something was chosen.
+class frmListChooser final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Makes a new item, with the given window above it; answers with its id, or 0 when nothing was made.
+    using Creator = std::function<qint64(QWidget*)>;
+    /// Fills a list; false leaves the one that is shown.
+    using Filler = std::function<bool(ItemList&)>;
+
+    /// All items of a kind (1 to 8), narrowed by the beginning of their names. Persons and the lookup lists
+    /// can be added to from here.
+    frmListChooser(Session& session, const IconStore& icons, int kind, const QString& title, bool several,
+                   QWidget* parent = nullptr);
+    /// A list of the caller's, such as one composer's works, narrowed by any part of its first column.
+    frmListChooser(Session& session, const IconStore& icons, const QString& iconKey, ItemList list,
+                   const QString& title, bool several, QWidget* parent = nullptr);
+    /// Lets the caller's list be added to: `reload` reads it again after `create` made an item.
+    void setCreator(Creator create, Filler reload);
+
+    /// Selects a row, such as the item that the editor holds already.
+    void select(qint64 id);
+
+    /// What was chosen, in the order shown; the names are those of the first column.
+    std::vector<qint64> ids() const;
+    QStringList names() const;
+    qint64 id() const; ///< the first of them, 0 when nothing is chosen
+    /// True once an item was added, even if the choice was cancelled then: the caller's lists are out of
+    /// date.
+    bool hasCreated() const { return m_created; }
+
+private:
+    void buildUi(const QString& iconKey, bool several);
+    void fill();
+    bool readList(ItemList& list) const;
+    void enable();
+    void choose();
+    void create();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    int m_kind = 0;
+    ItemList m_ready; ///< the caller's whole list; unused when there is a kind
+    Creator m_create;
+    Filler m_reload;
+    bool m_created = false;
+    ItemListModel* m_model = nullptr;
+    QLineEdit* m_text = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_state = nullptr;
+    QPushButton* m_new = nullptr;
+    QPushButton* m_choose = nullptr;
+};
+
+} // namespace tessaranth
