@@ -2,8 +2,10 @@
 #include "ui/ItemActions.h"
 
 #include "items/CMIT.h"
+#include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
+#include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
 #include "ui/IconStore.h"
 #include "ui/Toolbox.h"
@@ -63,6 +65,19 @@ void ItemActions::create(int kind) {
     m_toolbox.showKind(kind);
     m_toolbox.refresh();
     m_toolbox.select(form.id());
+}
+
+void ItemActions::manage(int kind) {
+    frmListManager form(m_session, m_icons, kind, &m_cards, m_window);
+    form.exec();
+    if (form.hasChanged())
+        m_toolbox.refresh();
+}
+
+void ItemActions::importMany(int kind) {
+    frmPersSearch form(m_session, m_icons, kind, {}, m_window, frmPersSearch::Mode::ImportMany);
+    if (form.exec() == QDialog::Accepted)
+        m_toolbox.refresh();
 }
 
 void ItemActions::createOne() { create(m_toolbox.kind()); }

@@ -26,6 +26,10 @@ public:
     /// In the order of the tool bar.
     const QList<QAction*>& actions() const { return m_actions; }
     void create(int kind);
+    /// The window that takes care of a lookup list (kinds 5 to 8).
+    void manage(int kind);
+    /// Brings many composers or performers in from the reference archive.
+    void importMany(int kind);
 
 private:
     QAction* add(const QString& key, const QString& iconKey, const QString& text, const QString& tip,

@@ -57,6 +57,8 @@ void MainWindow::buildUi() {
 void MainWindow::buildCommands() {
     const QString file = tr("&File");
     const QString view = tr("&View");
+    const QString lists = tr("&Tools") + u'/' + tr("Internal &lists import");
+    const QString manage = tr("&Manage");
     const QString utility = tr("&Tools") + u'/' + tr("&Utility");
     const QString help = tr("&Help");
     MaintenanceActions& care = *m_maintenance;
@@ -74,6 +76,22 @@ void MainWindow::buildCommands() {
          "Table",
          "F9",
          [this] { m_dock->setVisible(!m_dock->isVisible()); },
+         {}},
+        {"mnuToolsBatchImportCps",
+         lists,
+         tr("Import multiple &composers..."),
+         "Import multiple composers",
+         "c",
+         "",
+         [this] { m_items->importMany(ItemKind::Composer); },
+         {}},
+        {"mnuToolsBatchImportPfr",
+         lists,
+         tr("Import multiple &performers..."),
+         "Import multiple performers",
+         "p",
+         "",
+         [this] { m_items->importMany(ItemKind::Performer); },
          {}},
         {"mnuToolsCleanup",
          utility,
@@ -116,6 +134,14 @@ void MainWindow::buildCommands() {
          "",
          [&care] { care.empty(); },
          {}},
+        {"mnuManageGenres", manage, tr("&Genres..."), "Manage global genres", "Genre", "",
+         [this] { m_items->manage(ItemKind::Genre); }, "Manage Genres"},
+        {"mnuManageLabels", manage, tr("&Labels..."), "Manage labels", "Label", "",
+         [this] { m_items->manage(ItemKind::Label); }, "Manage Labels"},
+        {"mnuManageSupports", manage, tr("&Supports..."), "Manage supports", "Support", "",
+         [this] { m_items->manage(ItemKind::Support); }, "Manage Supports"},
+        {"mnuManageSources", manage, tr("S&ources..."), "Manage sources", "Source", "",
+         [this] { m_items->manage(ItemKind::Source); }, "Manage Sources"},
         {"mnuHelpAbout",
          help,
          tr("&About Tessaranth"),

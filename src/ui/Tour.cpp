@@ -2,6 +2,8 @@
 #include "ui/Tour.h"
 
 #include "items/ItemKind.h"
+#include "items/forms/frmListChooser.h"
+#include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
@@ -93,12 +95,30 @@ void showPersons(Camera& camera, Session& session, const IconStore& icons, Toolb
     }
 }
 
+void showLookupLists(Camera& camera, Session& session, const IconStore& icons) {
+    for (const ItemKind& kind : itemKinds()) {
+        if (kind.isCard())
+            continue;
+        frmListManager manager(session, icons, kind.number, nullptr);
+        camera.take(manager, QStringLiteral("manage-") + kind.code);
+    }
+    frmListChooser labels(session, icons, ItemKind::Label, QStringLiteral("  Labels list"), false);
+    camera.take(labels, QStringLiteral("choose-Label"));
+    frmListChooser persons(session, icons, ItemKind::Composer, QStringLiteral("  Composers list"), true);
+    auto* text = persons.findChild<QLineEdit*>(QStringLiteral("txtFilter"));
+    text->setText(QStringLiteral("b"));
+    camera.take(persons, QStringLiteral("choose-Cps"));
+    text->setText(QStringLiteral("nobody is called so"));
+    camera.take(persons, QStringLiteral("choose-no-match"));
+}
+
 } // namespace
 
 QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder) {
     Camera camera(folder);
     showLists(camera, window);
     showPersons(camera, session, icons, *window.toolbox());
+    showLookupLists(camera, session, icons);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));
     frmInput input({QStringLiteral("  New genre"), QStringLiteral("Add a new global genre"),

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/frmListManager.h"
+
+#include "items/CMIT.h"
+#include "items/forms/frmMigrate.h"
+#include "store/Session.h"
+#include "ui/FormHelpers.h"
+#include "ui/ItemListModel.h"
+#include "ui/WindowProgress.h"
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+namespace {
+
+struct ManagerWords {
+    const char* title;
+    const char* hint;
+};
+
+ManagerWords wordsOf(int kind) {
+    switch (kind) {
+    case ItemKind::Genre:
+        return {"Manage global genres", "Genres are shared by the works of all composers."};
+    case ItemKind::Label:
+        return {"Manage labels", "The record labels on which recordings are published."};
+    case ItemKind::Source:
+        return {"Manage sources", "Where recordings come from: bought, taped, copied."};
+    default:
+        return {"Manage supports", "What recordings are stored on: discs, tapes, files."};
+    }
+}
+
+} // namespace
+
+frmListManager::frmListManager(Session& session, const IconStore& icons, int kind, OpenCards* cards,
+                               QWidget* parent)
+    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_cards(cards) {
+    setObjectName(QStringLiteral("frmListManager"));
+    setWindowTitle(tr(wordsOf(kind).title));
+    buildUi();
+    fill();
+}
+
+void frmListManager::buildUi() {
+    const ItemKind& kind = *itemKind(m_kind);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), tr(wordsOf(m_kind).hint)));
+    m_filter = FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Narrow the list"), 250);
+    m_filter->setPlaceholderText(tr("Type the beginning of a name"));
+    m_filter->setClearButtonEnabled(true);
+    connect(m_filter, &QLineEdit::textChanged, this, &frmListManager::fill);
+    m_model = new ItemListModel(m_icons, this);
+    m_view = FormHelpers::itemView(this, QStringLiteral("lvItems"), m_model, true);
+    m_view->setAccessibleName(kind.listCaption);
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(m_view, &QTreeView::doubleClicked, this, &frmListManager::rename);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmListManager::enable);
+    FormHelpers::moveInList(m_filter, m_view);
+    m_count = new QLabel;
+    m_count->setObjectName(QStringLiteral("count"));
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(m_filter);
+    left->addWidget(m_view, 1);
+    left->addWidget(m_count);
+    auto* buttons = new QVBoxLayout;
+    const auto add = [&](const QString& caption, const char* name, const char* keys,
+                         void (frmListManager::*run)()) {
+        QPushButton* button = addButton(caption, QLatin1String(name), QLatin1String(keys), run);
+        buttons->addWidget(button);
+        return button;
+    };
+    add(tr("&New..."), "cmdNew", "Ins", &frmListManager::create);
+    m_rename = add(tr("&Rename..."), "cmdRename", "F2", &frmListManager::rename);
+    m_delete = add(tr("&Delete..."), "cmdDelete", "Del", &frmListManager::remove);
+    m_migrate = add(tr("&Migrate..."), "cmdMigrate", "", &frmListManager::merge);
+    buttons->addStretch();
+    auto* middle = new QHBoxLayout;
+    middle->addLayout(left, 1);
+    middle->addLayout(buttons);
+    layout->addLayout(middle, 1);
+
+    auto* box = new QDialogButtonBox(QDialogButtonBox::Close);
+    // Enter in the filter must not close the window.
+    box->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(box);
+    resize(520, 480);
+    m_filter->setFocus();
+}
+
+// One command, three ways: its button, its key within the list, and the list's context menu.
+QPushButton* frmListManager::addButton(const QString& caption, const QString& name, const QString& shortcut,
+                                       void (frmListManager::*run)()) {
+    auto* button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    auto* action = new QAction(caption, button);
+    action->setShortcut(QKeySequence(shortcut));
+    action->setShortcutContext(Qt::WidgetShortcut);
+    m_view->addAction(action);
+    connect(action, &QAction::triggered, button, &QPushButton::click);
+    connect(button, &QPushButton::clicked, this, run);
+    return button;
+}
+
+void frmListManager::fill() {
+    ItemList list;
+    if (CMIT(m_session).ElencoInLv(m_kind, list, m_filter->text().trimmed()))
+        m_model->setList(std::move(list));
+    if (!m_filter->text().trimmed().isEmpty() && m_model->rowCount() > 0)
+        m_view->setCurrentIndex(m_model->index(0, 0));
+    m_count->setText(itemKind(m_kind)->countCaption + QString::number(m_model->rowCount()));
+    enable();
+}
+
+void frmListManager::enable() {
+    const qsizetype selected = m_view->selectionModel()->selectedRows().size();
+    m_rename->setEnabled(selected == 1);
+    m_delete->setEnabled(selected > 0);
+    m_migrate->setEnabled(selected == 1);
+}
+
+void frmListManager::refresh(qint64 id) {
+    m_changed = true;
+    const int row = m_view->currentIndex().row();
+    fill();
+    QModelIndex index = m_model->indexOf(id);
+    if (!index.isValid() && id != 0) {
+        m_filter->clear(); // what was typed hides the item
+        index = m_model->indexOf(id);
+    }
+    if (!index.isValid() && m_model->rowCount() > 0)
+        index = m_model->index(qBound(0, row, m_model->rowCount() - 1), 0);
+    if (index.isValid()) {
+        m_view->setCurrentIndex(index);
+        m_view->scrollTo(index);
+    }
+}
+
+void frmListManager::create() {
+    if (const qint64 id = CMIT(m_session).AggiungiItem(m_kind))
+        refresh(id);
+}
+
+void frmListManager::rename() {
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    if (ids.size() == 1 && CMIT(m_session).ModificaItem(m_kind, ids.front()))
+        refresh(ids.front());
+}
+
+void frmListManager::remove() {
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    QStringList names;
+    for (const qint64 id : ids)
+        names.push_back(m_model->indexOf(id).data().toString());
+    CMIT items(m_session);
+    if (!items.ConfermaEliminazione(m_kind, names))
+        return;
+    {
+        WindowProgress progress(this);
+        items.EliminaItem(m_kind, ids, progress);
+    }
+    refresh(0);
+}
+
+void frmListManager::merge() {
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    if (ids.size() != 1)
+        return;
+    frmMigrate form(m_session, m_icons, m_kind, ids.front(), m_cards, this);
+    if (form.exec() == QDialog::Accepted)
+        refresh(form.target());
+}
+
+} // namespace tessaranth

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class OpenCards;
+class Session;
+
+/// Takes care of one of the lookup lists: genres, labels, sources or carrier types.
+class frmListManager final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `kind` is 5 to 8; `cards` may be null.
+    frmListManager(Session& session, const IconStore& icons, int kind, OpenCards* cards,
+                   QWidget* parent = nullptr);
+    /// True once the list was changed: what shows its names is out of date.
+    bool hasChanged() const { return m_changed; }
+
+private:
+    void buildUi();
+    QPushButton* addButton(const QString& caption, const QString& name, const QString& shortcut,
+                           void (frmListManager::*run)());
+    void fill();
+    void enable();
+    /// Reads the list again and selects an item, or the row that took the place of the one selected.
+    void refresh(qint64 id);
+    void create();
+    void rename();
+    void remove();
+    void merge();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    int m_kind;
+    OpenCards* m_cards;
+    bool m_changed = false;
+    ItemListModel* m_model = nullptr;
+    QLineEdit* m_filter = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_count = nullptr;
+    QPushButton* m_rename = nullptr;
+    QPushButton* m_delete = nullptr;
+    QPushButton* m_migrate = nullptr;
+};
+
+} // namespace tessaranth
