@@ -47,6 +47,7 @@ int main(int argc, char** argv) {
     addStoreCommands(app, context, action);
     addMaintenanceCommands(app, context, action);
     addItemCommands(app, context, action);
+    addPersonCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -153,8 +153,10 @@ bool CMIT::ModificaItem(int number, Person& person) {
 bool CMIT::isFitName(const ItemKind& kind, QString& name, qint64 id) {
     const LookupWords* words = wordsOf(kind.number);
     name = cleanName(name);
-    if (!words || name.isEmpty())
+    if (!words)
         return false;
+    if (name.isEmpty())
+        return refuse(tr("The name is missing."));
     const int limit = m_session.fieldLengths().maxLength(kind.table, kind.nameColumn);
     if (limit > 0 && name.size() > limit)
         return refuse(tr("%1: at most %2 characters.").arg(QLatin1String(words->label)).arg(limit));
@@ -188,8 +190,10 @@ bool CMIT::rename(int number, qint64 id, const QString& text) {
         Recordset rows = Recordset::open(
             m_session.connection(),
             QStringLiteral("SELECT * FROM %1 WHERE %2 = ").arg(kind.table, kind.key) + QString::number(id));
-        if (rows.isEmpty())
+        if (rows.isEmpty()) {
+            refuse(tr("This item has been deleted meanwhile."));
             return;
+        }
         rows.update(0, {{kind.nameColumn, name}});
         renamed = true;
     });

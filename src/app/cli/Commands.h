@@ -37,5 +37,6 @@ using Action = std::function<int()>;
 void addStoreCommands(CLI::App& app, CliContext& context, Action& action);
 void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action);
 void addItemCommands(CLI::App& app, CliContext& context, Action& action);
+void addPersonCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth

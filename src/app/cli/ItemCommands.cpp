@@ -16,17 +16,7 @@ int list(CliContext& context, Session& session, const QString& word, const QStri
     ItemList items;
     if (!CMIT(session).ElencoInLv(kind->number, items, prefix))
         return 1;
-    Output output(context.json);
-    QStringList names{kind->key};
-    for (const ItemList::Heading& heading : items.headings())
-        names.push_back(heading.caption);
-    output.headings(names);
-    for (int row = 0; row < items.rowCount(); ++row) {
-        std::vector<Value> cells{items.id(row)};
-        for (int column = 0; column < items.columnCount(); ++column)
-            cells.emplace_back(items.text(row, column));
-        output.row(cells);
-    }
+    Output(context.json).list(kind->key, items);
     return 0;
 }
 

@@ -52,6 +52,19 @@ void Output::row(const std::vector<Value>& cells) {
     write(texts.join(u'\t').toUtf8() + '\n');
 }
 
+void Output::list(const QString& idHeading, const ItemList& list) {
+    QStringList names{idHeading};
+    for (const ItemList::Heading& heading : list.headings())
+        names.push_back(heading.caption);
+    headings(names);
+    for (int line = 0; line < list.rowCount(); ++line) {
+        std::vector<Value> cells{list.id(line)};
+        for (int column = 0; column < list.columnCount(); ++column)
+            cells.emplace_back(list.text(line, column));
+        row(cells);
+    }
+}
+
 void Output::finish() {
     if (m_open && m_json)
         write(m_first ? QByteArray("]\n") : QByteArray("\n]\n"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "items/ItemList.h"
 #include "store/Value.h"
 
 #include <QStringList>
@@ -19,6 +20,8 @@ public:
 
     void headings(const QStringList& names);
     void row(const std::vector<Value>& cells);
+    /// A whole list: the ids under `idHeading`, then its columns.
+    void list(const QString& idHeading, const ItemList& list);
     void finish();
 
 private:
