@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash> // the hash of a QString, for the standard containers
 #include <QString>
 #include <unordered_map>
 #include <vector>
