@@ -308,8 +308,12 @@ void TestPersons::archiveIsSearched() {
     const Person person = archive->person(hits.id(wolfgang));
     QCOMPARE(person.last + person.born + person.died, QString("Mozart17561791"));
     QCOMPARE(archive->search("wolfgang amadeus").rowCount(), 1); // first names as well
-    for (const char* nobody : {"%", "_", "[a-z]", "nobody is called so", "'"})
+    for (const char* nobody : {"%", "_", "[a-z]", "nobody is called so", "''"})
         QCOMPARE(archive->search(nobody).rowCount(), 0);
+    hits = archive->search("D'");
+    QVERIFY(hits.rowCount() > 0);
+    for (int row = 0; row < hits.rowCount(); ++row)
+        QVERIFY((hits.text(row, 0) + '|' + hits.text(row, 1)).contains("d'", Qt::CaseInsensitive));
     QVERIFY(archive->search({}).rowCount() > 100);
 }
 
