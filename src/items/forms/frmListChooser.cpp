@@ -121,9 +121,12 @@ void frmListChooser::fill() {
     m_model->setList(std::move(list));
     FormHelpers::fitColumns(m_view);
     const int rows = m_model->rowCount();
-    if (!m_text->text().trimmed().isEmpty() && rows > 0)
+    const bool typed = !m_text->text().trimmed().isEmpty();
+    if (typed && rows > 0)
         m_view->setCurrentIndex(m_model->index(0, 0));
-    m_state->setText(rows > 0 ? tr("%1 in the list").arg(rows) : tr("No match"));
+    m_state->setText(rows > 0 ? tr("%1 in the list").arg(rows)
+                     : typed  ? tr("No match")
+                              : tr("The list is empty."));
     enable();
 }
 

@@ -32,7 +32,7 @@ ManagerWords wordsOf(int kind) {
     case ItemKind::Label:
         return {"Manage labels", "The record labels on which recordings are published."};
     case ItemKind::Source:
-        return {"Manage sources", "Where recordings come from: bought, taped, copied."};
+        return {"Manage sources", "Where recordings come from: studio, concert, broadcast."};
     default:
         return {"Manage supports", "What recordings are stored on: discs, tapes, files."};
     }

@@ -62,7 +62,7 @@ void frmPersSearch::buildUi() {
     connect(m_view, &QTreeView::doubleClicked, this, &frmPersSearch::run);
     FormHelpers::moveInList(m_text, m_view);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmPersSearch::enable);
-    resize(720, 520);
+    resize(840, 520);
 }
 
 void frmPersSearch::search() {
