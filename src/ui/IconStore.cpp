@@ -12,10 +12,14 @@ const QString root = QStringLiteral("/tsrthres");
 }
 
 IconStore::IconStore(const QString& libraryFile) : m_library(libraryFile) {
-    QResource::registerResource(m_library, root);
+    if (!m_library.isEmpty())
+        QResource::registerResource(m_library, root);
 }
 
-IconStore::~IconStore() { QResource::unregisterResource(m_library, root); }
+IconStore::~IconStore() {
+    if (!m_library.isEmpty())
+        QResource::unregisterResource(m_library, root);
+}
 
 const QIcon& IconStore::icon(const QString& key) const {
     auto found = m_icons.find(key);

@@ -8,15 +8,18 @@
 #include "ui/Tour.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 using namespace tessaranth;
@@ -33,6 +36,9 @@ private slots:
     void emptyStatesSayWhatToDo();
     void deletingAsksAndRefreshes();
     void emptyingAsksFirst();
+    void listsAreManagedFromTheMenu_data();
+    void listsAreManagedFromTheMenu();
+    void importsOfManyShowAtOnce();
     void exitAsksInTheseWords();
     void placeOffEveryScreenIsCorrected_data();
     void placeOffEveryScreenIsCorrected();
@@ -173,6 +179,71 @@ void TestMainWindow::deletingAsksAndRefreshes() {
     QTest::keyClick(view, Qt::Key_Delete);
     QCOMPARE(names().size(), 0);
     QVERIFY(!find<QAction>("mnuToolboxDelete")->isEnabled());
+}
+
+void TestMainWindow::listsAreManagedFromTheMenu_data() {
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("genres") << "mnuManageGenres"
+                            << "Manage global genres";
+    QTest::newRow("labels") << "mnuManageLabels"
+                            << "Manage labels";
+    QTest::newRow("supports") << "mnuManageSupports"
+                              << "Manage supports";
+    QTest::newRow("sources") << "mnuManageSources"
+                             << "Manage sources";
+}
+
+void TestMainWindow::listsAreManagedFromTheMenu() {
+    QFETCH(QString, key);
+    QFETCH(QString, title);
+    auto* action = find<QAction>(qPrintable(key));
+    QCOMPARE(action->toolTip(), title);
+    QVERIFY(!action->icon().isNull());
+    // A label that gets another name shows it in the list of recordings behind.
+    m_window->toolbox()->showKind(ItemKind::Recording);
+    const bool label = key == "mnuManageLabels";
+    const QString label1 =
+        m_home->session->connection().single("SELECT LabelName FROM Labels WHERE LabelID = 1").toText();
+    QString opened;
+    QTimer::singleShot(0, this, [&] {
+        QWidget* form = QApplication::activeModalWidget();
+        QVERIFY(form);
+        opened = form->windowTitle();
+        if (label) {
+            QTest::keyClicks(form->findChild<QLineEdit*>("txtFilter"), label1);
+            m_home->messages.willType("A quite new name");
+            QTest::mouseClick(form->findChild<QPushButton*>("cmdRename"), Qt::LeftButton);
+        }
+        QTest::keyClick(form, Qt::Key_Escape);
+    });
+    action->trigger();
+    QCOMPARE(opened, title);
+    const ItemList& shown = m_window->toolbox()->model()->list();
+    int renamed = 0;
+    for (int row = 0; row < shown.rowCount(); ++row)
+        renamed += shown.text(row, 1) == "A quite new name";
+    QCOMPARE(renamed > 0, label);
+}
+
+void TestMainWindow::importsOfManyShowAtOnce() {
+    for (const auto& [key, kind] : {std::pair("mnuToolsBatchImportCps", ItemKind::Composer),
+                                    std::pair("mnuToolsBatchImportPfr", ItemKind::Performer)}) {
+        m_window->toolbox()->showKind(kind);
+        const qsizetype before = names().size();
+        QTimer::singleShot(0, this, [] {
+            QWidget* form = QApplication::activeModalWidget();
+            QVERIFY(form);
+            auto* list = form->findChild<QTreeView*>("lvPersons");
+            QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier);
+            QTest::mouseClick(form->findChild<QPushButton*>("cmdImport"), Qt::LeftButton);
+        });
+        find<QAction>(key)->trigger();
+        QVERIFY(names().size() > before + 100);
+        QCOMPARE(names().size(), m_home->session->connection()
+                                     .single("SELECT COUNT(*) FROM " + itemKind(kind)->table)
+                                     .toInteger());
+    }
 }
 
 void TestMainWindow::emptyingAsksFirst() {
