@@ -36,12 +36,16 @@ public:
     void setText(int row, int column, const QString& text) { m_cells[cell(row, column)] = text; }
     /// Gives the cells of one column their own icons; only one column of a list has them.
     void setCellIcon(int row, int column, const QString& iconKey);
+    /// Draws a row in bold, such as a work that is in the collection.
+    void setBold(int row, bool bold) { m_rows[size_t(row)].bold = bold; }
+    bool isBold(int row) const { return m_rows[size_t(row)].bold; }
 
 private:
     struct Row {
         qint64 id;
         quint16 icon;
         quint16 cellIcon;
+        bool bold = false;
     };
     size_t cell(int row, int column) const { return size_t(row) * m_headings.size() + size_t(column); }
     quint16 iconIndex(const QString& key);

@@ -4,6 +4,7 @@
 #include "store/TextOrder.h"
 #include "ui/IconStore.h"
 
+#include <QFont>
 #include <QMimeData>
 #include <algorithm>
 #include <numeric>
@@ -52,6 +53,13 @@ QVariant ItemListModel::data(const QModelIndex& index, int role) const {
         if (!own.isEmpty())
             return m_icons.icon(own);
         return index.column() == 0 ? QVariant(m_icons.icon(m_list.iconKey(row))) : QVariant();
+    }
+    case Qt::FontRole: {
+        if (!m_list.isBold(row))
+            return {};
+        QFont bold; // what it leaves unset comes from the view
+        bold.setBold(true);
+        return bold;
     }
     case Qt::TextAlignmentRole:
         return int(m_list.headings()[size_t(index.column())].numeric ? Qt::AlignRight | Qt::AlignVCenter
