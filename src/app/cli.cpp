@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     addMaintenanceCommands(app, context, action);
     addItemCommands(app, context, action);
     addPersonCommands(app, context, action);
+    addCatalogCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -3,6 +3,7 @@
 //   tessaranth-mkdata keys KEYS.tsv WKeys.dat
 //   tessaranth-mkdata template WKeys.dat Tessaranth.tsb
 //   tessaranth-mkdata archive Cps|Pfr PERSONS.tsv tsrcps.dll
+//   tessaranth-mkdata catalog WORKS.tsv First_Last.tcat
 #include "platform/Errors.h"
 #include "platform/TsvFile.h"
 #include "store/CatalogTemplate.h"
@@ -52,6 +53,39 @@ void makeArchive(const QString& prefix, const QString& source, const QString& ta
     archive.save(target);
 }
 
+/// A catalog file of one composer's works. Texts that no card could take are an error of the source.
+void makeCatalog(const QString& source, const QString& target) {
+    struct Column {
+        const char* heading;
+        const char* field;
+        int width;
+    };
+    const Column columns[] = {{"title", "CompTitle", 250}, {"subtitle", "CompSubTitle", 250},
+                              {"number", "CompNbr", 50},   {"mainwork", "MainWorkName", 250},
+                              {"year", "CompYear", 20},    {"catgenre", "CpsGenreName", 250},
+                              {"genre", "GenreName", 250}};
+    const TsvFile file(source);
+    std::vector<Field> fields;
+    for (const Column& column : columns)
+        fields.push_back({QLatin1String(column.field), Field::Type::Text, column.width});
+    Recordset works(fields);
+    for (int row = 0; row < file.rowCount(); ++row) {
+        Recordset::Assignments values;
+        for (const Column& column : columns) {
+            const QString text = file.cell(row, QLatin1String(column.heading));
+            if (text.size() > column.width)
+                throw Error(file.place(row) + QStringLiteral(": too long for ") +
+                            QLatin1String(column.field));
+            values.emplace_back(QLatin1String(column.field), text);
+        }
+        if (file.cell(row, QStringLiteral("title")).isEmpty() ||
+            file.cell(row, QStringLiteral("catgenre")).isEmpty())
+            throw Error(file.place(row) + QStringLiteral(": without title or genre"));
+        works.add(values);
+    }
+    works.save(target);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -64,8 +98,10 @@ int main(int argc, char** argv) {
             writeCatalogTemplate(words[2], readKeyNames(words[1]));
         else if (words.size() == 4 && words[0] == QLatin1String("archive"))
             makeArchive(words[1], words[2], words[3]);
+        else if (words.size() == 3 && words[0] == QLatin1String("catalog"))
+            makeCatalog(words[1], words[2]);
         else
-            throw Error(QStringLiteral("usage: tessaranth-mkdata keys|template|archive ..."));
+            throw Error(QStringLiteral("usage: tessaranth-mkdata keys|template|archive|catalog ..."));
         return 0;
     } catch (const Error& error) {
         std::cerr << error.what() << '\n';

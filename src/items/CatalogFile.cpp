@@ -172,7 +172,7 @@ QString CatalogFile::chooseImportPath() {
     request.folder = m_session.configuration().lastFolder(QStringLiteral("Catalog"));
     // The catalogs that come with the program, until the user has shown where he keeps his own.
     const QString shipped = shareFolder() + QStringLiteral("/catalogs");
-    if (request.folder.isEmpty() && QFileInfo(shipped).isDir())
+    if (request.folder.isEmpty() && !shareFolder().isEmpty() && QFileInfo(shipped).isDir())
         request.folder = shipped;
     const QStringList chosen = m_session.messages().chooseFiles(request);
     return chosen.isEmpty() ? QString() : chosen.front();

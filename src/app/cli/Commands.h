@@ -38,5 +38,6 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action);
 void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action);
 void addItemCommands(CLI::App& app, CliContext& context, Action& action);
 void addPersonCommands(CLI::App& app, CliContext& context, Action& action);
+void addCatalogCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth
