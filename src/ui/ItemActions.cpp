@@ -3,6 +3,7 @@
 
 #include "items/CMIT.h"
 #include "items/forms/frmListManager.h"
+#include "items/forms/frmCatalog.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
@@ -30,6 +31,8 @@ ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& tool
     add("mnuToolboxDelete", "Delete", tr("Delete"), tr("Delete the selected item(s)"), "Del",
         &ItemActions::remove);
     add("mnuToolboxMigrate", "AU", tr("Migrate"), tr("Migrate the selected item"), "", &ItemActions::merge);
+    add("mnuCardCompManageCatalog", "Catalog", tr("Catalog"), tr("Manage composer catalog"), "Ctrl+K",
+        &ItemActions::manageCatalog);
     add("mnuToolboxRefresh", "Refresh", tr("Refresh"), tr("Refresh list"), "F5", &ItemActions::refresh);
     m_toolbox.setActions(m_actions);
     connect(&m_toolbox, &Toolbox::selectionChanged, this, &ItemActions::enable);
@@ -53,7 +56,9 @@ QAction* ItemActions::add(const QString& key, const QString& iconKey, const QStr
 void ItemActions::enable() {
     const size_t selected = m_toolbox.selectedIds().size();
     const bool person = isPerson(m_toolbox.kind());
-    const bool states[] = {person, person && selected == 1, selected > 0, selected == 1, true};
+    const bool composer = m_toolbox.kind() == ItemKind::Composer;
+    const bool states[] = {person,        person && selected == 1,   selected > 0,
+                           selected == 1, composer && selected == 1, true};
     for (qsizetype i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setEnabled(states[i]);
 }
@@ -110,6 +115,12 @@ void ItemActions::merge() {
         return;
     m_toolbox.refresh();
     m_toolbox.select(form.target());
+}
+
+void ItemActions::manageCatalog() {
+    const std::vector<qint64> ids = m_toolbox.selectedIds();
+    if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
+        frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }

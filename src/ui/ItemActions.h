@@ -39,6 +39,7 @@ private:
     void edit();
     void remove();
     void merge();
+    void manageCatalog();
     void refresh();
 
     Session& m_session;

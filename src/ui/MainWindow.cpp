@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "items/forms/frmImportedCatalogs.h"
 #include "store/Session.h"
 #include "ui/Commands.h"
 #include "ui/IconStore.h"
@@ -92,6 +93,13 @@ void MainWindow::buildCommands() {
          "p",
          "",
          [this] { m_items->importMany(ItemKind::Performer); },
+        {"mnuToolsCatalogsList",
+         tr("&Tools"),
+         tr("&List imported composers catalogs..."),
+         "List imported composers catalogs",
+         "Catalog",
+         "",
+         [this] { frmImportedCatalogs(m_session, m_icons, this).exec(); },
          {}},
         {"mnuToolsCleanup",
          utility,

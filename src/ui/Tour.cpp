@@ -4,6 +4,10 @@
 #include "items/ItemKind.h"
 #include "items/forms/frmListChooser.h"
 #include "items/forms/frmListManager.h"
+#include "items/forms/CatalogTree.h"
+#include "items/forms/frmAssign.h"
+#include "items/forms/frmCatalog.h"
+#include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
@@ -110,6 +114,22 @@ void showLookupLists(Camera& camera, Session& session, const IconStore& icons) {
     camera.take(persons, QStringLiteral("choose-Cps"));
     text->setText(QStringLiteral("nobody is called so"));
     camera.take(persons, QStringLiteral("choose-no-match"));
+// The composer with the most works, once with all of them and once with those of a genre.
+void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
+    const qint64 composer =
+        session.connection()
+            .single(QStringLiteral("SELECT CpsID FROM Compositions GROUP BY CpsID ORDER BY Count(*) DESC"))
+            .toInteger();
+    frmCatalog catalog(session, icons, composer);
+    camera.take(catalog, QStringLiteral("catalog"));
+    auto* tree = catalog.findChild<CatalogTree*>();
+    tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+    camera.take(catalog, QStringLiteral("catalog-genre"));
+    ComposerCatalog works(session, composer);
+    frmAssign assign(works, catalogBranches().front(), icons);
+    camera.take(assign, QStringLiteral("catalog-assign"));
+    frmImportedCatalogs imported(session, icons);
+    camera.take(imported, QStringLiteral("imported-catalogs"));
 }
 
 } // namespace
@@ -119,6 +139,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showLists(camera, window);
     showPersons(camera, session, icons, *window.toolbox());
     showLookupLists(camera, session, icons);
+    showCatalog(camera, session, icons);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));
     frmInput input({QStringLiteral("  New genre"), QStringLiteral("Add a new global genre"),
