@@ -22,6 +22,8 @@ CatalogTree::CatalogTree(const IconStore& icons, QWidget* parent) : QTreeWidget(
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setDragDropMode(QAbstractItemView::DropOnly);
     setDragDropOverwriteMode(true); // onto a node, never between two
+    // What is dropped beside a node that takes nothing would land here.
+    invisibleRootItem()->setFlags(Qt::ItemIsEnabled);
     setUniformRowHeights(true);
     connect(this, &QTreeWidget::currentItemChanged, this, &CatalogTree::placeChanged);
 }

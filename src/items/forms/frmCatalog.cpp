@@ -15,6 +15,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSet>
 #include <QSplitter>
 #include <QToolBar>
 #include <QTreeView>
@@ -281,13 +282,27 @@ void frmCatalog::fillWorks() {
     ItemList list;
     if (!m_catalog.works(place.branch, place.node, list))
         return;
+    const std::vector<qint64> before = selectedWorks();
     m_model->setList(std::move(list));
     const QHeaderView* header = m_works->header();
     if (header->sortIndicatorSection() >= 0)
         m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
+    selectWorks(before);
     FormHelpers::fitColumns(m_works);
-    m_count->setText(tr("Works: %1").arg(m_model->rowCount()));
+    m_works->setColumnWidth(0, qBound(200, m_works->columnWidth(0), 320)); // so that the number is in sight
+    m_count->setText(m_model->rowCount() == 0 ? tr("There are no works here.")
+                                              : tr("Works: %1").arg(m_model->rowCount()));
     enable();
+}
+
+// Works stay selected where they are still shown: those just put under a genre go on to their main work.
+void frmCatalog::selectWorks(const std::vector<qint64>& ids) {
+    const QSet<qint64> wanted(ids.begin(), ids.end());
+    QItemSelection rows;
+    for (int row = 0; row < m_model->rowCount() && !wanted.isEmpty(); ++row)
+        if (const QModelIndex index = m_model->index(row, 0); wanted.contains(m_model->id(index)))
+            rows.select(index, index);
+    m_works->selectionModel()->select(rows, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 std::vector<qint64> frmCatalog::selectedWorks() const { return FormHelpers::selectedIds(m_works, m_model); }

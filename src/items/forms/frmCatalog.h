@@ -54,6 +54,7 @@ private:
     void refresh();
     void fillWorks();
     std::vector<qint64> selectedWorks() const;
+    void selectWorks(const std::vector<qint64>& ids);
 
     void assign(const CatalogBranch& branch);
     void drop(Branch branch, qint64 node, const QList<qint64>& works);
