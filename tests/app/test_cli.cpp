@@ -48,6 +48,7 @@ private slots:
     void sampleIsWrittenOnce();
     void listsByPrefix_data();
     void listsByPrefix();
+    void exchangesCatalogs();
     void wordsOfTheCommandLine_data();
     void wordsOfTheCommandLine();
     void pathsHoldWhereverTheProgramStarts();
@@ -308,6 +309,26 @@ void TestCli::listsByPrefix() {
         const QByteArray json = home.run({"--json", "list", "UserDef", prefix}).out.toUtf8();
         QCOMPARE(QJsonDocument::fromJson(json).array().size(), 1);
     }
+}
+
+void TestCli::exchangesCatalogs() {
+    CliHome home;
+    home.useTemplate();
+    RUN(0, home.sql("INSERT INTO Cps (CpsLname, CpsFname) VALUES ('Mozart', 'Wolfgang Amadeus')"));
+    const QString shipped = TESSARANTH_SHARE "/catalogs/Wolfgang_Amadeus_Mozart.tcat";
+    QCOMPARE(home.run({"catalog", "remove", "1", "--yes"}).code, 1);
+    QCOMPARE(home.run({"catalog", "import", "2", shipped}).code, 1);
+    const CliResult imported = home.run({"catalog", "import", "1", shipped});
+    QCOMPARE(imported.code, 0);
+    QCOMPARE(imported.err, QString("Done.\n"));
+    QVERIFY(home.single("SELECT COUNT(*) FROM Compositions").toInt() > 500);
+    RUN(0, home.run({"catalog", "export", "1", home.file("out.tcat")}));
+    QVERIFY(QFile::exists(home.file("out.tcat")));
+    QCOMPARE(home.run({"catalog", "import", "1", home.file("Tessaranth.tsb")}).code, 1);
+    QCOMPARE(home.run({"catalog", "remove", "1"}).code, 1); // nobody to ask
+    RUN(0, home.run({"catalog", "remove", "1", "--yes"}));
+    for (const char* table : {"Compositions", "CpsGenres", "MainWorks", "Catalogs"})
+        QCOMPARE(home.single(QString("SELECT COUNT(*) FROM %1").arg(table)), QString("0"));
 }
 
 void TestCli::wordsOfTheCommandLine_data() {
