@@ -93,6 +93,7 @@ void MainWindow::buildCommands() {
          "p",
          "",
          [this] { m_items->importMany(ItemKind::Performer); },
+         {}},
         {"mnuToolsCatalogsList",
          tr("&Tools"),
          tr("&List imported composers catalogs..."),

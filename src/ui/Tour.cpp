@@ -114,6 +114,8 @@ void showLookupLists(Camera& camera, Session& session, const IconStore& icons) {
     camera.take(persons, QStringLiteral("choose-Cps"));
     text->setText(QStringLiteral("nobody is called so"));
     camera.take(persons, QStringLiteral("choose-no-match"));
+}
+
 // The composer with the most works, once with all of them and once with those of a genre.
 void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
     const qint64 composer =

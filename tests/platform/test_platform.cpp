@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QStorageInfo>
 #include <QTest>
 
 using namespace tessaranth;
@@ -241,7 +242,9 @@ void PlatformTest::volumes() {
     QCOMPARE(volumeType("", std::nullopt), QString("Unknown"));
     QTemporaryDir folder;
     const Volume here = volumeOf(folder.path());
-    QVERIFY(!here.name.isEmpty());
+    // Within a changed root there may be no volume that the system knows.
+    if (QStorageInfo(folder.path()).isValid())
+        QVERIFY(!here.name.isEmpty());
     QVERIFY(here.type != "CD-ROM" && !here.type.isEmpty());
     QCOMPARE(volumeOf(folder.filePath("missing/too/a.mp3")).name, here.name);
     QCOMPARE(volumeOf(folder.filePath("missing/too/a.mp3")).type, here.type);
