@@ -289,18 +289,30 @@ void CWKS::markCharacters(qint64 work) {
                                        .arg(work));
 }
 
+QString CWKS::characterName(const QString& text) {
+    const QString name = cleanName(text);
+    const int limit =
+        m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
+    if (limit > 0 && name.size() > limit)
+        throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Personage name")).arg(limit));
+    return name;
+}
+
+void CWKS::requireWork(qint64 id) {
+    if (!m_session.connection().exists(
+            QStringLiteral("SELECT * FROM Compositions WHERE CompID = %1").arg(id)))
+        throw Error(tr("This work has been deleted meanwhile."));
+}
+
 qint64 CWKS::addCharacter(qint64 work, const QString& text) {
     qint64 id = 0;
     guarded([&] {
-        const QString name = cleanName(text);
-        const int limit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
+        const QString name = characterName(text);
         if (name.isEmpty())
             return;
-        if (name.size() > limit)
-            throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Personage name")).arg(limit));
         if (hasCharacter(work, name, 0))
             throw Error(name + QStringLiteral(" is already in archive!"));
+        requireWork(work);
         Transaction transaction(m_session.connection());
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
@@ -315,7 +327,7 @@ qint64 CWKS::addCharacter(qint64 work, const QString& text) {
 bool CWKS::renameCharacter(qint64 id, const QString& text) {
     bool renamed = false;
     guarded([&] {
-        const QString name = cleanName(text);
+        const QString name = characterName(text);
         Recordset rows =
             Recordset::open(m_session.connection(),
                             QStringLiteral("SELECT * FROM Personages WHERE PersonageID = %1").arg(id));
@@ -353,6 +365,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         QFile file(textFile);
         if (!file.open(QIODevice::ReadOnly))
             throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));
+        requireWork(work);
         Transaction transaction(m_session.connection());
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));

@@ -65,6 +65,8 @@ private:
     void deleteRows(qint64 id, bool withCharacters, QStringList& files);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);
     void markCharacters(qint64 work);
+    QString characterName(const QString& text);
+    void requireWork(qint64 id);
 
     Session& m_session;
 };
