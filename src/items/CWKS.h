@@ -25,6 +25,8 @@ struct Work {
     qint64 genre = 0;
     qint64 key = 0;
     bool inCollection = false; ///< read only
+
+    bool operator==(const Work&) const = default;
 };
 
 /// The works manager. An operation that fails reports it through the session's messages and answers false.

@@ -39,5 +39,6 @@ void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action);
 void addItemCommands(CLI::App& app, CliContext& context, Action& action);
 void addPersonCommands(CLI::App& app, CliContext& context, Action& action);
 void addCatalogCommands(CLI::App& app, CliContext& context, Action& action);
+void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth
