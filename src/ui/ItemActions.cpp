@@ -7,6 +7,7 @@
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
+#include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "ui/IconStore.h"
 #include "ui/Toolbox.h"
@@ -34,6 +35,8 @@ ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& tool
     add("mnuCardCompManageCatalog", "Catalog", tr("Catalog"), tr("Manage composer catalog"), "Ctrl+K",
         &ItemActions::manageCatalog);
     add("mnuToolboxRefresh", "Refresh", tr("Refresh"), tr("Refresh list"), "F5", &ItemActions::refresh);
+    add("mnuCardCompManageAdd", "Comp", tr("New work"), tr("Add new work to current composer"), "Alt+Ins",
+        &ItemActions::addWork);
     m_toolbox.setActions(m_actions);
     connect(&m_toolbox, &Toolbox::selectionChanged, this, &ItemActions::enable);
     connect(&m_toolbox, &Toolbox::kindChanged, this, &ItemActions::enable);
@@ -59,6 +62,9 @@ void ItemActions::enable() {
     const bool composer = m_toolbox.kind() == ItemKind::Composer;
     const bool states[] = {person,        person && selected == 1,   selected > 0,
                            selected == 1, composer && selected == 1, true};
+    const bool states[] = {person,       person && selected == 1,
+                           selected > 0, selected == 1,
+                           true,         m_toolbox.kind() == ItemKind::Composer && selected == 1};
     for (qsizetype i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setEnabled(states[i]);
 }
@@ -121,6 +127,10 @@ void ItemActions::manageCatalog() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
         frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
+void ItemActions::addWork() {
+    const std::vector<qint64> ids = m_toolbox.selectedIds();
+    if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
+        frmWorkEditor(m_session, m_icons, ids.front(), 0, m_window).exec();
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }

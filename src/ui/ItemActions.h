@@ -40,6 +40,7 @@ private:
     void remove();
     void merge();
     void manageCatalog();
+    void addWork();
     void refresh();
 
     Session& m_session;

@@ -2,6 +2,7 @@
 #include "ui/MainWindow.h"
 
 #include "items/forms/frmImportedCatalogs.h"
+#include "items/forms/frmKeys.h"
 #include "store/Session.h"
 #include "ui/Commands.h"
 #include "ui/IconStore.h"
@@ -101,6 +102,13 @@ void MainWindow::buildCommands() {
          "Catalog",
          "",
          [this] { frmImportedCatalogs(m_session, m_icons, this).exec(); },
+        {"mnuToolsKeys",
+         tr("&Tools"),
+         tr("&Key names..."),
+         tr("Rename the musical keys"),
+         "Clef",
+         "",
+         [this] { frmKeys(m_session, m_icons, this).exec(); },
          {}},
         {"mnuToolsCleanup",
          utility,

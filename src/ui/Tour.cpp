@@ -8,9 +8,11 @@
 #include "items/forms/frmAssign.h"
 #include "items/forms/frmCatalog.h"
 #include "items/forms/frmImportedCatalogs.h"
+#include "items/forms/frmKeys.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
+#include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "store/forms/frmCleanup.h"
 #include "ui/ItemListModel.h"
@@ -23,6 +25,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QTabWidget>
 #include <QTreeView>
 
 namespace tessaranth {
@@ -132,6 +135,22 @@ void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
     camera.take(assign, QStringLiteral("catalog-assign"));
     frmImportedCatalogs imported(session, icons);
     camera.take(imported, QStringLiteral("imported-catalogs"));
+// A work with characters where there is one, tab by tab.
+void showWorks(Camera& camera, Session& session, const IconStore& icons) {
+    Query run = session.connection().query(
+        QStringLiteral("SELECT CompID, CpsID FROM Compositions ORDER BY Pers DESC, CompID"));
+    if (!run.next())
+        return;
+    frmWorkEditor editor(session, icons, run.integer(1), run.integer(0));
+    auto* tabs = editor.findChild<QTabWidget*>();
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        camera.take(editor, QStringLiteral("work-%1").arg(tab + 1));
+    }
+    frmWorkEditor fresh(session, icons, run.integer(1), 0);
+    camera.take(fresh, QStringLiteral("work-new"));
+    frmKeys keys(session, icons);
+    camera.take(keys, QStringLiteral("keys"));
 }
 
 } // namespace
@@ -142,6 +161,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showPersons(camera, session, icons, *window.toolbox());
     showLookupLists(camera, session, icons);
     showCatalog(camera, session, icons);
+    showWorks(camera, session, icons);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));
     frmInput input({QStringLiteral("  New genre"), QStringLiteral("Add a new global genre"),
