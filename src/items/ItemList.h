@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash> // the hash of a QString, for the standard containers
+#include <QHashFunctions>
 #include <QString>
 #include <unordered_map>
 #include <vector>

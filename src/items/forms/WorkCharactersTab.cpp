@@ -64,8 +64,13 @@ QPushButton* WorkCharactersTab::button(const QString& caption, const QString& ob
 
 void WorkCharactersTab::setWork(qint64 work) {
     m_work = work;
-    m_note->setText(work == 0 ? tr("The work is saved before its first personage is added.") : QString());
+    note(work == 0 ? tr("The work is saved before its first personage is added.") : QString());
     refresh();
+}
+
+void WorkCharactersTab::note(const QString& text) {
+    m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
 }
 
 void WorkCharactersTab::refresh() {
@@ -87,7 +92,7 @@ bool WorkCharactersTab::save() {
         if (work == 0)
             return false;
         setWork(work);
-        m_note->setText(tr("The work has been saved."));
+        note(tr("The work has been saved."));
     }
     return true;
 }
@@ -150,7 +155,7 @@ void WorkCharactersTab::importFile() {
     if (added < 0)
         return;
     refresh();
-    m_note->setText(tr("Personages added: %1").arg(added));
+    note(tr("Personages added: %1").arg(added));
 }
 
 } // namespace tessaranth

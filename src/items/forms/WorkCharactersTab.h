@@ -29,6 +29,7 @@ private:
     QPushButton* button(const QString& caption, const QString& objectName, void (WorkCharactersTab::*run)());
     void refresh();
     void enable();
+    void note(const QString& text);
     bool save();
     QString inputName(const QString& title, const QString& prompt, const QString& action,
                       const QString& text);

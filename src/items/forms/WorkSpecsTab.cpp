@@ -59,11 +59,13 @@ void WorkSpecsTab::buildTexts(QFormLayout* fields) {
     auto* number = new QHBoxLayout;
     number->addWidget(acronym);
     number->addWidget(m_number);
+    number->addStretch(1);
     fields->addRow(caption, number);
     m_year = edit("txtYear", "CompYear", tr("&Year:"));
     fields->addRow(tr("&Year:"), m_year);
-    m_number->setMaximumWidth(220);
-    m_year->setMaximumWidth(220);
+    constexpr int shortField = 220;
+    m_number->setFixedWidth(shortField);
+    m_year->setFixedWidth(shortField);
 }
 
 QComboBox* WorkSpecsTab::combo(QFormLayout* fields, const QString& caption, const QString& objectName,
