@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QHash> // the hash of a QString, for the standard containers
-#include <QHashFunctions>
 #include <QString>
 #include <unordered_map>
 #include <vector>

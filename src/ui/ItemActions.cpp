@@ -2,8 +2,8 @@
 #include "ui/ItemActions.h"
 
 #include "items/CMIT.h"
-#include "items/forms/frmListManager.h"
 #include "items/forms/frmCatalog.h"
+#include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
@@ -59,12 +59,10 @@ QAction* ItemActions::add(const QString& key, const QString& iconKey, const QStr
 void ItemActions::enable() {
     const size_t selected = m_toolbox.selectedIds().size();
     const bool person = isPerson(m_toolbox.kind());
-    const bool composer = m_toolbox.kind() == ItemKind::Composer;
-    const bool states[] = {person,        person && selected == 1,   selected > 0,
-                           selected == 1, composer && selected == 1, true};
-    const bool states[] = {person,       person && selected == 1,
-                           selected > 0, selected == 1,
-                           true,         m_toolbox.kind() == ItemKind::Composer && selected == 1};
+    const bool oneComposer = m_toolbox.kind() == ItemKind::Composer && selected == 1;
+    // In the order in which the actions are added.
+    const bool states[] = {
+        person, person && selected == 1, selected > 0, selected == 1, oneComposer, true, oneComposer};
     for (qsizetype i = 0; i < m_actions.size(); ++i)
         m_actions[i]->setEnabled(states[i]);
 }
@@ -127,6 +125,8 @@ void ItemActions::manageCatalog() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
         frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
+}
+
 void ItemActions::addWork() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)

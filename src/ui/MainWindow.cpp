@@ -102,6 +102,7 @@ void MainWindow::buildCommands() {
          "Catalog",
          "",
          [this] { frmImportedCatalogs(m_session, m_icons, this).exec(); },
+         {}},
         {"mnuToolsKeys",
          tr("&Tools"),
          tr("&Key names..."),

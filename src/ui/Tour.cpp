@@ -2,13 +2,13 @@
 #include "ui/Tour.h"
 
 #include "items/ItemKind.h"
-#include "items/forms/frmListChooser.h"
-#include "items/forms/frmListManager.h"
 #include "items/forms/CatalogTree.h"
 #include "items/forms/frmAssign.h"
 #include "items/forms/frmCatalog.h"
 #include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmKeys.h"
+#include "items/forms/frmListChooser.h"
+#include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
@@ -135,6 +135,8 @@ void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
     camera.take(assign, QStringLiteral("catalog-assign"));
     frmImportedCatalogs imported(session, icons);
     camera.take(imported, QStringLiteral("imported-catalogs"));
+}
+
 // A work with characters where there is one, tab by tab.
 void showWorks(Camera& camera, Session& session, const IconStore& icons) {
     Query run = session.connection().query(

@@ -4,6 +4,7 @@
 #include "items/CWKS.h"
 #include "items/forms/CatalogTree.h"
 #include "items/forms/frmAssign.h"
+#include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
 #include "ui/IconStore.h"
@@ -79,6 +80,8 @@ QWidget* frmCatalog::buildWorks() {
     m_works->setDragDropMode(QAbstractItemView::DragOnly);
     paintInItemColours(m_works, m_session.configuration(), QStringLiteral("Wkc"));
     connect(m_works->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmCatalog::enable);
+    connect(m_works, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { editWork(m_model->id(index)); });
     return m_works;
 }
 
@@ -175,6 +178,25 @@ void frmCatalog::buildBranchCommands(const CatalogBranch& branch) {
 
 void frmCatalog::buildWorkCommands() {
     const auto some = [this] { return !selectedWorks().empty(); };
+    add({QStringLiteral("mnuWorkNew"),
+         m_workMenu,
+         QStringLiteral("Comp"),
+         tr("&New work..."),
+         tr("Add new work to current composer"),
+         QStringLiteral("Ctrl+N"),
+         [this] { editWork(0); },
+         {},
+         tr("New work")});
+    add({QStringLiteral("mnuWorkEdit"),
+         m_workMenu,
+         QStringLiteral("Edit"),
+         tr("&Edit work..."),
+         tr("Edit selected work"),
+         QStringLiteral("F2"),
+         [this] { editWork(selectedWorks().front()); },
+         [this] { return selectedWorks().size() == 1; },
+         {}});
+    add({{}, m_workMenu, {}, {}, {}, {}, {}, {}, {}});
     const std::pair<const char*, QString> assignments[] = {
         {"mnuAssignGenre", QStringLiteral("Ctrl+Shift+G")},
         {"mnuAssignMainWork", QStringLiteral("Ctrl+Shift+M")}};
@@ -320,6 +342,13 @@ void frmCatalog::drop(Branch branch, qint64 node, const QList<qint64>& dropped) 
     const std::vector<qint64> works(dropped.begin(), dropped.end());
     if (node == 0 ? m_catalog.unassign(branch, works) : m_catalog.assign(branch, node, works))
         fillWorks();
+}
+
+// The editor can add genres and main works, so the tree is read again too.
+void frmCatalog::editWork(qint64 work) {
+    frmWorkEditor editor(m_session, m_icons, m_composer, work, this);
+    if (editor.exec() == QDialog::Accepted)
+        refresh();
 }
 
 void frmCatalog::deleteWorks() {

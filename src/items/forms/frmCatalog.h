@@ -58,6 +58,7 @@ private:
 
     void assign(const CatalogBranch& branch);
     void drop(Branch branch, qint64 node, const QList<qint64>& works);
+    void editWork(qint64 work);
     void deleteWorks();
     void exportFile();
     void importFile();
