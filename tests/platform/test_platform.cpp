@@ -9,8 +9,8 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QStorageInfo>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tessaranth;
