@@ -210,7 +210,7 @@ private:
              medianMs(m_repeat,
                       [&] {
                           for (int i = 0; i < times; ++i)
-                              dialect.translate(one);
+                              dialect.translate(QString(one).replace(u'x', QChar(u'a' + i % 26)));
                       }),
              0);
     }
