@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/FormHelpers.h"
 
+#include "platform/Messages.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
 
@@ -130,6 +131,15 @@ QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action
     box->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
     button->setDefault(true);
     return button;
+}
+
+Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& question,
+                      const std::function<bool()>& save) {
+    const Answer answer =
+        messages.ask({title, question, {Answer::Yes, Answer::No, Answer::Cancel}, Answer::Yes});
+    if (answer == Answer::No)
+        return Unsaved::Dropped;
+    return answer == Answer::Yes && save() ? Unsaved::Saved : Unsaved::Kept;
 }
 
 } // namespace tessaranth::FormHelpers

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <vector>
 
 class QDialog;
@@ -15,6 +16,7 @@ namespace tessaranth {
 
 class IconStore;
 class ItemListModel;
+class Messages;
 
 /// Pieces that all forms are built of, so that they look alike.
 namespace FormHelpers {
@@ -35,6 +37,12 @@ void fitColumns(QTreeView* view);
 /// The last row of a form: the default button with the action's name, and Cancel, which rejects the form. The
 /// caller connects the first, which is returned.
 QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName);
+
+/// What became of changes that were not saved yet.
+enum class Unsaved { Saved, Dropped, Kept };
+/// Asks whether to save them and does so on Yes. `Kept`: Cancel, or the saving was refused; the form stays.
+Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& question,
+                      const std::function<bool()>& save);
 
 } // namespace FormHelpers
 

@@ -177,6 +177,7 @@ void MainWindow::buildCommands() {
 }
 
 // There is no card window yet that could be open.
+void MainWindow::openCard(const QString&, qint64) {}
 void MainWindow::closeCard(const QString&) {}
 void MainWindow::reloadCard(const QString&) {}
 

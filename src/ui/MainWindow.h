@@ -31,6 +31,7 @@ public:
     ~MainWindow() override;
 
     Toolbox* toolbox() const { return m_toolbox; }
+    void openCard(const QString& code, qint64 id) override;
     void closeCard(const QString& key) override;
     void reloadCard(const QString& key) override;
     /// Brings the window to the front, for a second start of the program.

@@ -18,12 +18,11 @@
 #include "ui/ItemListModel.h"
 #include "ui/MainWindow.h"
 #include "ui/Toolbox.h"
+#include "ui/TourCamera.h"
 #include "ui/frmAbout.h"
 #include "ui/frmCharmap.h"
 #include "ui/frmInput.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTreeView>
@@ -32,37 +31,7 @@ namespace tessaranth {
 
 namespace {
 
-class Camera {
-public:
-    explicit Camera(const QString& folder) : m_folder(folder) { QDir().mkpath(folder); }
-
-    void take(QWidget& widget, const QString& name) {
-        widget.show();
-        // Two rounds: the first lays out, the second paints what the layout asked for.
-        for (int round = 0; round < 2; ++round)
-            QCoreApplication::processEvents();
-        const QString file =
-            m_folder + u'/' +
-            QStringLiteral("%1-%2.png").arg(m_files.size() + 1, 2, 10, QLatin1Char('0')).arg(name);
-        if (widget.grab().save(file))
-            m_files.push_back(file);
-    }
-
-    const QStringList& files() const { return m_files; }
-
-private:
-    QString m_folder;
-    QStringList m_files;
-};
-
-void waitForTyping() {
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < 250)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-}
-
-void showLists(Camera& camera, MainWindow& window) {
+void showLists(TourCamera& camera, MainWindow& window) {
     Toolbox& toolbox = *window.toolbox();
     for (const ItemKind& kind : itemKinds()) {
         if (!kind.isCard())
@@ -73,19 +42,19 @@ void showLists(Camera& camera, MainWindow& window) {
     toolbox.showKind(ItemKind::Composer);
     auto* filter = toolbox.findChild<QLineEdit*>(QStringLiteral("txtFilter"));
     filter->setText(QStringLiteral("b"));
-    waitForTyping();
+    camera.waitForTyping();
     camera.take(window, QStringLiteral("list-filtered"));
     filter->setText(QStringLiteral("nobody is called so"));
-    waitForTyping();
+    camera.waitForTyping();
     camera.take(window, QStringLiteral("list-no-match"));
     filter->clear();
-    waitForTyping();
+    camera.waitForTyping();
     toolbox.view()->sortByColumn(0, Qt::DescendingOrder);
     camera.take(window, QStringLiteral("list-descending"));
     toolbox.view()->sortByColumn(-1, Qt::AscendingOrder);
 }
 
-void showPersons(Camera& camera, Session& session, const IconStore& icons, Toolbox& toolbox) {
+void showPersons(TourCamera& camera, Session& session, const IconStore& icons, Toolbox& toolbox) {
     for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
         toolbox.showKind(kind);
         const ItemListModel& list = *toolbox.model();
@@ -102,7 +71,7 @@ void showPersons(Camera& camera, Session& session, const IconStore& icons, Toolb
     }
 }
 
-void showLookupLists(Camera& camera, Session& session, const IconStore& icons) {
+void showLookupLists(TourCamera& camera, Session& session, const IconStore& icons) {
     for (const ItemKind& kind : itemKinds()) {
         if (kind.isCard())
             continue;
@@ -120,7 +89,7 @@ void showLookupLists(Camera& camera, Session& session, const IconStore& icons) {
 }
 
 // The composer with the most works, once with all of them and once with those of a genre.
-void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
+void showCatalog(TourCamera& camera, Session& session, const IconStore& icons) {
     const qint64 composer =
         session.connection()
             .single(QStringLiteral("SELECT CpsID FROM Compositions GROUP BY CpsID ORDER BY Count(*) DESC"))
@@ -138,7 +107,7 @@ void showCatalog(Camera& camera, Session& session, const IconStore& icons) {
 }
 
 // A work with characters where there is one, tab by tab.
-void showWorks(Camera& camera, Session& session, const IconStore& icons) {
+void showWorks(TourCamera& camera, Session& session, const IconStore& icons) {
     Query run = session.connection().query(
         QStringLiteral("SELECT CompID, CpsID FROM Compositions ORDER BY Pers DESC, CompID"));
     if (!run.next())
@@ -158,7 +127,7 @@ void showWorks(Camera& camera, Session& session, const IconStore& icons) {
 } // namespace
 
 QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder) {
-    Camera camera(folder);
+    TourCamera camera(folder);
     showLists(camera, window);
     showPersons(camera, session, icons, *window.toolbox());
     showLookupLists(camera, session, icons);

@@ -26,9 +26,10 @@ struct ItemCatalog : TestHome {
 
 /// Remembers what became of cards.
 struct FakeCards final : OpenCards {
+    void openCard(const QString& code, qint64 id) override { opened << key(code, id); }
     void closeCard(const QString& key) override { closed << key; }
     void reloadCard(const QString& key) override { reloaded << key; }
-    QStringList closed, reloaded;
+    QStringList opened, closed, reloaded;
 };
 
 } // namespace tessaranth

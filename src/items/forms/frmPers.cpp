@@ -169,22 +169,16 @@ void frmPers::insertSpecial() {
 }
 
 void frmPers::reject() {
-    if (isChanged()) {
-        Question question;
-        question.title = windowTitle().trimmed();
-        question.text = QStringLiteral("Do you want to save the changes?");
-        question.buttons = {Answer::Yes, Answer::No, Answer::Cancel};
-        question.defaultButton = Answer::Yes;
-        const Answer answer = m_session.messages().ask(question);
-        if (answer == Answer::Cancel)
-            return;
-        if (answer == Answer::Yes) {
-            if (save())
-                accept();
-            return;
-        }
-    }
-    QDialog::reject();
+    using FormHelpers::Unsaved;
+    const Unsaved changes =
+        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle().trimmed(),
+                                                 QStringLiteral("Do you want to save the changes?"),
+                                                 [this] { return save(); })
+                    : Unsaved::Dropped;
+    if (changes == Unsaved::Saved)
+        accept();
+    else if (changes == Unsaved::Dropped)
+        QDialog::reject();
 }
 
 } // namespace tessaranth

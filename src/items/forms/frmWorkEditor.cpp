@@ -124,21 +124,14 @@ void frmWorkEditor::insertSpecial() {
 }
 
 void frmWorkEditor::reject() {
-    if (isChanged()) {
-        Question question;
-        question.title = windowTitle().trimmed();
-        question.text = QStringLiteral("Do you want to save the current changes?");
-        question.buttons = {Answer::Yes, Answer::No, Answer::Cancel};
-        question.defaultButton = Answer::Yes;
-        const Answer answer = m_session.messages().ask(question);
-        if (answer == Answer::Cancel)
-            return;
-        if (answer == Answer::Yes) {
-            if (save())
-                accept();
-            return;
-        }
-    }
+    using FormHelpers::Unsaved;
+    const Unsaved changes =
+        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle().trimmed(),
+                                                 QStringLiteral("Do you want to save the current changes?"),
+                                                 [this] { return save(); })
+                    : Unsaved::Dropped;
+    if (changes == Unsaved::Kept)
+        return;
     if (m_done)
         accept();
     else

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+namespace tessaranth {
+
+class OpenCards;
+class Session;
+
+/// The recording's own row as its editor sees it. Ids are 0 where nothing is chosen.
+struct RecordingSpecs {
+    qint64 id = 0; ///< 0 for a new one
+    QString title;
+    QString subtitle;
+    qint64 label = 0;
+    qint64 carrier = 0;
+    qint64 source = 0;
+    QString rating = QStringLiteral("N/A");
+    QString productionNumber;
+    QString notes;
+    QString barcode;
+    QString location;
+    int units = 1; ///< number of discs, 1 upwards
+    QString spars = QStringLiteral("N/A");
+    QString released;
+    QString price;
+    bool reference = false;
+    QString added;    ///< read only, as stored: "yyyy-MM-dd hh:mm:ss"
+    QString modified; ///< read only, likewise
+
+    bool operator==(const RecordingSpecs&) const = default;
+};
+
+/// A composer or performer on a recording.
+struct RecordingArtist {
+    qint64 id = 0;
+    QString name;    ///< "Last, First"
+    QString years;   ///< of composers
+    QString acronym; ///< of composers
+};
+
+/// A performer in a work, in one role; several roles are several of these.
+struct Casting {
+    qint64 performer = 0;
+    qint64 role = 0; ///< Personages.PersonageID, 0 for none
+
+    bool operator==(const Casting&) const = default;
+};
+
+/// One work placed on a recording, in its place among the others.
+struct PlacedWork {
+    qint64 id = 0; ///< CompOnRecID; 0 until it is applied
+    qint64 composer = 0;
+    qint64 work = 0;
+    QString title;             ///< read only: title and catalogue number
+    QString excerpt;           ///< of what part of the work is recorded; empty for all of it
+    std::vector<Casting> cast; ///< read at the start; stored by applyWorks for new works only
+
+    bool operator==(const PlacedWork&) const = default;
+};
+
+struct Track {
+    QString name;
+    QString length; ///< "mm:ss", or empty
+
+    bool operator==(const Track&) const = default;
+};
+
+/// Another recording that may be the same disc.
+struct RecordingDouble {
+    qint64 id = 0;
+    QString title;
+    QString reason; ///< what both have, in words, such as the barcode
+};
+
+/// Reads and changes one recording, part by part; each apply is one transaction, marks the recording as
+/// modified and reloads its open card. An operation that fails reports it through the session's messages and
+/// answers false; nothing has changed then. So does one on a recording that was deleted meanwhile.
+class RecordingEditor {
+public:
+    /// `id` 0 for a new recording: it exists once its specifications were applied. `cards` may be null.
+    RecordingEditor(Session& session, qint64 id, OpenCards* cards = nullptr)
+        : m_session(session), m_cards(cards), m_id(id) {}
+
+    qint64 id() const { return m_id; }
+    bool exists(); ///< false for a new one, and for one that was deleted elsewhere
+
+    /// The rating and SPARS texts in the order of the editor's lists.
+    static const QStringList& ratings();
+    static const QStringList& sparsCodes();
+    /// The number of discs that a text tells; nothing when it is not a whole number from 1 to 999.
+    static std::optional<int> units(const QString& text);
+    /// True for "mm:ss" or "mm.ss" (any one character between the digits), and for an empty text.
+    static bool isLength(const QString& text);
+
+    // Specifications.
+    RecordingSpecs specs();
+    /// Stores them: texts are trimmed in `specs`, a new recording gets its id. Refused without a title, with
+    /// units out of range, or with a text too long.
+    bool applySpecs(RecordingSpecs& specs);
+    /// Other recordings with this barcode, or with this label and production number.
+    std::vector<RecordingDouble> doubles(const RecordingSpecs& specs);
+
+    // Artists.
+    std::vector<RecordingArtist> composers();
+    std::vector<RecordingArtist> performers(); ///< in their order on the recording
+    /// Replaces the lists that are given. A performer who goes leaves every work of the recording.
+    bool applyArtists(const std::optional<std::vector<qint64>>& composers,
+                      const std::optional<std::vector<qint64>>& performers);
+
+    // Works, in their order on the recording.
+    std::vector<PlacedWork> works();
+    /// Replaces the list by this one, in this order; new works get their id in `works`. The works of
+    /// composers that are not on the recording, and performers that are not, are refused.
+    bool applyWorks(std::vector<PlacedWork>& works);
+
+    // Who performs in a work.
+    std::vector<Casting> cast(qint64 placedWork);
+    bool applyCast(qint64 placedWork, const std::vector<Casting>& cast);
+
+    // Tracks and the disc identifier of one disc.
+    std::vector<Track> tracks(int disc); ///< by their numbers, 1 upwards
+    QString discId(int disc);
+    /// Replaces what is given, of this disc alone. Refused with a length that is none or a name too long.
+    bool applyTracks(int disc, const std::optional<std::vector<Track>>& tracks,
+                     const std::optional<QString>& discId);
+
+    /// Adds a work to a composer's list for every title; the number added, or -1 on failure.
+    int addWorks(qint64 composer, const QStringList& titles);
+
+private:
+    template<typename Job>
+    bool guarded(const Job& job);
+    void touch();
+
+    Session& m_session;
+    OpenCards* m_cards;
+    qint64 m_id;
+};
+
+/// Reads tracks pasted as text: one a line, with or without a number before the name and a length behind it,
+/// tabs or blanks between. Empty lines are passed over.
+std::vector<Track> tracksOfText(const QString& text);
+/// The sum of the lengths as "h:mm:ss" or "mm:ss"; empty when no track has one.
+QString totalLength(const std::vector<Track>& tracks);
+
+} // namespace tessaranth
