@@ -7,9 +7,9 @@
 
 namespace tessaranth {
 
-/// A window within the frame: an item card, a work card, the query window or a picture viewer. Its windowTitle
-/// is also the text of its tab. It carries out the commands of the Show, Card and Tools/Zoom menus while it is
-/// the active one.
+/// A window within the frame: an item card, a work card, the query window or a picture viewer. Its
+/// windowTitle is also the text of its tab. It carries out the commands of the Show, Card and Tools/Zoom
+/// menus while it is the active one.
 class ChildWindow : public QWidget, public CommandTarget {
     Q_OBJECT
 
