@@ -3,6 +3,7 @@
 
 #include "store/ConnectionImpl.h"
 #include "store/TableDefinition.h"
+#include "store/TextIndex.h"
 
 #include <QCoreApplication>
 
@@ -132,6 +133,10 @@ Value Query::value(int column) const {
 
 // ---- running statements
 
+Query Connection::queryNative(const QByteArray& statement, const std::vector<Value>& parameters) {
+    return queryStatement({SqlStatement::Kind::Select, statement, parameters, {}, {}});
+}
+
 Query Connection::queryStatement(const SqlStatement& statement) {
     try {
         auto impl = std::make_unique<Query::Impl>();
@@ -229,9 +234,10 @@ void Connection::schemaChanged() {
 void Connection::Impl::readSchema() {
     if (!schema.isEmpty())
         return;
-    SQLite::Statement run(database, "SELECT m.name, c.name, c.type FROM sqlite_schema m JOIN "
-                                    "pragma_table_info(m.name) c WHERE m.type = 'table' AND m.name NOT LIKE "
-                                    "'sqlite!_%' ESCAPE '!' ORDER BY m.name, c.cid");
+    SQLite::Statement run(database,
+                          "SELECT m.name, c.name, c.type FROM sqlite_schema m JOIN "
+                          "pragma_table_info(m.name) c WHERE m.type = 'table' AND m.name NOT LIKE "
+                          "'sqlite!_%' ESCAPE '!' AND m.name NOT LIKE 'Quick%' ORDER BY m.name, c.cid");
     while (run.executeStep()) {
         const QString table = QString::fromUtf8(run.getColumn(0).getText());
         const ColumnInfo column = ColumnInfo::fromDeclaration(QString::fromUtf8(run.getColumn(1).getText()),
@@ -275,6 +281,7 @@ bool Connection::isTextColumn(const QString& column) const {
 // SQLite cannot change a column's type or default in place, so the table is written anew, in the order of
 // steps that SQLite's documentation of ALTER TABLE prescribes.
 void Connection::changeColumn(const ColumnChange& change) {
+    TextIndex(*this).drop(); // its triggers name tables that are about to be rebuilt
     const QByteArray table = change.table.toUtf8();
     try {
         // A savepoint and not a Transaction: a change that fails is undone by itself and may be skipped.

@@ -77,6 +77,8 @@ public:
     /// False for a statement that changes the catalog: that one goes to `execute`.
     bool returnsRows(const QString& statement) const;
     Query query(const QString& statement);
+    /// A query in SQLite's own words, with its parameters ?1, ?2 ...: for what the dialect has no words for.
+    Query queryNative(const QByteArray& statement, const std::vector<Value>& parameters = {});
     /// Runs a statement that returns no rows; answers with the number of rows it changed.
     int execute(const QString& statement);
     /// Runs a statement of which a failure is skipped; false when it failed. A full or failing disk still

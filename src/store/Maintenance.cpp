@@ -2,6 +2,7 @@
 #include "store/Maintenance.h"
 
 #include "store/Session.h"
+#include "store/TextIndex.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -62,6 +63,7 @@ bool Maintenance::empty(Progress& progress) {
         Connection& connection = m_session.connection();
         const QStringList tables = connection.tables();
         Transaction transaction(connection);
+        TextIndex(connection).drop(); // rather than taking every word out of it, row by row
         for (qsizetype i = 0; i < tables.size(); ++i) {
             if (!tables[i].startsWith(QLatin1String("MSys")))
                 connection.execute(QStringLiteral("DELETE * FROM ") + tables[i]);

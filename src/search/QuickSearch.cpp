@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "search/QuickSearch.h"
+
+#include "platform/Messages.h"
+#include "store/Session.h"
+#include "store/SqlError.h"
+#include "store/TextIndex.h"
+
+#include <QCoreApplication>
+#include <QHash>
+
+namespace tessaranth {
+
+namespace {
+
+/// How the hits of one index are shown. The columns of the statement are the key of the row, the text in two
+/// parts, the detail in two parts, and the key of the card.
+struct GroupOf {
+    const char* index;
+    const char* caption;
+    const char* iconKey;
+    const char* code;
+    const char* select;
+    const char* between; ///< stands between the two parts of the text
+};
+
+const GroupOf groups[] = {
+    {"QuickCps", "Composers", "c", "Cps",
+     "SELECT CpsID, CpsLname, CpsFname, CpsY, '', CpsID FROM Cps WHERE CpsID", ", "},
+    {"QuickPfr", "Performers", "p", "Pfr",
+     "SELECT PfrID, PfrLname, PfrFname, PfrB, PfrD, PfrID FROM Pfr WHERE PfrID", ", "},
+    {"QuickRec", "Recordings", "Recordings", "Rec",
+     "SELECT Rec.RecID, Rec.RecTitle, Rec.RecSubTitle, Labels.LabelName, Rec.ProdNbr, Rec.RecID FROM Labels "
+     "RIGHT JOIN Rec ON Labels.LabelID = Rec.LabelID WHERE Rec.RecID",
+     " - "},
+    {"QuickComp", "Works", "Comp", "Comp",
+     "SELECT Compositions.CompID, Compositions.CompTitle, Compositions.CompNbr, Cps.CpsLname, Cps.CpsFname, "
+     "Compositions.CompID FROM Cps RIGHT JOIN Compositions ON Cps.CpsID = Compositions.CpsID WHERE "
+     "Compositions.CompID",
+     " - "},
+    {"QuickUserDef", "Custom items", "User", "UserDef",
+     "SELECT UserDefID, UserDefTitle, '', '', '', UserDefID FROM UserDef WHERE UserDefID", ""},
+    {"QuickTracks", "Tracks", "Track", "Rec",
+     "SELECT Tracks.TrackID, Tracks.TrackName, Tracks.TrackLen, Rec.RecTitle, '', Rec.RecID FROM Tracks "
+     "INNER JOIN "
+     "Rec ON Tracks.RecID = Rec.RecID WHERE Tracks.TrackID",
+     "  "}};
+
+QString joined(const QString& first, const QString& between, const QString& second) {
+    return second.isEmpty() ? first : first + between + second;
+}
+
+QuickSearch::Hit hitOf(const GroupOf& group, const Query& row) {
+    return {joined(row.text(1), QLatin1String(group.between), row.text(2)),
+            joined(row.text(3), QStringLiteral(", "), row.text(4)), QLatin1String(group.code),
+            row.integer(5)};
+}
+
+QuickSearch::Group hitsOf(Connection& connection, const GroupOf& group, const std::vector<qint64>& keys) {
+    QuickSearch::Group found{QCoreApplication::translate("QuickSearch", group.caption),
+                             QLatin1String(group.iconKey),
+                             {},
+                             int(keys.size()) > QuickSearch::hitsPerGroup};
+    QStringList list;
+    for (const qint64 key : keys)
+        list.push_back(QString::number(key));
+    QHash<qint64, QuickSearch::Hit> rows;
+    Query run =
+        connection.query(QLatin1String(group.select) + QStringLiteral(" IN (") + list.join(u',') + u')');
+    while (run.next())
+        rows.insert(run.integer(0), hitOf(group, run));
+    for (const qint64 key : keys)
+        if (const auto row = rows.constFind(key);
+            row != rows.constEnd() && int(found.hits.size()) < QuickSearch::hitsPerGroup)
+            found.hits.push_back(*row);
+    return found;
+}
+
+} // namespace
+
+bool QuickSearch::prepare(Progress& progress) {
+    try {
+        TextIndex index(m_session.connection());
+        return index.isCurrent() || index.build(progress);
+    } catch (const Error& error) {
+        m_session.messages().warning(applicationTitle, error.reason());
+        return false;
+    }
+}
+
+std::vector<QuickSearch::Group> QuickSearch::find(const QString& text) {
+    std::vector<Group> found;
+    const QStringList words = TextIndex::words(text);
+    if (words.isEmpty())
+        return found;
+    try {
+        const TextIndex index(m_session.connection());
+        for (const GroupOf& group : groups) {
+            const auto keys = index.find(group.index, words, hitsPerGroup + 1);
+            if (!keys.empty())
+                found.push_back(hitsOf(m_session.connection(), group, keys));
+        }
+    } catch (const Error& error) {
+        m_session.messages().warning(applicationTitle, error.reason());
+    }
+    return found;
+}
+
+} // namespace tessaranth
