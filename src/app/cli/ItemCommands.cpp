@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// list.
+// list, find.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
 #include "items/CMIT.h"
+#include "search/QuickSearch.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -20,9 +21,35 @@ int list(CliContext& context, Session& session, const QString& word, const QStri
     return 0;
 }
 
+int find(CliContext& context, Session& session, const QString& text) {
+    QuickSearch search(session);
+    if (!search.prepare(context.progress))
+        return 1;
+    Output output(context.json);
+    output.headings({QStringLiteral("Group"), QStringLiteral("Text"), QStringLiteral("Detail"),
+                     QStringLiteral("Card"), QStringLiteral("Id")});
+    for (const QuickSearch::Group& group : search.find(text))
+        for (const QuickSearch::Hit& hit : group.hits)
+            output.row({group.caption, hit.text, hit.detail, hit.code, hit.id});
+    return 0;
+}
+
+void addFind(CLI::App& app, CliContext& context, Action& action) {
+    auto words = std::make_shared<std::string>();
+    CLI::App* command = app.add_subcommand("find", "Find cards, works and tracks by the beginnings of words");
+    command->add_option("TEXT", *words)->required();
+    command->callback([&context, &action, words] {
+        action = [&context, words] {
+            return context.withSession(
+                [&](Session& session) { return find(context, session, QString::fromStdString(*words)); });
+        };
+    });
+}
+
 } // namespace
 
 void addItemCommands(CLI::App& app, CliContext& context, Action& action) {
+    addFind(app, context, action);
     struct Words {
         std::string kind, prefix;
     };
