@@ -4,6 +4,7 @@
 #include "platform/SingleInstance.h"
 #include "store/Session.h"
 #include "store/Startup.h"
+#include "ui/Appearance.h"
 #include "ui/IconStore.h"
 #include "ui/MainWindow.h"
 #include "ui/SplashScreen.h"
@@ -89,6 +90,7 @@ int main(int argc, char** argv) {
         }
         const IconStore icons(session.applicationFile(QStringLiteral("tsrthres.dll")));
         messages.setIcons(&icons);
+        applyLook(session.configuration().look());
         if (parser.isSet(tour)) {
             code = runTourOn(session, icons, parser.value(tour));
         } else {

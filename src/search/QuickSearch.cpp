@@ -14,7 +14,7 @@ namespace tessaranth {
 namespace {
 
 /// How the hits of one index are shown. The columns of the statement are the key of the row, the text in two
-/// parts, the detail in two parts, and the key of the card.
+/// parts, the detail in two parts, the key of the card, and for works what stands before their number.
 struct GroupOf {
     const char* index;
     const char* caption;
@@ -35,7 +35,8 @@ const GroupOf groups[] = {
      " - "},
     {"QuickComp", "Works", "Comp", "Comp",
      "SELECT Compositions.CompID, Compositions.CompTitle, Compositions.CompNbr, Cps.CpsLname, Cps.CpsFname, "
-     "Compositions.CompID FROM Cps RIGHT JOIN Compositions ON Cps.CpsID = Compositions.CpsID WHERE "
+     "Compositions.CompID, Cps.CatAcr FROM Cps RIGHT JOIN Compositions ON Cps.CpsID = Compositions.CpsID "
+     "WHERE "
      "Compositions.CompID",
      " - "},
     {"QuickUserDef", "Custom items", "User", "UserDef",
@@ -51,7 +52,11 @@ QString joined(const QString& first, const QString& between, const QString& seco
 }
 
 QuickSearch::Hit hitOf(const GroupOf& group, const Query& row) {
-    return {joined(row.text(1), QLatin1String(group.between), row.text(2)),
+    constexpr int acronym = 6;
+    QString second = row.text(2);
+    if (row.columnCount() > acronym && !second.isEmpty())
+        second = joined(row.text(acronym), QStringLiteral(" "), second).trimmed();
+    return {joined(row.text(1), QLatin1String(group.between), second),
             joined(row.text(3), QStringLiteral(", "), row.text(4)), QLatin1String(group.code),
             row.integer(5)};
 }

@@ -192,8 +192,18 @@ int Configuration::number(const QString& section, const QString& key, int fallba
 }
 
 QColor Configuration::colour(const QString& key) const {
-    if (const QColor colour = colourOf(read(latin(colours), key)); colour.isValid())
-        return colour;
+    const QColor ofLook = schemeColour(look(), key);
+    return ofLook.isValid() ? ofLook : classicColour(key);
+}
+
+QColor Configuration::classicColour(const QString& key) const {
+    const QColor chosen = colourOf(read(latin(colours), key));
+    return chosen.isValid() ? chosen : factoryColour(key);
+}
+
+QColor Configuration::factoryColour(const QString& key) const {
+    if (const QColor stored = colourOf(read(latin(factoryColours), key)); stored.isValid())
+        return stored;
     for (const ColourRow& row : colourRows) {
         if (key.compare(QLatin1String(row.key), Qt::CaseInsensitive) == 0)
             return colourOf(latin(row.value));

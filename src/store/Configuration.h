@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ProfileFile.h"
+#include "store/ColourScheme.h"
 
 #include <QColor>
 #include <QStringList>
@@ -40,9 +41,15 @@ public:
     /// Yes/no values are "1" or "-1" for yes.
     bool flag(const QString& section, const QString& key) const;
     int number(const QString& section, const QString& key, int fallback) const;
+    /// The colours that the user chose to see.
+    Look look() const { return lookOf(read(QStringLiteral("Misc"), QStringLiteral("Look"))); }
+    /// The colour to be shown: of the look, which may be the classic one.
+    QColor colour(const QString& key) const;
     /// Colours are stored as blue*65536 + green*256 + red; an unreadable value gives the factory colour of
     /// the key, or black for a key that has none.
-    QColor colour(const QString& key) const;
+    QColor classicColour(const QString& key) const;
+    /// The colour that the settings' default button restores.
+    QColor factoryColour(const QString& key) const;
     bool setColour(const QString& key, const QColor& colour);
 
     /// The folder remembered for a kind of file dialog ("Image", "Doc", ...); empty when none.

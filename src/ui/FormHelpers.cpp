@@ -76,6 +76,13 @@ QWidget* head(const IconStore& icons, const QString& iconKey, const QString& hea
     return widget;
 }
 
+QLabel* quietLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName,
                     int maxLength) {
     auto* edit = new QLineEdit(parent);

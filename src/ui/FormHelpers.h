@@ -6,6 +6,7 @@
 #include <vector>
 
 class QDialog;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeView;
@@ -23,6 +24,8 @@ namespace FormHelpers {
 
 /// The head of a form: its icon, a large heading and a line of hint below it. Leading blanks are kept.
 QWidget* head(const IconStore& icons, const QString& iconKey, const QString& heading, const QString& hint);
+/// A line of explanation below a field, in a quieter colour than the texts around it.
+QLabel* quietLabel(const QString& text);
 /// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
 /// A list of items: whole rows, one line each, sortable by its headings.

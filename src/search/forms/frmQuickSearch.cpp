@@ -99,7 +99,7 @@ void frmQuickSearch::addGroup(const QuickSearch::Group& group) {
         auto* row = new QTreeWidgetItem(head, {hit.text, hit.detail});
         row->setIcon(0, m_icons.icon(group.iconKey));
         row->setToolTip(0, hit.text.toHtmlEscaped());
-        row->setForeground(1, palette().color(QPalette::Disabled, QPalette::Text));
+        row->setForeground(1, palette().color(QPalette::PlaceholderText));
         row->setData(0, CodeRole, hit.code);
         row->setData(0, IdRole, hit.id);
     }
