@@ -55,6 +55,9 @@ public:
 
     /// Display name of an item: last and first name, title, or name; empty when there is none.
     QString nameOf(int kind, qint64 id);
+    bool exists(int kind, qint64 id);
+    /// Where a label's logo is kept, whether it has one or not.
+    QString logoFile(qint64 label) const;
 
     /// "Conferma eliminazione": asks whether to delete the named items.
     bool ConfermaEliminazione(int kind, const QStringList& names);
@@ -78,7 +81,8 @@ private:
     bool isFit(const ItemKind& kind, Person& person);
     bool isKnown(const ItemKind& kind, const Person& person);
     bool isFitName(const ItemKind& kind, QString& name, qint64 id);
-    void deleteOne(const ItemKind& kind, qint64 id);
+    /// Names the files to be deleted once the rows are gone for good.
+    void deleteOne(const ItemKind& kind, qint64 id, QStringList& files);
     void runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files);
     void moveTracks(qint64 from, qint64 to);
     void foldLinks(const ItemKind& kind, qint64 id);

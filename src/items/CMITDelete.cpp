@@ -7,6 +7,7 @@
 #include "platform/Progress.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSet>
 
 namespace tessaranth {
@@ -53,20 +54,20 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
     for (const qint64 id : ids) {
         if (progress.stopped())
             break;
-        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id); }))
+        QStringList files;
+        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id, files); }))
             return false;
+        Attachments::removeFiles(files);
         progress.step(++done, qint64(ids.size()));
     }
     return true;
 }
 
-void CMIT::deleteOne(const ItemKind& kind, qint64 id) {
-    QStringList files;
+void CMIT::deleteOne(const ItemKind& kind, qint64 id, QStringList& files) {
     Transaction transaction(m_session.connection());
     for (const CascadeStep& step : deletionSteps(kind.number))
         runStep(kind, step, id, files);
     transaction.commit();
-    Attachments::removeFiles(files);
 }
 
 void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files) {
@@ -86,9 +87,13 @@ void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QSt
             files);
         break;
     case CascadeStep::Action::LabelLogo:
-        files.push_back(m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(id));
+        files.push_back(logoFile(id));
         break;
     }
+}
+
+QString CMIT::logoFile(qint64 label) const {
+    return m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(label);
 }
 
 // ---- merging
@@ -96,19 +101,18 @@ void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QSt
 bool CMIT::Migra(int number, qint64 from, qint64 to) {
     if (from == to)
         return refuse(tr("An item cannot be merged into itself."), QStringLiteral("Migrate "));
-    const QString source = nameOf(number, from);
-    const QString target = nameOf(number, to);
-    if (source.isEmpty() || target.isEmpty())
+    if (!exists(number, from) || !exists(number, to))
         return refuse(tr("This card has been deleted meanwhile."), QStringLiteral("Migrate "));
     Question question;
     question.title = QStringLiteral("Migrate ");
-    question.text = QStringLiteral("Do you want to migrate all the data from ") + source +
-                    QStringLiteral("\nto ") + target + u'?';
+    question.text = QStringLiteral("Do you want to migrate all the data from ") + nameOf(number, from) +
+                    QStringLiteral("\nto ") + nameOf(number, to) + u'?';
     question.defaultButton = Answer::Cancel;
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
     CloseAllOpenFormWork(number, {from});
-    return guarded(number, [&](const ItemKind& kind) {
+    QStringList files;
+    const bool merged = guarded(number, [&](const ItemKind& kind) {
         Transaction transaction(m_session.connection());
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);
@@ -117,11 +121,20 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
         for (const CascadeStep& step : mergeSteps(kind.number))
             m_session.connection().attempt(QString::fromLatin1(step.statement).arg(to).arg(from));
         foldLinks(kind, to);
-        deleteOne(kind, from);
+        deleteOne(kind, from, files);
         transaction.commit();
         if (m_cards && kind.isCard())
             m_cards->reloadCard(OpenCards::key(kind.code, to));
     });
+    // Not before the rows are gone for good: an item that could not be merged away keeps its files.
+    if (!merged)
+        return false;
+    // A label without a logo gets that of the other; one that has its own keeps it, as nothing is renamed
+    // over a file.
+    if (number == ItemKind::Label)
+        QFile::rename(logoFile(from), logoFile(to));
+    Attachments::removeFiles(files);
+    return true;
 }
 
 // What the source holds follows what the target holds: tracks of the same disc, performers and works keep

@@ -232,6 +232,15 @@ bool CMIT::ModificaItem(int number, qint64 id) {
     return !name.isEmpty() && rename(number, id, name);
 }
 
+bool CMIT::exists(int number, qint64 id) {
+    bool found = false;
+    guarded(number, [&](const ItemKind& kind) {
+        found = m_session.connection().exists(
+            QStringLiteral("SELECT %2 FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
+    });
+    return found;
+}
+
 QString CMIT::nameOf(int number, qint64 id) {
     QString name;
     guarded(number, [&](const ItemKind& kind) {

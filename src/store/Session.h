@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/Desktop.h"
 #include "platform/Messages.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
@@ -30,6 +31,9 @@ public:
 
     Messages& messages() const { return m_messages; }
     const Clock& clock() const { return m_clock; }
+    /// What opens files, folders and links; the system's own unless another was set.
+    Desktop& desktop() const { return *m_desktop; }
+    void setDesktop(Desktop& desktop) { m_desktop = &desktop; } ///< must outlive the session
     Configuration& configuration() { return m_configuration; }
     const Configuration& configuration() const { return m_configuration; }
     Connection& connection() { return *m_connection; }
@@ -68,6 +72,8 @@ private:
     QString m_applicationFolder;
     Messages& m_messages;
     const Clock& m_clock;
+    SystemDesktop m_systemDesktop;
+    Desktop* m_desktop = &m_systemDesktop;
     Configuration m_configuration;
     std::unique_ptr<Connection> m_connection;
     clsDb m_fieldLengths;

@@ -127,6 +127,7 @@ private slots:
     void recordingsAreJoinedInOrder();
     void lookupMoves_data() { addLookupKinds(); }
     void lookupMoves();
+    void logoOutlivesAMergeThatFailed();
 };
 
 void TestDeletions::questionNamesWhatGoes() {
@@ -390,6 +391,20 @@ void TestDeletions::lookupMoves() {
     QCOMPARE(used(2), both);
     QCOMPARE(sample.count(what.table), names - 1);
     QCOMPARE(sample.items().nameOf(kind, 1), QString());
+}
+
+void TestDeletions::logoOutlivesAMergeThatFailed() {
+    Sample sample;
+    const QString logo = sample.addFile(Session::Folder::Labels, "1");
+    sample.session->connection().runNative(
+        "CREATE TRIGGER broken BEFORE DELETE ON Labels BEGIN SELECT RAISE(ROLLBACK, 'broken'); END");
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(!sample.items().Migra(ItemKind::Label, 1, 2));
+    QVERIFY(QFile::exists(logo));
+    sample.session->connection().runNative("DROP TRIGGER broken");
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(sample.items().Migra(ItemKind::Label, 1, 2));
+    QVERIFY(!QFile::exists(logo) && QFile::exists(sample.items().logoFile(2))); // it had none
 }
 
 QTEST_GUILESS_MAIN(TestDeletions)
