@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
+#include <QRegularExpression>
 #include <QStorageInfo>
 
 #ifdef Q_OS_WIN
@@ -95,6 +96,47 @@ Volume volumeOf(const QString& fileName) {
     if (!storage.isValid())
         return {QString(), QStringLiteral("Unknown")};
     return {storage.displayName(), typeOf(storage)};
+}
+
+QStringList driveNames() {
+    QStringList names;
+    static const QRegularExpression kernels(
+        QStringLiteral("^/(proc|sys|dev|boot|snap|etc|run(?!/media/)|var/lib)(/|$)"));
+    for (const QStorageInfo& storage : QStorageInfo::mountedVolumes()) {
+        QString root = storage.rootPath();
+        if (kernels.match(root).hasMatch())
+            continue;
+        if (root.size() > 1 && root.endsWith(u'/'))
+            root.chop(1);
+        names.push_back(root);
+    }
+    names.removeDuplicates();
+    names.sort();
+    return names;
+}
+
+QString driveOf(const QString& path) {
+    // A removable disk that is away was mounted in a folder of its own below one of these.
+    static const QRegularExpression known(QStringLiteral(
+        "^([A-Za-z]:|/run/media/[^/]+/[^/]+|/media/[^/]+/[^/]+|/(?:mnt|media|Volumes)/[^/]+)"));
+    const QRegularExpressionMatch match = known.match(path);
+    if (path.startsWith(u'/')) {
+        QString longest;
+        for (const QString& drive : driveNames())
+            if (drive.size() > longest.size() && isBelow(path, drive))
+                longest = drive;
+        if (longest.size() > 1)
+            return longest;
+        return match.hasMatch() ? match.captured(1) : QStringLiteral("/");
+    }
+    return match.captured(1);
+}
+
+bool isBelow(const QString& path, const QString& drive) {
+    if (!path.startsWith(drive, Qt::CaseInsensitive))
+        return false;
+    return path.size() == drive.size() || drive.endsWith(u'/') || path[drive.size()] == u'/' ||
+           path[drive.size()] == u'\\';
 }
 
 QString fileTypeName(const QString& fileName) {

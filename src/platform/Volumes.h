@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace tessaranth {
@@ -19,6 +20,17 @@ Volume volumeOf(const QString& fileName);
 
 /// The type word for a file system of Linux; `isRemovable` is unknown for what is no block device.
 QString volumeType(const QByteArray& fileSystem, std::optional<bool> isRemovable);
+
+/// The drives that a path can begin with: "C:" and the like, or where file systems are mounted, without those
+/// that the kernel keeps for itself. No trailing separator, save for the root.
+QStringList driveNames();
+
+/// The drive at the beginning of a path of any system: its letter and colon, or the place where the file
+/// system is mounted or, now that it is not, was probably mounted. Empty for other paths.
+QString driveOf(const QString& path);
+
+/// True for the drive itself and for what lies on it, whatever the letter case.
+bool isBelow(const QString& path, const QString& drive);
 
 /// What kind of file it is, in words of the system, for example "MP3 audio".
 QString fileTypeName(const QString& fileName);

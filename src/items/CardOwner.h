@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace tessaranth {
+
+class Session;
+
+/// The card that something hangs off: RelatedCat and RelatedID of the attachment tables.
+struct CardOwner {
+    QString code; ///< "Cps", "Pfr", "Rec", "UserDef"
+    qint64 id = 0;
+
+    bool operator==(const CardOwner&) const = default;
+    /// "RelatedCat = 'Rec' AND RelatedID = 7".
+    QString condition() const;
+    /// Tells the user and answers false when the card has gone: what is attached to nothing is never seen
+    /// again.
+    bool require(Session& session) const;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/CustomCards.h"
+
+#include "items/Guarded.h"
+#include "items/ItemKind.h"
+#include "items/OpenCards.h"
+#include "items/Person.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("CustomCards", text); }
+
+} // namespace
+
+bool CustomCards::save(qint64& id, const QString& text) {
+    const QString code = itemKind(ItemKind::Custom)->code;
+    const QString column = QStringLiteral("UserDefTitle");
+    const QString title = cleanName(text);
+    const bool saved = guarded(m_session, [&] {
+        const int limit = m_session.fieldLengths().maxLength(code, column);
+        if (title.isEmpty())
+            throw Error(tr("The title is missing."));
+        if (limit > 0 && title.size() > limit)
+            throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Title")).arg(limit));
+        if (m_session.connection().exists(QStringLiteral("SELECT * FROM UserDef WHERE UserDefTitle LIKE '") +
+                                          quotedPattern(title) + QStringLiteral("' AND UserDefID <> ") +
+                                          QString::number(id))) {
+            m_session.messages().warning(QStringLiteral("Duplicate item"),
+                                         QStringLiteral("Item already exists"));
+            return false;
+        }
+        Recordset rows =
+            Recordset::open(m_session.connection(),
+                            QStringLiteral("SELECT * FROM UserDef WHERE UserDefID = ") + QString::number(id));
+        if (id == 0) {
+            rows.add({{column, title}});
+            id = m_session.connection().lastKey();
+        } else if (rows.isEmpty()) {
+            throw Error(tr("This card has been deleted meanwhile."));
+        } else {
+            rows.update(0, {{column, title}});
+        }
+        return true;
+    });
+    if (saved && m_cards)
+        m_cards->reloadCard(OpenCards::key(code, id));
+    return saved;
+}
+
+} // namespace tessaranth
