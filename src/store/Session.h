@@ -62,6 +62,10 @@ public:
     void loadRuntime();
     void saveRuntime();
 
+    /// How the user arranged a list, such as its column widths, by the list's name; while the program runs.
+    QByteArray arrangement(const QString& list) const { return m_arrangements.value(list); }
+    void setArrangement(const QString& list, const QByteArray& state) { m_arrangements.insert(list, state); }
+
     void setDatabasePath(const QString& path) { m_databasePath = path; }
     void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
     void setAdministrator(bool value) { m_isAdministrator = value; }
@@ -82,6 +86,7 @@ private:
     QString m_userAgent;
     bool m_isAdministrator = false;
     QMap<QString, QString> m_runtime;
+    QHash<QString, QByteArray> m_arrangements;
     QHash<qint64, QString> m_carrierIcons;
     std::vector<KeyName> m_keyNames;
 };

@@ -25,6 +25,10 @@ qint64 ItemListModel::id(const QModelIndex& index) const {
     return index.isValid() ? m_list.id(listRow(index.row())) : 0;
 }
 
+QString ItemListModel::iconKey(const QModelIndex& index) const {
+    return index.isValid() ? m_list.iconKey(listRow(index.row())) : QString();
+}
+
 QModelIndex ItemListModel::indexOf(qint64 wanted) const {
     for (int row = 0; row < m_list.rowCount(); ++row)
         if (m_list.id(listRow(row)) == wanted)

@@ -22,7 +22,9 @@ public:
     const ItemList& list() const { return m_list; }
 
     qint64 id(const QModelIndex& index) const; ///< 0 for no row
-    QModelIndex indexOf(qint64 id) const;      ///< invalid when no row has it
+    /// The row's icon, which tells kinds apart in a list of several; empty for no row.
+    QString iconKey(const QModelIndex& index) const;
+    QModelIndex indexOf(qint64 id) const; ///< invalid when no row has it
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -22,6 +22,7 @@
 #include "ui/frmAbout.h"
 #include "ui/frmCharmap.h"
 #include "ui/frmInput.h"
+#include "ui/tour/CardTour.h"
 #include "ui/tour/SettingsTour.h"
 
 #include <QLineEdit>
@@ -134,6 +135,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showLookupLists(camera, session, icons);
     showCatalog(camera, session, icons);
     showWorks(camera, session, icons);
+    showCards(camera, session, icons);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/ItemList.h"
+
+namespace tessaranth {
+
+class Session;
+
+/// The recordings of a composer ("Cps") or performer ("Pfr"), by title, each with its carrier's icon. False
+/// when the reading failed, of which the user has been told; the list is as it was then.
+bool readCardRecordings(Session& session, const QString& code, qint64 person, ItemList& list);
+
+} // namespace tessaranth

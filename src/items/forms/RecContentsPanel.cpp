@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/RecContentsPanel.h"
+
+#include "items/OpenCards.h"
+#include "items/RecordingContents.h"
+#include "items/forms/SpecsView.h"
+#include "store/Session.h"
+#include "ui/CardColours.h"
+#include "ui/CardTabs.h"
+#include "ui/ElidedLabel.h"
+#include "ui/FormHelpers.h"
+#include "ui/IconStore.h"
+#include "ui/ItemListModel.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+RecContentsPanel::RecContentsPanel(const CardContext& context, QWidget* parent) : CardPanel(context, parent) {
+    setObjectName(QStringLiteral("panelRecContents"));
+    addCommands();
+    buildUi();
+}
+
+void RecContentsPanel::buildUi() {
+    const CardColours colours = CardColours::read(m_context.session.configuration(), m_context.code);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_splitter = new QSplitter;
+    m_splitter->setObjectName(QStringLiteral("contentsSplitter"));
+    layout->addWidget(m_splitter);
+    m_specs = new SpecsView(m_context.icons, colours.label);
+    m_splitter->addWidget(m_specs);
+
+    auto* right = new QWidget;
+    auto* column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    m_tabs = new CardTabs;
+    m_tabs->setObjectName(QStringLiteral("contentsTabs"));
+    m_tabs->setAccessibleName(tr("Parts of the recording"));
+    column->addWidget(m_tabs);
+    m_performers = new ElidedLabel;
+    m_performers->setObjectName(QStringLiteral("performersLine"));
+    m_performers->setContentsMargins(8, 3, 8, 3);
+    m_performers->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    column->addWidget(m_performers);
+    m_areas = new QStackedWidget;
+    column->addWidget(m_areas, 1);
+    m_lists[Works] = buildList(Works, QStringLiteral("lvContents"), tr("Works"));
+    m_lists[Tracks] = buildList(Tracks, QStringLiteral("lvTracks"), tr("Tracks"));
+    m_lists[Artists] = buildList(Artists, QStringLiteral("lvArtists"), tr("Artists"));
+    m_splitter->addWidget(right);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setChildrenCollapsible(false);
+    connect(m_tabs, &QTabBar::currentChanged, this, &RecContentsPanel::bringToFront);
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this] {
+        const QList<int> sizes = m_splitter->sizes();
+        const int whole = sizes[0] + sizes[1];
+        if (whole > 0)
+            m_percent = (sizes[0] * 100 + whole / 2) / whole;
+    });
+
+    connect(m_lists[Artists].view, &QTreeView::activated, this, &RecContentsPanel::goToArtist);
+    connect(m_lists[Works].view, &QTreeView::activated, this, [this](const QModelIndex& index) {
+        m_context.cards.openCard(QStringLiteral("Comp"), m_lists[Works].model->id(index));
+    });
+    // The headings of the discs belong where they stand.
+    m_lists[Tracks].view->setSortingEnabled(false);
+    m_lists[Tracks].view->header()->setSectionsClickable(false);
+    m_lists[Tracks].view->header()->setSortIndicatorShown(false);
+}
+
+RecContentsPanel::List RecContentsPanel::buildList(Area area, const QString& objectName,
+                                                   const QString& name) {
+    List list;
+    list.model = new ItemListModel(m_context.icons, this);
+    list.view = FormHelpers::itemView(this, objectName, list.model, false);
+    list.view->setAccessibleName(name);
+    list.view->setFrameShape(QFrame::NoFrame);
+    list.view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    list.view->addActions(actions());
+    connect(list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CardPanel::changed);
+    m_areas->insertWidget(area, list.view);
+    m_tabs->insertTab(area, name);
+    return list;
+}
+
+void RecContentsPanel::addCommands() {
+    const auto add = [this](const QString& key, const QString& caption, const QString& icon,
+                            std::function<void()> what, std::function<bool()> when = {}) {
+        addCommand(key, std::move(what), std::move(when));
+        auto* action = new QAction(m_context.icons.icon(icon), caption, this);
+        connect(action, &QAction::triggered, this, [this, key] { run(key); });
+        connect(this, &CardPanel::changed, action, [this, action, key] { action->setEnabled(canRun(key)); });
+        addAction(action);
+    };
+    add(
+        QStringLiteral("mnuCardRecContentsGoTo"), tr("&Open artist card"), QStringLiteral("GoToCard"),
+        [this] { goToArtist(); }, [this] { return !selectedArtist().isEmpty(); });
+    add(QStringLiteral("mnuCardRecContentsRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
+        [this] { load(); });
+}
+
+// ---- reading
+
+void RecContentsPanel::load() {
+    RecordingContents::Specs specs;
+    if (RecordingContents(m_context.session, m_context.id).readSpecs(specs))
+        m_specs->show(specs);
+    loadArtists();
+    loadWorks();
+    loadTracks();
+    emit changed();
+}
+
+void RecContentsPanel::loadArtists() {
+    RecordingContents::Artists artists;
+    if (!RecordingContents(m_context.session, m_context.id).readArtists(artists))
+        return;
+    m_tabs->setTabText(Artists,
+                       tr("Composers (%1), performers (%2)").arg(artists.composers).arg(artists.performers));
+    m_lists[Artists].model->setList(std::move(artists.list));
+    FormHelpers::fitColumns(m_lists[Artists].view);
+}
+
+void RecContentsPanel::loadWorks() {
+    RecordingContents::Works works;
+    if (!RecordingContents(m_context.session, m_context.id).readWorks(works))
+        return;
+    m_tabs->setTabText(Works, tr("Works (%1)").arg(works.list.rowCount()));
+    m_performers->setText(works.performers);
+    m_lists[Works].model->setList(std::move(works.list));
+    FormHelpers::fitColumns(m_lists[Works].view);
+}
+
+void RecContentsPanel::loadTracks() {
+    RecordingContents::Tracks tracks;
+    if (!RecordingContents(m_context.session, m_context.id).readTracks(tracks))
+        return;
+    m_tabs->setTabText(Tracks, tr("Tracks (%1)").arg(tracks.count));
+    QTreeView* view = m_lists[Tracks].view;
+    m_lists[Tracks].model->setList(std::move(tracks.list));
+    FormHelpers::fitColumns(view);
+    view->header()->setStretchLastSection(false);
+    view->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    view->resizeColumnToContents(2);
+}
+
+// ---- state
+
+int RecContentsPanel::area() const { return m_tabs->currentIndex(); }
+
+int RecContentsPanel::splitterPercent() const { return m_percent; }
+
+void RecContentsPanel::restore(int area, int splitterPercent) {
+    m_tabs->setCurrentIndex(area >= Works && area <= Artists ? area : Works);
+    m_percent = qBound(10, splitterPercent, 90);
+    placeSplitter();
+}
+
+void RecContentsPanel::bringToFront(int area) {
+    m_areas->setCurrentIndex(area);
+    m_performers->setVisible(area != Artists);
+    emit changed();
+}
+
+void RecContentsPanel::resizeEvent(QResizeEvent* event) {
+    CardPanel::resizeEvent(event);
+    placeSplitter();
+}
+
+void RecContentsPanel::placeSplitter() {
+    const int whole = width() - m_splitter->handleWidth();
+    m_splitter->setSizes({whole * m_percent / 100, whole - whole * m_percent / 100});
+}
+
+// ---- artists
+
+QString RecContentsPanel::selectedArtist() const {
+    const List& list = m_lists[Artists];
+    const std::vector<qint64> ids = FormHelpers::selectedIds(list.view, list.model);
+    if (area() != Artists || ids.empty())
+        return {};
+    // A composer and a performer may have the same id: the row tells which of them it is.
+    const QModelIndex row = list.view->selectionModel()->selectedRows().front();
+    return list.model->iconKey(row) == u'c' ? QStringLiteral("Cps") : QStringLiteral("Pfr");
+}
+
+void RecContentsPanel::goToArtist() {
+    const List& list = m_lists[Artists];
+    if (const QString code = selectedArtist(); !code.isEmpty())
+        m_context.cards.openCard(code, FormHelpers::selectedIds(list.view, list.model).front());
+}
+
+} // namespace tessaranth

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/frmItem.h"
+
+#include "items/ItemKind.h"
+#include "items/OpenCards.h"
+#include "items/forms/CardBand.h"
+#include "items/forms/CardPanels.h"
+#include "items/forms/RecContentsPanel.h"
+#include "items/forms/frmPers.h"
+#include "store/Session.h"
+#include "ui/CardTabs.h"
+#include "ui/ElidedLabel.h"
+#include "ui/IconStore.h"
+
+#include <QCloseEvent>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace tessaranth {
+
+frmItem::frmItem(const CardContext& context, QWidget* parent) : ChildWindow(parent), m_context(context) {
+    setObjectName(QStringLiteral("frmItem"));
+    LeggiColoriForm();
+    addCommands();
+    buildUi();
+    if (!readCardHeading(m_context.session, m_context.code, m_context.id, m_heading))
+        m_status = State::Gone;
+    showHeading();
+    showPanel(cardPanelOfState(m_context.code, m_heading.state).name);
+}
+
+QString frmItem::key() const { return OpenCards::key(m_context.code, m_context.id); }
+
+QString frmItem::iconKey() const { return itemKind(m_context.code)->iconKey; }
+
+void frmItem::LeggiColoriForm() {
+    m_colours = CardColours::read(m_context.session.configuration(), itemKind(m_context.code)->colourPrefix);
+    setPalette(m_colours.palette());
+    setAutoFillBackground(true);
+}
+
+// ---- building
+
+void frmItem::buildUi() {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    m_band = new CardBand(m_context.icons, iconKey(), m_colours);
+    layout->addWidget(m_band);
+    m_split = new QSplitter(Qt::Vertical);
+    m_split->setObjectName(QStringLiteral("cardSplitter"));
+    m_split->setChildrenCollapsible(false);
+    auto* lower = new QWidget;
+    auto* column = new QVBoxLayout(lower);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(buildPanelBar());
+    m_stack = new QStackedWidget;
+    m_stack->setObjectName(QStringLiteral("panels"));
+    column->addWidget(m_stack, 1);
+    m_split->addWidget(lower);
+    layout->addWidget(m_split, 1);
+    resize(860, 600);
+}
+
+QWidget* frmItem::buildPanelBar() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 2, 6, 2);
+    row->setSpacing(8);
+    m_tabs = new CardTabs;
+    m_tabs->setObjectName(QStringLiteral("panelTabs"));
+    m_tabs->setAccessibleName(tr("Panels of the card"));
+    for (const CardPanelKind& kind : cardPanelKinds())
+        if (kind.owners.contains(m_context.code)) {
+            const int tab = m_tabs->addTab(m_context.icons.icon(kind.iconKey), kind.label(m_context.code));
+            m_tabs->setTabData(tab, kind.name);
+        }
+    connect(m_tabs, &QTabBar::tabBarClicked, this, [this](int tab) {
+        if (tab >= 0)
+            showPanel(m_tabs->tabData(tab).toString());
+    });
+    connect(m_tabs, &QTabBar::currentChanged, this,
+            [this](int tab) { showPanel(m_tabs->tabData(tab).toString()); });
+    row->addWidget(m_tabs, 1);
+    m_panelHeading = new ElidedLabel;
+    m_panelHeading->setObjectName(QStringLiteral("panelHeading"));
+    QPalette label = m_panelHeading->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        label.setColor(group, QPalette::WindowText, m_colours.label);
+    m_panelHeading->setPalette(label);
+    row->addWidget(m_panelHeading);
+    m_toggle = new QPushButton;
+    m_toggle->setObjectName(QStringLiteral("cmdTogglePanel"));
+    m_toggle->setFlat(true);
+    connect(m_toggle, &QPushButton::clicked, this,
+            [this] { setPanelHidden(m_status != State::PanelHidden); });
+    row->addWidget(m_toggle);
+    return bar;
+}
+
+void frmItem::addCommands() {
+    for (const CardPanelKind& kind : cardPanelKinds())
+        if (kind.owners.contains(m_context.code))
+            m_own.addCommand(kind.command, [this, name = kind.name] { showPanel(name); });
+    m_own.addCommand(QStringLiteral("mnuCardEdit"), [this] { ModificaItem(); });
+    m_own.addCommand(QStringLiteral("mnuCardDocList"), [this] { showPanel(QStringLiteral("Docs")); });
+}
+
+// ---- showing
+
+void frmItem::showHeading() {
+    const bool gone = m_status == State::Gone;
+    m_band->show(gone ? tr("This card has been deleted.") : m_heading.name, m_heading.years,
+                 m_heading.subTitle, m_heading.type);
+    setWindowTitle(m_heading.name);
+    setWindowIcon(m_context.icons.icon(iconKey()));
+}
+
+CardPanel* frmItem::panelNamed(const QString& name) {
+    if (CardPanel* known = m_panels.value(name))
+        return known;
+    CardPanel* made = makeCardPanel(name, m_context, m_stack);
+    if (!made)
+        return nullptr;
+    m_panels.insert(name, made);
+    m_stack->addWidget(made);
+    made->load();
+    connect(made, &CardPanel::changed, this, &frmItem::followPanel);
+    if (auto* areas = qobject_cast<RecContentsPanel*>(made))
+        areas->restore(int(m_heading.contentsState), m_heading.splitter);
+    return made;
+}
+
+RecContentsPanel* frmItem::contents() const {
+    return qobject_cast<RecContentsPanel*>(m_panels.value(QStringLiteral("RecContents")));
+}
+
+bool frmItem::showPanel(const QString& name) {
+    const CardPanelKind* kind = cardPanelKind(name);
+    if (!kind || !kind->owners.contains(m_context.code))
+        return false;
+    m_panel = name;
+    for (int tab = 0; tab < m_tabs->count(); ++tab)
+        if (m_tabs->tabData(tab).toString() == name) {
+            const QSignalBlocker blocker(m_tabs);
+            m_tabs->setCurrentIndex(tab);
+        }
+    if (CardPanel* shown = panelNamed(name))
+        m_stack->setCurrentWidget(shown);
+    setPanelHidden(false);
+    return true;
+}
+
+void frmItem::setPanelHidden(bool hidden) {
+    if (m_status != State::Gone)
+        m_status = hidden ? State::PanelHidden : State::Shown;
+    m_stack->setVisible(!hidden);
+    m_toggle->setText(hidden ? tr("Show panel") : tr("Hide panel"));
+    followPanel();
+}
+
+void frmItem::followPanel() {
+    const CardPanel* shown = m_panels.value(m_panel);
+    m_panelHeading->setText(shown && m_status != State::PanelHidden ? shown->heading() : QString());
+    emit changed();
+}
+
+bool frmItem::reload() {
+    CardHeading fresh;
+    if (!readCardHeading(m_context.session, m_context.code, m_context.id, fresh)) {
+        m_status = State::Gone;
+        showHeading();
+        return false;
+    }
+    m_heading = fresh;
+    LeggiColoriForm();
+    showHeading();
+    for (CardPanel* panel : std::as_const(m_panels))
+        panel->load();
+    followPanel();
+    return true;
+}
+
+// ---- commands
+
+CommandTarget* frmItem::targetOf(const QString& command) const {
+    if (m_own.knows(command))
+        return &m_own;
+    CardPanel* shown = m_panels.value(m_panel);
+    return shown && m_status == State::Shown && shown->knows(command) ? shown : nullptr;
+}
+
+bool frmItem::canRun(const QString& command) const {
+    const CommandTarget* target = m_status == State::Gone ? nullptr : targetOf(command);
+    return target && target->canRun(command);
+}
+
+void frmItem::run(const QString& command) {
+    if (canRun(command))
+        targetOf(command)->run(command);
+}
+
+void frmItem::ModificaItem() {
+    const int kind = itemKind(m_context.code)->number;
+    bool saved = false;
+    if (kind == ItemKind::Composer || kind == ItemKind::Performer)
+        saved = frmPers(m_context.session, m_context.icons, kind, m_context.id, window()).exec() ==
+                QDialog::Accepted;
+    if (saved && !reload())
+        m_context.cards.closeCard(key());
+}
+
+// ---- closing
+
+void frmItem::saveState() {
+    if (m_status == State::Gone)
+        return;
+    saveCardState(m_context.session, m_context.code, m_context.id, m_panel);
+    if (m_context.code != QLatin1String("Rec"))
+        return;
+    if (const RecContentsPanel* areas = contents())
+        saveContentsState(m_context.session, m_context.id, areas->area(), areas->splitterPercent());
+    else
+        saveContentsState(m_context.session, m_context.id, int(m_heading.contentsState), m_heading.splitter);
+}
+
+void frmItem::closeEvent(QCloseEvent* event) {
+    saveState();
+    ChildWindow::closeEvent(event);
+}
+
+} // namespace tessaranth

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/CardHeading.h"
+#include "items/forms/CardPanel.h"
+#include "ui/CardColours.h"
+#include "ui/ChildWindow.h"
+
+#include <QMap>
+
+class QPushButton;
+class QSplitter;
+class QStackedWidget;
+
+namespace tessaranth {
+
+class CardBand;
+class CardTabs;
+class ElidedLabel;
+class RecContentsPanel;
+
+/// The card of a composer, performer, recording or user-defined item. It opens on the panel on which it was
+/// left, and remembers the one that it shows when it closes. Panels come into being when they are shown
+/// first.
+class frmItem final : public ChildWindow {
+    Q_OBJECT
+
+public:
+    enum class State { Shown, PanelHidden, Gone };
+
+    explicit frmItem(const CardContext& context, QWidget* parent = nullptr);
+
+    qint64 Id() const { return m_context.id; }
+    QString Tipo() const { return m_context.code; }
+    State Status() const { return m_status; }
+    QString Panel() const { return m_panel; }
+
+    Kind kind() const override { return Kind::Card; }
+    QString key() const override;
+    QString iconKey() const override;
+    QString panel() const override { return m_panel; }
+    bool reload() override;
+    bool knows(const QString& command) const override { return targetOf(command) != nullptr; }
+    bool canRun(const QString& command) const override;
+    void run(const QString& command) override;
+
+    /// False for the name of a panel that a card of this kind does not have.
+    bool showPanel(const QString& name);
+    void setPanelHidden(bool hidden);
+    void ModificaItem(); ///< opens the editor of the card's kind
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void LeggiColoriForm();
+    void buildUi();
+    QWidget* buildPanelBar();
+    void addCommands();
+    void showHeading();
+    CardPanel* panelNamed(const QString& name);
+    RecContentsPanel* contents() const;
+    void followPanel();
+    void saveState();
+    /// Whoever carries out a command now: the card itself or one of the areas in sight; else nullptr.
+    CommandTarget* targetOf(const QString& command) const;
+
+    struct OwnCommands final : CommandMap {
+        using CommandMap::addCommand;
+    };
+    mutable OwnCommands m_own;
+    CardContext m_context;
+    CardHeading m_heading;
+    CardColours m_colours;
+    State m_status = State::Shown;
+    QString m_panel;
+    QMap<QString, CardPanel*> m_panels;
+    CardBand* m_band = nullptr;
+    QWidget* m_bar = nullptr;
+    CardTabs* m_tabs = nullptr;
+    ElidedLabel* m_panelHeading = nullptr;
+    QPushButton* m_toggle = nullptr;
+    QSplitter* m_split = nullptr;
+    QStackedWidget* m_stack = nullptr;
+};
+
+} // namespace tessaranth

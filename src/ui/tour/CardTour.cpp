@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/tour/CardTour.h"
+
+#include "items/OpenCards.h"
+#include "items/forms/frmItem.h"
+#include "store/Session.h"
+#include "ui/TourCamera.h"
+
+#include <QTabBar>
+
+namespace tessaranth {
+
+namespace {
+
+struct NoCards final : OpenCards {
+    void openCard(const QString&, qint64) override {}
+    void closeCard(const QString&) override {}
+    void reloadCard(const QString&) override {}
+};
+
+/// The card with the most to show of its kind.
+struct Subject {
+    const char* code;
+    const char* statement;
+};
+const Subject subjects[] = {{"Cps", "SELECT CpsID FROM Compositions GROUP BY CpsID ORDER BY Count(*) DESC"},
+                            {"Pfr", "SELECT PfrID FROM PfrOnRec GROUP BY PfrID ORDER BY Count(*) DESC"},
+                            {"Rec", "SELECT RecID FROM PfrOnRec GROUP BY RecID ORDER BY Count(*) DESC"},
+                            {"UserDef", "SELECT UserDefID FROM UserDef ORDER BY UserDefID"}};
+
+} // namespace
+
+void showCards(TourCamera& camera, Session& session, const IconStore& icons) {
+    NoCards cards;
+    for (const Subject& subject : subjects) {
+        const QString code = QLatin1String(subject.code);
+        const qint64 id = session.connection().single(QLatin1String(subject.statement)).toInteger();
+        frmItem card({session, icons, cards, code, id});
+        card.resize(1000, 680);
+        for (const CardPanelKind& panel : cardPanelKinds())
+            if (card.showPanel(panel.name))
+                camera.take(card, QStringLiteral("card-%1-%2").arg(code, panel.name));
+        if (auto* areas = card.findChild<QTabBar*>(QStringLiteral("contentsTabs"))) {
+            card.showPanel(QStringLiteral("RecContents"));
+            for (int area = 1; area < areas->count(); ++area) {
+                areas->setCurrentIndex(area);
+                camera.take(card, QStringLiteral("card-contents-%1").arg(area + 1));
+            }
+        }
+        card.setPanelHidden(true);
+        camera.take(card, QStringLiteral("card-%1-hidden").arg(code));
+    }
+}
+
+} // namespace tessaranth
