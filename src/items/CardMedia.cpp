@@ -143,7 +143,7 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
     });
     if (!done)
         return -1;
-    nameSkipped(noFiles, tr("Not added, since there is no such file:"));
+    nameSkipped(noFiles, tr("Not added, since these are no files:"));
     nameSkipped(tooLong, tr("Not added, since the name or the path is too long:"));
     return added;
 }

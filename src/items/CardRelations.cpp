@@ -10,6 +10,10 @@
 
 namespace tessaranth {
 
+qint64 CardRelations::Related::row() const {
+    return card.id * qint64(itemKinds().size() + 1) + itemKind(card.code)->number;
+}
+
 bool CardRelations::isCustom() const { return m_card.code == itemKind(ItemKind::Custom)->code; }
 
 std::vector<int> CardRelations::kinds() const {
@@ -65,7 +69,7 @@ bool CardRelations::LoadRelations(std::vector<Related>& related) {
 ItemList CardRelations::list(const std::vector<Related>& related) {
     ItemList list({{QStringLiteral("Related with")}});
     for (const Related& one : related)
-        list.addRow(list.rowCount(), itemKind(one.card.code)->iconKey, {one.name});
+        list.addRow(one.row(), itemKind(one.card.code)->iconKey, {one.name});
     return list;
 }
 

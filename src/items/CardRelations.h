@@ -21,10 +21,12 @@ public:
     struct Related {
         CardOwner card;
         QString name;
+        /// Tells it apart in a list, where ids of cards of different kinds are alike.
+        qint64 row() const;
     };
     /// Composers, performers, recordings, each by name; or the custom cards by name.
     bool LoadRelations(std::vector<Related>& related);
-    /// One row for each, with its place in `related` as the id: ids of cards of different kinds are alike.
+    /// One row for each, with its `row()` as the id.
     static ItemList list(const std::vector<Related>& related);
 
     /// The kinds (1 to 4) that this card can be related to.

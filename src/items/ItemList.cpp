@@ -1,10 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/ItemList.h"
 
+#include "store/TextOrder.h"
+
 namespace tessaranth {
 
 const QString& ItemList::cellIconKey(int row, int column) const {
     return m_iconKeys[column == m_cellIconColumn ? m_rows[size_t(row)].cellIcon : 0];
+}
+
+ItemList ItemList::narrowed(const QString& text) const {
+    if (text.isEmpty())
+        return *this;
+    const QString wanted = TextOrder::fold(text);
+    ItemList found(m_headings);
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!TextOrder::fold(this->text(row, 0)).contains(wanted))
+            continue;
+        const int added = found.addRow(id(row), iconKey(row), {});
+        found.setBold(added, isBold(row));
+        for (int column = 0; column < columnCount(); ++column) {
+            found.setText(added, column, this->text(row, column));
+            if (!cellIconKey(row, column).isEmpty())
+                found.setCellIcon(added, column, cellIconKey(row, column));
+        }
+    }
+    return found;
 }
 
 void ItemList::reserve(int rows) {

@@ -30,6 +30,9 @@ public:
     /// Icon of one cell, such as a recording's carrier; empty for none.
     const QString& cellIconKey(int row, int column) const;
 
+    /// The rows whose first column holds a text, whatever its letter case.
+    ItemList narrowed(const QString& text) const;
+
     void reserve(int rows);
     /// Adds a row; missing cells are empty, texts are stored as given. Returns its number.
     int addRow(qint64 id, const QString& iconKey, std::initializer_list<QString> cells);

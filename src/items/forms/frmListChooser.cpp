@@ -4,7 +4,6 @@
 #include "items/CMIT.h"
 #include "items/forms/frmPers.h"
 #include "store/Session.h"
-#include "store/TextOrder.h"
 #include "ui/FormHelpers.h"
 #include "ui/ItemListModel.h"
 
@@ -19,25 +18,6 @@ namespace tessaranth {
 namespace {
 
 bool isPerson(int kind) { return kind == ItemKind::Composer || kind == ItemKind::Performer; }
-
-/// The rows whose first column holds a text, whatever its letter case.
-ItemList narrowed(const ItemList& list, const QString& text) {
-    if (text.isEmpty())
-        return list;
-    const QString wanted = TextOrder::fold(text);
-    ItemList found(list.headings());
-    for (int row = 0; row < list.rowCount(); ++row) {
-        if (!TextOrder::fold(list.text(row, 0)).contains(wanted))
-            continue;
-        const int added = found.addRow(list.id(row), list.iconKey(row), {});
-        for (int column = 0; column < list.columnCount(); ++column) {
-            found.setText(added, column, list.text(row, column));
-            if (!list.cellIconKey(row, column).isEmpty())
-                found.setCellIcon(added, column, list.cellIconKey(row, column));
-        }
-    }
-    return found;
-}
 
 } // namespace
 
@@ -109,7 +89,7 @@ bool frmListChooser::readList(ItemList& list) const {
     const QString typed = m_text->text().trimmed();
     if (m_kind)
         return CMIT(m_session).ElencoInLv(m_kind, list, typed);
-    list = narrowed(m_ready, typed);
+    list = m_ready.narrowed(typed);
     return true;
 }
 

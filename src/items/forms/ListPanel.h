@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/ItemList.h"
+#include "items/forms/CardPanel.h"
+
+class QAction;
+class QLabel;
+class QTreeView;
+
+namespace tessaranth {
+
+class ItemListModel;
+
+/// A panel of an item card that is one list. Its commands stand in the list's context menu as well, under the
+/// same keys; an empty list says how it is filled.
+class ListPanel : public CardPanel {
+    Q_OBJECT
+
+public:
+    void load() override;
+    QString heading() const override; ///< "Alias (3)"
+
+protected:
+    struct Words {
+        QString name;    ///< objectName of the list
+        QString heading; ///< before the number of rows
+        QString spoken;  ///< accessible name of the list
+        QString empty;   ///< what an empty list says
+    };
+    ListPanel(const CardContext& context, const Words& words, QWidget* parent);
+
+    virtual bool readList(ItemList& list) = 0;
+    /// A command that is in the context menu too, in the order of these calls.
+    void addEntry(const QString& key, const QString& caption, const QString& shortcut,
+                  std::function<void()> what, std::function<bool()> when = {});
+    /// What Enter and a double-click do.
+    void setDefaultCommand(const QString& key);
+
+    std::vector<qint64> selected() const;
+    qint64 theOne() const; ///< the id of the only row selected, or 0
+    bool hasOne() const { return theOne() != 0; }
+    bool hasSome() const { return !selected().empty(); }
+    QTreeView* view() const { return m_view; }
+    /// Asks again which commands are possible.
+    void enable();
+
+private:
+    Words m_words;
+    ItemListModel* m_model = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_empty = nullptr;
+    std::vector<std::pair<QString, QAction*>> m_entries;
+};
+
+} // namespace tessaranth
