@@ -5,6 +5,8 @@
 #include "store/Session.h"
 
 #include <QFile>
+#include <algorithm>
+#include <numeric>
 
 namespace tessaranth {
 
@@ -64,6 +66,32 @@ void Attachments::moveAll(const QString& code, qint64 from, qint64 to) {
         connection.attempt(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
                            ownedBy(code, from));
     connection.attempt(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
+}
+
+void Attachments::setOrder(const QString& table, const QString& code, qint64 id,
+                           const std::vector<qint64>& order) {
+    Recordset rows = Recordset::open(
+        m_session.connection(),
+        QStringLiteral("SELECT * FROM %1 WHERE (RelatedID = %2) AND (RelatedCat = '%3') ORDER BY OrderNbr")
+            .arg(table)
+            .arg(id)
+            .arg(quoted(code)));
+    std::vector<int> sorted(size_t(rows.rowCount()));
+    std::iota(sorted.begin(), sorted.end(), 0);
+    const auto place = [&](int row) {
+        return std::find(order.begin(), order.end(), rows.value(row, 0).toInteger()) - order.begin();
+    };
+    std::vector<std::ptrdiff_t> places;
+    for (const int row : sorted)
+        places.push_back(place(row));
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [&](int a, int b) { return places[size_t(a)] < places[size_t(b)]; });
+    const QString number = QStringLiteral("OrderNbr");
+    for (qint64 next = 1; const int row : sorted) {
+        if (rows.value(row, number).toInteger() != next)
+            rows.update(row, {{number, next}});
+        ++next;
+    }
 }
 
 void Attachments::removeFiles(const QStringList& files) {

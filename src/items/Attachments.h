@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 namespace tessaranth {
 
@@ -23,6 +24,11 @@ public:
     void moveAll(const QString& code, qint64 from, qint64 to);
 
     static void removeFiles(const QStringList& files);
+
+    /// Writes OrderNbr 1, 2, 3 ... to a card's rows of Images or Cards in the order of their ids; rows that
+    /// are not named follow in their old order, so that an empty order closes gaps.
+    void setOrder(const QString& table, const QString& code, qint64 id,
+                  const std::vector<qint64>& order = {});
 
 private:
     void moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to);
