@@ -149,4 +149,13 @@ Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& q
     return answer == Answer::Yes && save() ? Unsaved::Saved : Unsaved::Kept;
 }
 
+void closeForm(QDialog* form, Messages& messages, bool isChanged, const std::function<bool()>& save) {
+    const Unsaved changes =
+        isChanged ? settleUnsaved(messages, form->windowTitle().trimmed(),
+                                  QStringLiteral("Do you want to save the changes?"), save)
+                  : Unsaved::Dropped;
+    if (changes != Unsaved::Kept)
+        form->done(changes == Unsaved::Saved ? QDialog::Accepted : QDialog::Rejected);
+}
+
 } // namespace tessaranth::FormHelpers

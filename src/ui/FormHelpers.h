@@ -46,6 +46,8 @@ enum class Unsaved { Saved, Dropped, Kept };
 /// Asks whether to save them and does so on Yes. `Kept`: Cancel, or the saving was refused; the form stays.
 Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& question,
                       const std::function<bool()>& save);
+/// What `reject` of a form with fields does: closes it, accepted when its changes were saved on the way.
+void closeForm(QDialog* form, Messages& messages, bool isChanged, const std::function<bool()>& save);
 
 } // namespace FormHelpers
 

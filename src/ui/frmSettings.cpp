@@ -142,16 +142,7 @@ bool frmSettings::apply() {
 }
 
 void frmSettings::reject() {
-    using FormHelpers::Unsaved;
-    const Unsaved changes =
-        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle(),
-                                                 QStringLiteral("Do you want to save the changes?"),
-                                                 [this] { return apply(); })
-                    : Unsaved::Dropped;
-    if (changes == Unsaved::Saved)
-        accept();
-    else if (changes == Unsaved::Dropped)
-        QDialog::reject();
+    FormHelpers::closeForm(this, m_session.messages(), isChanged(), [this] { return apply(); });
 }
 
 } // namespace tessaranth

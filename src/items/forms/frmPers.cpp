@@ -169,16 +169,7 @@ void frmPers::insertSpecial() {
 }
 
 void frmPers::reject() {
-    using FormHelpers::Unsaved;
-    const Unsaved changes =
-        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle().trimmed(),
-                                                 QStringLiteral("Do you want to save the changes?"),
-                                                 [this] { return save(); })
-                    : Unsaved::Dropped;
-    if (changes == Unsaved::Saved)
-        accept();
-    else if (changes == Unsaved::Dropped)
-        QDialog::reject();
+    FormHelpers::closeForm(this, m_session.messages(), isChanged(), [this] { return save(); });
 }
 
 } // namespace tessaranth
