@@ -19,14 +19,19 @@ void ElidedLabel::setText(const QString& text) {
 
 // A pixel more than the text: rounding must not elide a text that has all the place it asks for.
 QSize ElidedLabel::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + 1, fontMetrics().height()};
+    const QMargins around = contentsMargins();
+    return {fontMetrics().horizontalAdvance(text()) + 1 + around.left() + around.right(),
+            fontMetrics().height() + around.top() + around.bottom()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
-    return {qMin(sizeHint().width(), fontMetrics().averageCharWidth() * 6), fontMetrics().height()};
+    const QSize whole = sizeHint();
+    return {qMin(whole.width(), fontMetrics().averageCharWidth() * 6), whole.height()};
 }
 
-QString ElidedLabel::shown() const { return fontMetrics().elidedText(text(), Qt::ElideRight, width()); }
+QString ElidedLabel::shown() const {
+    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
 
 void ElidedLabel::resizeEvent(QResizeEvent* event) {
     QLabel::resizeEvent(event);
@@ -37,7 +42,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setFont(font());
     painter.setPen(palette().color(foregroundRole()));
-    painter.drawText(rect(), int(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine), shown());
+    painter.drawText(contentsRect(), int(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine), shown());
 }
 
 } // namespace tessaranth

@@ -135,7 +135,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showLookupLists(camera, session, icons);
     showCatalog(camera, session, icons);
     showWorks(camera, session, icons);
-    showCards(camera, session, icons);
+    tourCards(camera, session, icons);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/CardPanels.h"
 
+#include "items/forms/MediaPanel.h"
 #include "items/forms/RecContentsPanel.h"
 #include "items/forms/RecordingsPanel.h"
+#include "items/forms/RelationsPanel.h"
+#include "items/forms/WebPanel.h"
 #include "items/forms/WorksPanel.h"
 
 namespace tessaranth {
@@ -19,7 +22,8 @@ struct Factory {
     CardPanel* (*make)(const CardContext& context, QWidget* parent);
 };
 const Factory factories[] = {
-    {"Comp", make<WorksPanel>}, {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>}};
+    {"Comp", make<WorksPanel>},  {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>},
+    {"Media", make<MediaPanel>}, {"Web", make<WebPanel>},        {"Rel", make<RelationsPanel>}};
 
 } // namespace
 

@@ -9,7 +9,7 @@ namespace tessaranth {
 class CardPanel;
 struct CardContext;
 
-/// Makes the panel of a name ("Docs", "Comp", ...); nullptr for another name.
+/// Makes the panel, filled, of a name ("Docs", "Comp", ...); nullptr for another name.
 CardPanel* makeCardPanel(const QString& name, const CardContext& context, QWidget* parent);
 
 } // namespace tessaranth

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/ListPanel.h"
 
+#include "store/Session.h"
 #include "ui/FormHelpers.h"
 #include "ui/ItemListModel.h"
 
 #include <QAction>
+#include <QDataStream>
+#include <QHeaderView>
 #include <QLabel>
+#include <QSet>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -19,6 +23,7 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
     m_view = FormHelpers::itemView(this, words.name, m_model, true);
     m_view->setAccessibleName(words.spoken);
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_view->setFrameShape(QFrame::NoFrame);
     layout->addWidget(m_view);
     // On the list itself, so that its menu, its keys and files dropped on it work while it is empty.
     m_empty = new QLabel(words.empty);
@@ -29,6 +34,7 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
     auto* above = new QVBoxLayout(m_view->viewport());
     above->addWidget(m_empty);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListPanel::enable);
+    connect(m_view->header(), &QHeaderView::sectionResized, this, &ListPanel::keepWidths);
 }
 
 void ListPanel::addEntry(const QString& key, const QString& caption, const QString& shortcut,
@@ -51,25 +57,58 @@ void ListPanel::load() {
     if (!readList(list))
         return;
     const std::vector<qint64> before = selected();
-    const bool isFirst = m_model->columnCount() == 0;
     {
         const QSignalBlocker blocker(m_view->selectionModel());
         m_model->setList(std::move(list));
+        if (const QHeaderView* header = m_view->header(); header->sortIndicatorSection() >= 0)
+            m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
     }
-    if (isFirst)
-        FormHelpers::fitColumns(m_view);
-    QItemSelection again;
-    for (const qint64 id : before) {
-        const QModelIndex row = m_model->indexOf(id);
-        if (row.isValid())
-            again.select(row, row.siblingAtColumn(m_model->columnCount() - 1));
-    }
-    if (!again.isEmpty()) {
-        m_view->selectionModel()->setCurrentIndex(again.indexes().front(), QItemSelectionModel::NoUpdate);
-        m_view->selectionModel()->select(again, QItemSelectionModel::ClearAndSelect);
-    }
+    restoreWidths();
+    select(before);
     m_empty->setVisible(m_model->rowCount() == 0);
     enable();
+}
+
+// What was selected may be thousands of rows.
+void ListPanel::select(const std::vector<qint64>& ids) {
+    const QSet<qint64> wanted(ids.begin(), ids.end());
+    QItemSelection rows;
+    for (int row = 0; row < m_model->rowCount() && !wanted.isEmpty(); ++row)
+        if (const QModelIndex index = m_model->index(row, 0); wanted.contains(m_model->id(index)))
+            rows.select(index, index.siblingAtColumn(m_model->columnCount() - 1));
+    if (rows.isEmpty())
+        return;
+    m_view->selectionModel()->setCurrentIndex(rows.front().topLeft(), QItemSelectionModel::NoUpdate);
+    m_view->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
+QString ListPanel::arrangementKey() const { return m_words.name + m_context.code; }
+
+// A list that the user has not arranged yet is as wide as its texts.
+void ListPanel::restoreWidths() {
+    QDataStream stored(m_context.session.arrangement(arrangementKey()));
+    QList<int> widths;
+    stored >> widths;
+    m_fitting = true;
+    if (widths.size() == m_model->columnCount())
+        for (int column = 0; column < widths.size(); ++column)
+            m_view->setColumnWidth(column, widths[column]);
+    else
+        FormHelpers::fitColumns(m_view);
+    m_fitting = false;
+}
+
+// Views stretch their last column by themselves whenever they are resized; that is nobody's wish.
+void ListPanel::keepWidths(int column) {
+    if (m_fitting || column + 1 == m_model->columnCount())
+        return;
+    QList<int> widths;
+    for (int each = 0; each < m_model->columnCount(); ++each)
+        widths.push_back(m_view->columnWidth(each));
+    QByteArray state;
+    QDataStream stream(&state, QIODevice::WriteOnly);
+    stream << widths;
+    m_context.session.setArrangement(arrangementKey(), state);
 }
 
 QString ListPanel::heading() const {

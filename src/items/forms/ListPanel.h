@@ -13,7 +13,8 @@ namespace tessaranth {
 class ItemListModel;
 
 /// A panel of an item card that is one list. Its commands stand in the list's context menu as well, under the
-/// same keys; an empty list says how it is filled.
+/// same keys; an empty list says how it is filled. Column widths are those that the user gave the list on any
+/// card of the kind while the program runs.
 class ListPanel : public CardPanel {
     Q_OBJECT
 
@@ -46,7 +47,13 @@ protected:
     void enable();
 
 private:
+    void select(const std::vector<qint64>& ids);
+    QString arrangementKey() const;
+    void restoreWidths();
+    void keepWidths(int column);
+
     Words m_words;
+    bool m_fitting = false; ///< widths change though the user did not change them
     ItemListModel* m_model = nullptr;
     QTreeView* m_view = nullptr;
     QLabel* m_empty = nullptr;

@@ -25,6 +25,7 @@ RecContentsPanel::RecContentsPanel(const CardContext& context, QWidget* parent) 
     setObjectName(QStringLiteral("panelRecContents"));
     addCommands();
     buildUi();
+    load();
 }
 
 void RecContentsPanel::buildUi() {

@@ -7,18 +7,20 @@
 namespace tessaranth {
 
 RecordingsPanel::RecordingsPanel(const CardContext& context, QWidget* parent)
-    : CardListPanel(context, QStringLiteral("lvRec"), tr("On recordings"), parent) {
-    addMenuCommand(
-        QStringLiteral("mnuCardRecGoto"), tr("&Go to card"), QStringLiteral("GoToCard"),
-        [this] { open(selected().front()); }, [this] { return hasOne(); });
-    addMenuCommand(QStringLiteral("mnuCardRecRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
-                   [this] { load(); });
+    : ListPanel(context,
+                {QStringLiteral("lvRec"), QStringLiteral("Title"), tr("On recordings"),
+                 tr("On no recording yet.\nArtists are put on a recording in the recording's editor.")},
+                parent) {
+    addEntry(
+        QStringLiteral("mnuCardRecGoto"), tr("&Go to card"), {},
+        [this] { m_context.cards.openCard(QStringLiteral("Rec"), theOne()); }, [this] { return hasOne(); });
+    addEntry(QStringLiteral("mnuCardRecRefresh"), tr("Re&fresh"), QStringLiteral("F5"), [this] { load(); });
+    setDefaultCommand(QStringLiteral("mnuCardRecGoto"));
+    load();
 }
 
-bool RecordingsPanel::read(ItemList& list) {
+bool RecordingsPanel::readList(ItemList& list) {
     return readCardRecordings(m_context.session, m_context.code, m_context.id, list);
 }
-
-void RecordingsPanel::open(qint64 id) { m_context.cards.openCard(QStringLiteral("Rec"), id); }
 
 } // namespace tessaranth

@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/forms/CardListPanel.h"
+#include "items/forms/ListPanel.h"
 
 namespace tessaranth {
 
 /// The panel "Rec": the recordings of a composer or performer.
-class RecordingsPanel final : public CardListPanel {
+class RecordingsPanel final : public ListPanel {
     Q_OBJECT
 
 public:
     explicit RecordingsPanel(const CardContext& context, QWidget* parent = nullptr);
 
-private:
-    bool read(ItemList& list) override;
-    void open(qint64 id) override;
+protected:
+    bool readList(ItemList& list) override;
 };
 
 } // namespace tessaranth

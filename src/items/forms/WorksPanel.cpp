@@ -17,33 +17,39 @@ const QString workCode = QStringLiteral("Comp");
 } // namespace
 
 WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
-    : CardListPanel(context, QStringLiteral("lvComp"), tr("Works"), parent) {
+    : ListPanel(context,
+                {QStringLiteral("lvComp"), QStringLiteral("Title"), tr("Works"),
+                 tr("No works yet.\nPress Ins to add one, or import them into the composer's catalog.")},
+                parent) {
     const Configuration& configuration = context.session.configuration();
     const CardColours card = CardColours::read(configuration, context.code);
-    QPalette colours = m_view->palette();
+    QPalette colours = view()->palette();
     const QColor works = readableOn(configuration.colour(QStringLiteral("WksFC")), card.back);
     for (const auto group : {QPalette::Active, QPalette::Inactive})
         colours.setColor(group, QPalette::Text, works);
-    m_view->setPalette(colours);
+    view()->setPalette(colours);
 
     const auto one = [this] { return hasOne(); };
-    addMenuCommand(QStringLiteral("mnuCardCompManageAdd"), tr("&New work..."), QStringLiteral("New"),
-                   [this] { edit(0); });
-    addMenuCommand(
-        QStringLiteral("mnuCardCompManageEdit"), tr("&Edit work..."), QStringLiteral("Edit"),
-        [this] { edit(selected().front()); }, one);
-    addMenuCommand(
-        QStringLiteral("mnuCardCompManageRemove"), tr("&Remove work(s)..."), QStringLiteral("Delete"),
+    // ShowWorkAsCard
+    addEntry(
+        QStringLiteral("mnuCardCompManageShow"), tr("&Open work card"), {},
+        [this] { m_context.cards.openCard(workCode, theOne()); }, one);
+    addEntry(QStringLiteral("mnuCardCompManageAdd"), tr("&New work..."), QStringLiteral("Ins"),
+             [this] { edit(0); });
+    addEntry(
+        QStringLiteral("mnuCardCompManageEdit"), tr("&Edit work..."), QStringLiteral("F2"),
+        [this] { edit(theOne()); }, one);
+    addEntry(
+        QStringLiteral("mnuCardCompManageRemove"), tr("&Remove work(s)..."), QStringLiteral("Del"),
         [this] { remove(); }, [this] { return hasSome(); });
-    addMenuCommand(QStringLiteral("mnuCardCompManageCatalog"), tr("&Catalog..."), QStringLiteral("Catalog"),
-                   [this] { manageCatalog(); });
-    addMenuCommand(QStringLiteral("mnuCardCompManageRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
-                   [this] { load(); });
+    addEntry(QStringLiteral("mnuCardCompManageCatalog"), tr("&Catalog..."), {}, [this] { manageCatalog(); });
+    addEntry(QStringLiteral("mnuCardCompManageRefresh"), tr("Re&fresh"), QStringLiteral("F5"),
+             [this] { load(); });
+    setDefaultCommand(QStringLiteral("mnuCardCompManageShow"));
+    load();
 }
 
-bool WorksPanel::read(ItemList& list) { return CWKS(m_context.session).ElencoInLvC(m_context.id, list); }
-
-void WorksPanel::open(qint64 id) { m_context.cards.openCard(workCode, id); }
+bool WorksPanel::readList(ItemList& list) { return CWKS(m_context.session).ElencoInLvC(m_context.id, list); }
 
 void WorksPanel::edit(qint64 work) {
     frmWorkEditor editor(m_context.session, m_context.icons, m_context.id, work, window());

@@ -6,6 +6,7 @@
 #include "items/forms/CardBand.h"
 #include "items/forms/CardPanels.h"
 #include "items/forms/RecContentsPanel.h"
+#include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "store/Session.h"
 #include "ui/CardTabs.h"
@@ -127,7 +128,6 @@ CardPanel* frmItem::panelNamed(const QString& name) {
         return nullptr;
     m_panels.insert(name, made);
     m_stack->addWidget(made);
-    made->load();
     connect(made, &CardPanel::changed, this, &frmItem::followPanel);
     if (auto* areas = qobject_cast<RecContentsPanel*>(made))
         areas->restore(int(m_heading.contentsState), m_heading.splitter);
@@ -205,11 +205,13 @@ void frmItem::run(const QString& command) {
 
 void frmItem::ModificaItem() {
     const int kind = itemKind(m_context.code)->number;
-    bool saved = false;
-    if (kind == ItemKind::Composer || kind == ItemKind::Performer)
-        saved = frmPers(m_context.session, m_context.icons, kind, m_context.id, window()).exec() ==
-                QDialog::Accepted;
-    if (saved && !reload())
+    std::unique_ptr<QDialog> editor;
+    if (kind == ItemKind::Custom)
+        editor = std::make_unique<frmNewUserDef>(m_context.session, m_context.icons, m_context.id,
+                                                 &m_context.cards, window());
+    else if (kind != ItemKind::Recording)
+        editor = std::make_unique<frmPers>(m_context.session, m_context.icons, kind, m_context.id, window());
+    if (editor && editor->exec() == QDialog::Accepted && !reload())
         m_context.cards.closeCard(key());
 }
 

@@ -30,7 +30,7 @@ const Subject subjects[] = {{"Cps", "SELECT CpsID FROM Compositions GROUP BY Cps
 
 } // namespace
 
-void showCards(TourCamera& camera, Session& session, const IconStore& icons) {
+void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
     NoCards cards;
     for (const Subject& subject : subjects) {
         const QString code = QLatin1String(subject.code);

@@ -8,6 +8,6 @@ class Session;
 class TourCamera;
 
 /// Pictures of the item cards, each panel of each kind, and of a work card.
-void showCards(TourCamera& camera, Session& session, const IconStore& icons);
+void tourCards(TourCamera& camera, Session& session, const IconStore& icons);
 
 } // namespace tessaranth
