@@ -10,12 +10,17 @@ const QString& ItemList::cellIconKey(int row, int column) const {
 }
 
 ItemList ItemList::narrowed(const QString& text) const {
-    if (text.isEmpty())
+    const QStringList words = TextOrder::fold(text).split(u' ', Qt::SkipEmptyParts);
+    if (words.isEmpty())
         return *this;
-    const QString wanted = TextOrder::fold(text);
     ItemList found(m_headings);
     for (int row = 0; row < rowCount(); ++row) {
-        if (!TextOrder::fold(this->text(row, 0)).contains(wanted))
+        QString line;
+        for (int column = 0; column < columnCount(); ++column)
+            line += this->text(row, column) + u'\t';
+        line = TextOrder::fold(line);
+        if (!std::all_of(words.begin(), words.end(),
+                         [&](const QString& word) { return line.contains(word); }))
             continue;
         const int added = found.addRow(id(row), iconKey(row), {});
         found.setBold(added, isBold(row));

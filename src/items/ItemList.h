@@ -30,7 +30,7 @@ public:
     /// Icon of one cell, such as a recording's carrier; empty for none.
     const QString& cellIconKey(int row, int column) const;
 
-    /// The rows whose first column holds a text, whatever its letter case.
+    /// The rows that hold every word of a text, whatever its letter case.
     ItemList narrowed(const QString& text) const;
 
     void reserve(int rows);

@@ -5,6 +5,7 @@
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -43,6 +44,23 @@ public:
 
 private:
     QTreeView* m_view;
+};
+
+/// A list's key and context menu entry that press a button, and are possible while the button is.
+class ButtonAction final : public QAction {
+public:
+    ButtonAction(QPushButton* button, const QString& key) : QAction(button->text(), button) {
+        setShortcut(QKeySequence(key));
+        setShortcutContext(Qt::WidgetShortcut);
+        connect(this, &QAction::triggered, button, &QPushButton::click);
+        button->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::EnabledChange)
+            setEnabled(static_cast<QPushButton*>(watched)->isEnabled());
+        return QAction::eventFilter(watched, event);
+    }
 };
 
 } // namespace
@@ -93,6 +111,10 @@ QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& a
     return edit;
 }
 
+void markRefused(QLineEdit* edit, bool refused) {
+    edit->setStyleSheet(refused ? QStringLiteral("background: rgb(255, 255, 0); color: black") : QString());
+}
+
 QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* model, bool several) {
     auto* view = new QTreeView(parent);
     view->setObjectName(objectName);
@@ -107,6 +129,19 @@ QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* m
     view->header()->setSortIndicator(-1, Qt::AscendingOrder);
     view->setSortingEnabled(true);
     return view;
+}
+
+NarrowedList narrowedList(QWidget* form, const IconStore& icons, const NarrowedNames& names, bool several) {
+    constexpr int longestName = 250;
+    NarrowedList list;
+    list.text = lineEdit(form, names.text, names.textName, longestName);
+    list.text->setPlaceholderText(names.placeholder);
+    list.text->setClearButtonEnabled(true);
+    list.model = new ItemListModel(icons, form);
+    list.view = itemView(form, names.view, list.model, several);
+    list.view->setAccessibleName(names.viewName);
+    moveInList(list.text, list.view);
+    return list;
 }
 
 std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model) {
@@ -126,6 +161,17 @@ void fitColumns(QTreeView* view) {
         view->resizeColumnToContents(column);
         view->setColumnWidth(column, qMin(view->columnWidth(column) + 12, widest));
     }
+}
+
+QPushButton* commandButton(QAbstractItemView* view, const QString& caption, const QString& objectName,
+                           const QString& key, const std::function<void()>& run) {
+    auto* button = new QPushButton(caption);
+    button->setObjectName(objectName);
+    button->setAutoDefault(false);
+    view->addAction(new ButtonAction(button, key));
+    view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    QObject::connect(button, &QPushButton::clicked, button, run);
+    return button;
 }
 
 QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName) {

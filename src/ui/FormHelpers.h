@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+class QAbstractItemView;
 class QDialog;
 class QLabel;
 class QLineEdit;
@@ -28,8 +29,23 @@ QWidget* head(const IconStore& icons, const QString& iconKey, const QString& hea
 QLabel* quietLabel(const QString& text);
 /// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
+/// Paints a field yellow while what it holds is refused.
+void markRefused(QLineEdit* edit, bool refused);
 /// A list of items: whole rows, one line each, sortable by its headings.
 QTreeView* itemView(QWidget* parent, const QString& objectName, ItemListModel* model, bool several);
+/// A list of items with the text that narrows it. The form reads the list when the text changes, and puts
+/// both into its layout.
+struct NarrowedList {
+    QLineEdit* text = nullptr;
+    ItemListModel* model = nullptr;
+    QTreeView* view = nullptr;
+};
+/// Object names and accessible names of both, and what the empty text field shows.
+struct NarrowedNames {
+    QString text, textName, placeholder;
+    QString view, viewName;
+};
+NarrowedList narrowedList(QWidget* form, const IconStore& icons, const NarrowedNames& names, bool several);
 /// Ids of the selected rows in the order in which they are shown.
 std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* model);
 /// Lets the keys that move in a list (arrows, Page up, Page down) do so while the text that narrows it keeps
@@ -37,6 +53,10 @@ std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* mode
 void moveInList(QLineEdit* text, QTreeView* view);
 /// Columns as wide as what they show, within reason.
 void fitColumns(QTreeView* view);
+/// A command on the rows of a list in three ways: the button that is returned, a key within the list (may be
+/// empty), and the list's context menu.
+QPushButton* commandButton(QAbstractItemView* view, const QString& caption, const QString& objectName,
+                           const QString& key, const std::function<void()>& run);
 /// The last row of a form: the default button with the action's name, and Cancel, which rejects the form. The
 /// caller connects the first, which is returned.
 QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName);

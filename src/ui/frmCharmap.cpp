@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -78,6 +79,20 @@ QString frmCharmap::characters() const {
         return m_picked->text();
     const QTableWidgetItem* item = m_table->currentItem();
     return item ? item->text() : QString();
+}
+
+void frmCharmap::insertInto(QWidget* field, const IconStore& icons, QWidget* parent) {
+    auto* line = qobject_cast<QLineEdit*>(field);
+    auto* text = qobject_cast<QPlainTextEdit*>(field);
+    if (!line && !text)
+        return;
+    frmCharmap form(icons, parent);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    if (line && !line->isReadOnly())
+        line->insert(form.characters());
+    else if (text && !text->isReadOnly())
+        text->insertPlainText(form.characters());
 }
 
 } // namespace tessaranth

@@ -19,6 +19,10 @@ public:
     explicit frmCharmap(const IconStore& icons, QWidget* parent = nullptr);
     QString characters() const;
 
+    /// Lets the user pick characters and inserts them into a field, where that is a text of one line or more
+    /// that can be changed.
+    static void insertInto(QWidget* field, const IconStore& icons, QWidget* parent);
+
 private:
     void fill();
 

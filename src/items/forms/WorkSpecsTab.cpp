@@ -45,7 +45,7 @@ void WorkSpecsTab::buildTexts(QFormLayout* fields) {
     };
     m_title = edit("txtTitle", "CompTitle", tr("&Title:"));
     fields->addRow(tr("&Title:"), m_title);
-    connect(m_title, &QLineEdit::textEdited, this, [this] { m_title->setStyleSheet({}); });
+    connect(m_title, &QLineEdit::textEdited, this, [this] { FormHelpers::markRefused(m_title, false); });
     m_subtitle = edit("txtSubTitle", "CompSubTitle", tr("S&ubtitle:"));
     fields->addRow(tr("S&ubtitle:"), m_subtitle);
 
@@ -173,7 +173,7 @@ void WorkSpecsTab::read(Work& work) const {
 }
 
 void WorkSpecsTab::demandTitle() {
-    m_title->setStyleSheet(QStringLiteral("background: rgb(255, 255, 0); color: black"));
+    FormHelpers::markRefused(m_title, true);
     m_title->setFocus();
 }
 

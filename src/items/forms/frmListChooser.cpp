@@ -7,6 +7,7 @@
 #include "ui/FormHelpers.h"
 #include "ui/ItemListModel.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,7 +24,7 @@ bool isPerson(int kind) { return kind == ItemKind::Composer || kind == ItemKind:
 
 frmListChooser::frmListChooser(Session& session, const IconStore& icons, int kind, const QString& title,
                                bool several, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind) {
+    : QDialog(parent), m_session(session), m_icons(icons), m_several(several), m_kind(kind) {
     setWindowTitle(title);
     if (isPerson(kind))
         m_create = [this](QWidget* above) {
@@ -32,14 +33,14 @@ frmListChooser::frmListChooser(Session& session, const IconStore& icons, int kin
         };
     else if (!itemKind(kind)->isCard())
         m_create = [this](QWidget*) { return CMIT(m_session).AggiungiItem(m_kind); };
-    buildUi(itemKind(kind)->iconKey, several);
+    buildUi(itemKind(kind)->iconKey);
 }
 
 frmListChooser::frmListChooser(Session& session, const IconStore& icons, const QString& iconKey,
                                ItemList list, const QString& title, bool several, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_ready(std::move(list)) {
+    : QDialog(parent), m_session(session), m_icons(icons), m_several(several), m_ready(std::move(list)) {
     setWindowTitle(title);
-    buildUi(iconKey, several);
+    buildUi(iconKey);
 }
 
 void frmListChooser::setCreator(Creator create, Filler reload) {
@@ -48,25 +49,29 @@ void frmListChooser::setCreator(Creator create, Filler reload) {
     m_new->setVisible(bool(m_create));
 }
 
-void frmListChooser::buildUi(const QString& iconKey, bool several) {
+void frmListChooser::buildUi(const QString& iconKey) {
     setObjectName(QStringLiteral("frmListChooser"));
     auto* layout = new QVBoxLayout(this);
-    const QString hint = several ? tr("Ctrl and Shift with a click or an arrow key select more than one row.")
-                                 : tr("Type until the row is found, then press Enter.");
-    layout->addWidget(FormHelpers::head(m_icons, iconKey, windowTitle().trimmed(), hint));
-    m_text = FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Narrow the list"), 250);
-    m_text->setPlaceholderText(m_kind ? tr("Type the beginning of a name") : tr("Type a part of the title"));
-    m_text->setClearButtonEnabled(true);
-    connect(m_text, &QLineEdit::textChanged, this, &frmListChooser::fill);
-    layout->addWidget(m_text);
-    m_model = new ItemListModel(m_icons, this);
-    m_view = FormHelpers::itemView(this, QStringLiteral("lvItems"), m_model, several);
-    m_view->setAccessibleName(windowTitle().trimmed());
+    const QString title = windowTitle().trimmed();
+    const QString hint = m_several
+                             ? tr("Ctrl+Space chooses the row found and lets you search on; Ctrl or Shift "
+                                  "with a click add to what is chosen.")
+                             : tr("Type until the row is found, then press Enter.");
+    layout->addWidget(FormHelpers::head(m_icons, iconKey, title, hint));
+    m_list = FormHelpers::narrowedList(
+        this, m_icons,
+        {QStringLiteral("txtFilter"), tr("Narrow the list"),
+         m_kind ? tr("Type the beginning of a name") : tr("Type a part of the title or number"),
+         QStringLiteral("lvItems"), title},
+        m_several);
+    m_list.text->installEventFilter(this);
+    connect(m_list.text, &QLineEdit::textChanged, this, &frmListChooser::fill);
+    layout->addWidget(m_list.text);
     // Enter in the list reaches the form's default button by itself.
-    connect(m_view, &QTreeView::doubleClicked, this, &frmListChooser::choose);
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmListChooser::enable);
-    FormHelpers::moveInList(m_text, m_view);
-    layout->addWidget(m_view, 1);
+    connect(m_list.view, &QTreeView::doubleClicked, this, &frmListChooser::choose);
+    connect(m_list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmListChooser::followSelection);
+    layout->addWidget(m_list.view, 1);
     auto* line = new QHBoxLayout;
     m_state = new QLabel;
     m_state->setObjectName(QStringLiteral("state"));
@@ -82,11 +87,11 @@ void frmListChooser::buildUi(const QString& iconKey, bool several) {
     connect(m_choose, &QPushButton::clicked, this, &frmListChooser::choose);
     resize(520, 520);
     fill();
-    m_text->setFocus();
+    m_list.text->setFocus();
 }
 
 bool frmListChooser::readList(ItemList& list) const {
-    const QString typed = m_text->text().trimmed();
+    const QString typed = m_list.text->text().trimmed();
     if (m_kind)
         return CMIT(m_session).ElencoInLv(m_kind, list, typed);
     list = m_ready.narrowed(typed);
@@ -98,19 +103,95 @@ void frmListChooser::fill() {
     ItemList list;
     if (!readList(list))
         return;
-    m_model->setList(std::move(list));
-    FormHelpers::fitColumns(m_view);
-    const int rows = m_model->rowCount();
-    const bool typed = !m_text->text().trimmed().isEmpty();
-    if (typed && rows > 0)
-        m_view->setCurrentIndex(m_model->index(0, 0));
-    m_state->setText(rows > 0 ? tr("%1 in the list").arg(rows)
-                     : typed  ? tr("No match")
-                              : tr("The list is empty."));
+    if (m_match != 0)
+        std::erase_if(m_chosen, [this](const Chosen& chosen) { return chosen.id == m_match; });
+    if (!m_several)
+        m_chosen.clear();
+    m_match = 0;
+    m_filling = true;
+    m_list.model->setList(std::move(list));
+    FormHelpers::fitColumns(m_list.view);
+    const QModelIndex first = m_list.model->index(0, 0);
+    if (!m_list.text->text().trimmed().isEmpty() && first.isValid()) {
+        const qint64 id = m_list.model->id(first);
+        m_list.view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+        if (std::none_of(m_chosen.begin(), m_chosen.end(), [&](const Chosen& one) { return one.id == id; })) {
+            m_match = id;
+            m_chosen.push_back({id, first.data().toString()});
+        }
+    }
+    showChosen();
+}
+
+void frmListChooser::showChosen() {
+    m_filling = true;
+    QItemSelection rows;
+    for (const Chosen& chosen : m_chosen)
+        if (const QModelIndex index = m_list.model->indexOf(chosen.id); index.isValid())
+            rows.select(index, index);
+    m_list.view->selectionModel()->select(rows,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_filling = false;
     enable();
 }
 
-void frmListChooser::enable() { m_choose->setEnabled(m_view->selectionModel()->hasSelection()); }
+// Rows that the text hides stay chosen; those that are shown are as the user left them.
+void frmListChooser::followSelection() {
+    if (m_filling)
+        return;
+    m_match = 0;
+    const QItemSelectionModel& selection = *m_list.view->selectionModel();
+    std::erase_if(m_chosen, [&](const Chosen& chosen) {
+        const QModelIndex index = m_list.model->indexOf(chosen.id);
+        return !m_several || (index.isValid() && !selection.isSelected(index));
+    });
+    QModelIndexList rows = selection.selectedRows();
+    std::sort(rows.begin(), rows.end());
+    for (const QModelIndex& row : rows) {
+        const qint64 id = m_list.model->id(row);
+        if (std::none_of(m_chosen.begin(), m_chosen.end(), [&](const Chosen& one) { return one.id == id; }))
+            m_chosen.push_back({id, row.data().toString()});
+    }
+    enable();
+}
+
+bool frmListChooser::eventFilter(QObject* watched, QEvent* event) {
+    if (m_several && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Space && key->modifiers() == Qt::ControlModifier) {
+            keepCurrent();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// The text is selected, so that the next name can be typed at once.
+void frmListChooser::keepCurrent() {
+    const QModelIndex index = m_list.view->currentIndex();
+    if (!index.isValid())
+        return;
+    if (m_match != 0 && m_match == m_list.model->id(index)) {
+        m_match = 0;
+        enable();
+    } else {
+        m_list.view->selectionModel()->select(index, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+    }
+    m_list.text->selectAll();
+}
+
+void frmListChooser::enable() {
+    m_choose->setEnabled(!m_chosen.empty());
+    const int rows = m_list.model->rowCount();
+    const bool typed = !m_list.text->text().trimmed().isEmpty();
+    QString state = rows > 0 ? tr("%1 in the list").arg(rows)
+                    : typed  ? tr("No match")
+                             : tr("The list is empty.");
+    if (m_several && !m_chosen.empty())
+        state += tr(", %1 chosen").arg(m_chosen.size());
+    m_state->setText(state);
+    m_state->setToolTip(m_several ? names().join(u'\n') : QString());
+}
 
 void frmListChooser::choose() {
     if (m_choose->isEnabled())
@@ -124,35 +205,36 @@ void frmListChooser::create() {
     m_created = true;
     if (m_reload)
         m_reload(m_ready);
-    const QSignalBlocker blocker(m_text);
-    m_text->clear();
+    const QSignalBlocker blocker(m_list.text);
+    m_list.text->clear();
     fill();
     select(id);
-    m_text->setFocus();
+    m_list.text->setFocus();
 }
 
 void frmListChooser::select(qint64 id) {
-    const QModelIndex index = m_model->indexOf(id);
+    const QModelIndex index = m_list.model->indexOf(id);
     if (!index.isValid())
         return;
-    m_view->setCurrentIndex(index);
-    m_view->scrollTo(index);
+    const auto how = m_several ? QItemSelectionModel::Select : QItemSelectionModel::ClearAndSelect;
+    m_list.view->selectionModel()->setCurrentIndex(index, how | QItemSelectionModel::Rows);
+    m_list.view->scrollTo(index);
 }
 
-std::vector<qint64> frmListChooser::ids() const { return FormHelpers::selectedIds(m_view, m_model); }
+std::vector<qint64> frmListChooser::ids() const {
+    std::vector<qint64> ids;
+    for (const Chosen& chosen : m_chosen)
+        ids.push_back(chosen.id);
+    return ids;
+}
 
 QStringList frmListChooser::names() const {
-    QModelIndexList rows = m_view->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
     QStringList names;
-    for (const QModelIndex& row : rows)
-        names.push_back(row.data().toString());
+    for (const Chosen& chosen : m_chosen)
+        names.push_back(chosen.name);
     return names;
 }
 
-qint64 frmListChooser::id() const {
-    const std::vector<qint64> chosen = ids();
-    return chosen.empty() ? 0 : chosen.front();
-}
+qint64 frmListChooser::id() const { return m_chosen.empty() ? 0 : m_chosen.front().id; }
 
 } // namespace tessaranth

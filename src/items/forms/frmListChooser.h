@@ -2,23 +2,21 @@
 #pragma once
 
 #include "items/ItemList.h"
+#include "ui/FormHelpers.h"
 
 #include <QDialog>
 #include <functional>
 
 class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTreeView;
 
 namespace tessaranth {
 
 class IconStore;
-class ItemListModel;
 class Session;
 
 /// Chooses one item, or several, of a list that narrows while one types. Every editor that needs another item
-/// (a label, a composer, a work) asks for it here. Accepted when something was chosen.
+/// (a label, a composer, a work) asks for it here. Where several may be chosen, what was chosen stays so
+/// while the list is narrowed to find the next. Accepted when something was chosen.
 class frmListChooser final : public QDialog {
     Q_OBJECT
 
@@ -32,16 +30,17 @@ public:
     /// can be added to from here.
     frmListChooser(Session& session, const IconStore& icons, int kind, const QString& title, bool several,
                    QWidget* parent = nullptr);
-    /// A list of the caller's, such as one composer's works, narrowed by any part of its first column.
+    /// A list of the caller's, such as one composer's works, narrowed by words that its rows contain.
     frmListChooser(Session& session, const IconStore& icons, const QString& iconKey, ItemList list,
                    const QString& title, bool several, QWidget* parent = nullptr);
     /// Lets the caller's list be added to: `reload` reads it again after `create` made an item.
     void setCreator(Creator create, Filler reload);
 
-    /// Selects a row, such as the item that the editor holds already.
+    /// Chooses a row, such as the item that the editor holds already; together with the others where several
+    /// may be chosen.
     void select(qint64 id);
 
-    /// What was chosen, in the order shown; the names are those of the first column.
+    /// What was chosen, in the order in which it was; the names are those of the first column.
     std::vector<qint64> ids() const;
     QStringList names() const;
     qint64 id() const; ///< the first of them, 0 when nothing is chosen
@@ -49,24 +48,36 @@ public:
     /// date.
     bool hasCreated() const { return m_created; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
-    void buildUi(const QString& iconKey, bool several);
+    struct Chosen {
+        qint64 id;
+        QString name;
+    };
+    void buildUi(const QString& iconKey);
     void fill();
     bool readList(ItemList& list) const;
+    void showChosen();
+    void followSelection();
+    void keepCurrent();
     void enable();
     void choose();
     void create();
 
     Session& m_session;
     const IconStore& m_icons;
+    bool m_several;
     int m_kind = 0;
     ItemList m_ready; ///< the caller's whole list; unused when there is a kind
     Creator m_create;
     Filler m_reload;
     bool m_created = false;
-    ItemListModel* m_model = nullptr;
-    QLineEdit* m_text = nullptr;
-    QTreeView* m_view = nullptr;
+    std::vector<Chosen> m_chosen;
+    qint64 m_match = 0; ///< the last of them is only the first row that fits what was typed
+    bool m_filling = false;
+    FormHelpers::NarrowedList m_list;
     QLabel* m_state = nullptr;
     QPushButton* m_new = nullptr;
     QPushButton* m_choose = nullptr;

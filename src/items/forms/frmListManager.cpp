@@ -8,7 +8,6 @@
 #include "ui/ItemListModel.h"
 #include "ui/WindowProgress.h"
 
-#include <QAction>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -53,28 +52,27 @@ void frmListManager::buildUi() {
     const ItemKind& kind = *itemKind(m_kind);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), tr(wordsOf(m_kind).hint)));
-    m_filter = FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Narrow the list"), 250);
-    m_filter->setPlaceholderText(tr("Type the beginning of a name"));
-    m_filter->setClearButtonEnabled(true);
-    connect(m_filter, &QLineEdit::textChanged, this, &frmListManager::fill);
-    m_model = new ItemListModel(m_icons, this);
-    m_view = FormHelpers::itemView(this, QStringLiteral("lvItems"), m_model, true);
-    m_view->setAccessibleName(kind.listCaption);
-    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(m_view, &QTreeView::doubleClicked, this, &frmListManager::rename);
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmListManager::enable);
-    FormHelpers::moveInList(m_filter, m_view);
+    m_list = FormHelpers::narrowedList(this, m_icons,
+                                       {QStringLiteral("txtFilter"), tr("Narrow the list"),
+                                        tr("Type the beginning of a name"), QStringLiteral("lvItems"),
+                                        kind.listCaption},
+                                       true);
+    connect(m_list.text, &QLineEdit::textChanged, this, &frmListManager::fill);
+    connect(m_list.view, &QTreeView::doubleClicked, this, &frmListManager::rename);
+    connect(m_list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmListManager::enable);
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("count"));
 
     auto* left = new QVBoxLayout;
-    left->addWidget(m_filter);
-    left->addWidget(m_view, 1);
+    left->addWidget(m_list.text);
+    left->addWidget(m_list.view, 1);
     left->addWidget(m_count);
     auto* buttons = new QVBoxLayout;
     const auto add = [&](const QString& caption, const char* name, const char* keys,
                          void (frmListManager::*run)()) {
-        QPushButton* button = addButton(caption, QLatin1String(name), QLatin1String(keys), run);
+        QPushButton* button = FormHelpers::commandButton(
+            m_list.view, caption, QLatin1String(name), QLatin1String(keys), [this, run] { (this->*run)(); });
         buttons->addWidget(button);
         return button;
     };
@@ -94,36 +92,21 @@ void frmListManager::buildUi() {
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(box);
     resize(520, 480);
-    m_filter->setFocus();
-}
-
-// One command, three ways: its button, its key within the list, and the list's context menu.
-QPushButton* frmListManager::addButton(const QString& caption, const QString& name, const QString& shortcut,
-                                       void (frmListManager::*run)()) {
-    auto* button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    auto* action = new QAction(caption, button);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setShortcutContext(Qt::WidgetShortcut);
-    m_view->addAction(action);
-    connect(action, &QAction::triggered, button, &QPushButton::click);
-    connect(button, &QPushButton::clicked, this, run);
-    return button;
+    m_list.text->setFocus();
 }
 
 void frmListManager::fill() {
     ItemList list;
-    if (CMIT(m_session).ElencoInLv(m_kind, list, m_filter->text().trimmed()))
-        m_model->setList(std::move(list));
-    if (!m_filter->text().trimmed().isEmpty() && m_model->rowCount() > 0)
-        m_view->setCurrentIndex(m_model->index(0, 0));
-    m_count->setText(itemKind(m_kind)->countCaption + QString::number(m_model->rowCount()));
+    if (CMIT(m_session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
+        m_list.model->setList(std::move(list));
+    if (!m_list.text->text().trimmed().isEmpty() && m_list.model->rowCount() > 0)
+        m_list.view->setCurrentIndex(m_list.model->index(0, 0));
+    m_count->setText(itemKind(m_kind)->countCaption + QString::number(m_list.model->rowCount()));
     enable();
 }
 
 void frmListManager::enable() {
-    const qsizetype selected = m_view->selectionModel()->selectedRows().size();
+    const qsizetype selected = m_list.view->selectionModel()->selectedRows().size();
     m_rename->setEnabled(selected == 1);
     m_delete->setEnabled(selected > 0);
     m_migrate->setEnabled(selected == 1);
@@ -131,18 +114,18 @@ void frmListManager::enable() {
 
 void frmListManager::refresh(qint64 id) {
     m_changed = true;
-    const int row = m_view->currentIndex().row();
+    const int row = m_list.view->currentIndex().row();
     fill();
-    QModelIndex index = m_model->indexOf(id);
+    QModelIndex index = m_list.model->indexOf(id);
     if (!index.isValid() && id != 0) {
-        m_filter->clear(); // what was typed hides the item
-        index = m_model->indexOf(id);
+        m_list.text->clear(); // what was typed hides the item
+        index = m_list.model->indexOf(id);
     }
-    if (!index.isValid() && m_model->rowCount() > 0)
-        index = m_model->index(qBound(0, row, m_model->rowCount() - 1), 0);
+    if (!index.isValid() && m_list.model->rowCount() > 0)
+        index = m_list.model->index(qBound(0, row, m_list.model->rowCount() - 1), 0);
     if (index.isValid()) {
-        m_view->setCurrentIndex(index);
-        m_view->scrollTo(index);
+        m_list.view->setCurrentIndex(index);
+        m_list.view->scrollTo(index);
     }
 }
 
@@ -152,16 +135,16 @@ void frmListManager::create() {
 }
 
 void frmListManager::rename() {
-    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
     if (ids.size() == 1 && CMIT(m_session).ModificaItem(m_kind, ids.front()))
         refresh(ids.front());
 }
 
 void frmListManager::remove() {
-    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
     QStringList names;
     for (const qint64 id : ids)
-        names.push_back(m_model->indexOf(id).data().toString());
+        names.push_back(m_list.model->indexOf(id).data().toString());
     CMIT items(m_session);
     if (!items.ConfermaEliminazione(m_kind, names))
         return;
@@ -173,7 +156,7 @@ void frmListManager::remove() {
 }
 
 void frmListManager::merge() {
-    const std::vector<qint64> ids = FormHelpers::selectedIds(m_view, m_model);
+    const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
     if (ids.size() != 1)
         return;
     frmMigrate form(m_session, m_icons, m_kind, ids.front(), m_cards, this);

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/FormHelpers.h"
+
 #include <QDialog>
 
 class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTreeView;
 
 namespace tessaranth {
 
 class IconStore;
-class ItemListModel;
 class OpenCards;
 class Session;
 
@@ -28,8 +26,6 @@ public:
 
 private:
     void buildUi();
-    QPushButton* addButton(const QString& caption, const QString& name, const QString& shortcut,
-                           void (frmListManager::*run)());
     void fill();
     void enable();
     /// Reads the list again and selects an item, or the row that took the place of the one selected.
@@ -44,9 +40,7 @@ private:
     int m_kind;
     OpenCards* m_cards;
     bool m_changed = false;
-    ItemListModel* m_model = nullptr;
-    QLineEdit* m_filter = nullptr;
-    QTreeView* m_view = nullptr;
+    FormHelpers::NarrowedList m_list;
     QLabel* m_count = nullptr;
     QPushButton* m_rename = nullptr;
     QPushButton* m_delete = nullptr;

@@ -33,20 +33,17 @@ void frmMigrate::buildUi() {
     from->setTextFormat(Qt::PlainText);
     from->setWordWrap(true);
     layout->addWidget(from);
-    m_filter =
-        FormHelpers::lineEdit(this, QStringLiteral("txtFilter"), tr("Beginning of the target's name"), 250);
-    m_filter->setPlaceholderText(tr("To: type the beginning of a name"));
-    m_filter->setClearButtonEnabled(true);
-    connect(m_filter, &QLineEdit::textChanged, this, &frmMigrate::fill);
-    layout->addWidget(m_filter);
-    m_model = new ItemListModel(m_icons, this);
-    m_view = FormHelpers::itemView(this, QStringLiteral("lvTarget"), m_model, false);
-    m_view->setAccessibleName(tr("Target"));
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMigrate::enable);
+    m_list = FormHelpers::narrowedList(this, m_icons,
+                                       {QStringLiteral("txtFilter"), tr("Beginning of the target's name"),
+                                        tr("To: type the beginning of a name"), QStringLiteral("lvTarget"),
+                                        tr("Target")},
+                                       false);
+    connect(m_list.text, &QLineEdit::textChanged, this, &frmMigrate::fill);
+    layout->addWidget(m_list.text);
+    connect(m_list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMigrate::enable);
     // Enter in the list reaches the form's default button by itself.
-    connect(m_view, &QTreeView::doubleClicked, this, &frmMigrate::run);
-    FormHelpers::moveInList(m_filter, m_view);
-    layout->addWidget(m_view, 1);
+    connect(m_list.view, &QTreeView::doubleClicked, this, &frmMigrate::run);
+    layout->addWidget(m_list.view, 1);
     m_migrate = FormHelpers::buttonRow(this, layout, tr("&Migrate"), QStringLiteral("cmdMigrate"));
     connect(m_migrate, &QPushButton::clicked, this, &frmMigrate::run);
     resize(480, 480);
@@ -54,13 +51,13 @@ void frmMigrate::buildUi() {
 
 void frmMigrate::fill() {
     ItemList list;
-    if (CMIT(m_session).ElencoInLv(m_kind, list, m_filter->text().trimmed()))
-        m_model->setList(std::move(list));
-    FormHelpers::fitColumns(m_view);
+    if (CMIT(m_session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
+        m_list.model->setList(std::move(list));
+    FormHelpers::fitColumns(m_list.view);
     enable();
 }
 
-qint64 frmMigrate::target() const { return m_model->id(m_view->currentIndex()); }
+qint64 frmMigrate::target() const { return m_list.model->id(m_list.view->currentIndex()); }
 
 void frmMigrate::enable() { m_migrate->setEnabled(target() != 0 && target() != m_source); }
 

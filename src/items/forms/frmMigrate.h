@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDialog>
+#include "ui/FormHelpers.h"
 
-class QLineEdit;
-class QPushButton;
-class QTreeView;
+#include <QDialog>
 
 namespace tessaranth {
 
 class IconStore;
-class ItemListModel;
 class OpenCards;
 class Session;
 
@@ -34,9 +31,7 @@ private:
     int m_kind;
     qint64 m_source;
     OpenCards* m_cards;
-    ItemListModel* m_model = nullptr;
-    QLineEdit* m_filter = nullptr;
-    QTreeView* m_view = nullptr;
+    FormHelpers::NarrowedList m_list;
     QPushButton* m_migrate = nullptr;
 };
 

@@ -29,7 +29,7 @@ frmPersSearch::frmPersSearch(Session& session, const IconStore& icons, int kind,
         setWindowTitle(composer ? QStringLiteral("Import a composer from the internal list")
                                 : QStringLiteral("Import a performer from the internal list"));
     buildUi();
-    m_text->setText(text.trimmed());
+    m_list.text->setText(text.trimmed());
     search();
 }
 
@@ -43,15 +43,14 @@ void frmPersSearch::buildUi() {
                   "then click "
                   "Import. Those whose name is in the catalog already are left out.");
     layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), hint));
-    m_text = FormHelpers::lineEdit(this, QStringLiteral("txtSearch"), tr("Search string"), 250);
-    m_text->setPlaceholderText(tr("Part of a last or first name"));
-    m_text->setClearButtonEnabled(true);
-    connect(m_text, &QLineEdit::textChanged, this, &frmPersSearch::search);
-    layout->addWidget(m_text);
-    m_model = new ItemListModel(m_icons, this);
-    m_view = FormHelpers::itemView(this, QStringLiteral("lvPersons"), m_model, m_mode == Mode::ImportMany);
-    m_view->setAccessibleName(kind.listCaption);
-    layout->addWidget(m_view, 1);
+    m_list = FormHelpers::narrowedList(this, m_icons,
+                                       {QStringLiteral("txtSearch"), tr("Search string"),
+                                        tr("Part of a last or first name"), QStringLiteral("lvPersons"),
+                                        kind.listCaption},
+                                       m_mode == Mode::ImportMany);
+    connect(m_list.text, &QLineEdit::textChanged, this, &frmPersSearch::search);
+    layout->addWidget(m_list.text);
+    layout->addWidget(m_list.view, 1);
     m_state = new QLabel;
     m_state->setObjectName(QStringLiteral("state"));
     layout->addWidget(m_state);
@@ -59,29 +58,29 @@ void frmPersSearch::buildUi() {
     m_import = FormHelpers::buttonRow(this, layout, tr("&Import"), QStringLiteral("cmdImport"));
     connect(m_import, &QPushButton::clicked, this, &frmPersSearch::run);
     // Enter in the list reaches the form's default button by itself.
-    connect(m_view, &QTreeView::doubleClicked, this, &frmPersSearch::run);
-    FormHelpers::moveInList(m_text, m_view);
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmPersSearch::enable);
+    connect(m_list.view, &QTreeView::doubleClicked, this, &frmPersSearch::run);
+    connect(m_list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmPersSearch::enable);
     resize(840, 520);
 }
 
 void frmPersSearch::search() {
     if (!m_archive)
         return;
-    m_model->setList(m_archive->search(m_text->text()));
-    FormHelpers::fitColumns(m_view);
-    m_state->setText(m_model->rowCount() == 0
+    m_list.model->setList(m_archive->search(m_list.text->text()));
+    FormHelpers::fitColumns(m_list.view);
+    m_state->setText(m_list.model->rowCount() == 0
                          ? QStringLiteral("No match")
-                         : itemKind(m_kind)->countCaption + QString::number(m_model->rowCount()));
-    if (m_mode == Mode::ChooseOne && m_model->rowCount() > 0)
-        m_view->setCurrentIndex(m_model->index(0, 0));
+                         : itemKind(m_kind)->countCaption + QString::number(m_list.model->rowCount()));
+    if (m_mode == Mode::ChooseOne && m_list.model->rowCount() > 0)
+        m_list.view->setCurrentIndex(m_list.model->index(0, 0));
     enable();
 }
 
-void frmPersSearch::enable() { m_import->setEnabled(m_view->selectionModel()->hasSelection()); }
+void frmPersSearch::enable() { m_import->setEnabled(m_list.view->selectionModel()->hasSelection()); }
 
 void frmPersSearch::run() {
-    if (!m_view->selectionModel()->hasSelection())
+    if (!m_list.view->selectionModel()->hasSelection())
         return;
     if (m_mode == Mode::ImportMany)
         importSelected();
@@ -93,7 +92,7 @@ void frmPersSearch::importSelected() {
     std::optional<PersonArchive::Summary> summary;
     {
         WindowProgress progress(this);
-        summary = m_archive->import(FormHelpers::selectedIds(m_view, m_model), progress);
+        summary = m_archive->import(FormHelpers::selectedIds(m_list.view, m_list.model), progress);
     }
     if (!summary)
         return;
@@ -105,8 +104,12 @@ void frmPersSearch::importSelected() {
     accept();
 }
 
-Person frmPersSearch::person() const { return m_archive->person(m_model->id(m_view->currentIndex())); }
+Person frmPersSearch::person() const {
+    return m_archive->person(m_list.model->id(m_list.view->currentIndex()));
+}
 
-QString frmPersSearch::dateNote() const { return m_archive->dateNote(m_model->id(m_view->currentIndex())); }
+QString frmPersSearch::dateNote() const {
+    return m_archive->dateNote(m_list.model->id(m_list.view->currentIndex()));
+}
 
 } // namespace tessaranth

@@ -2,18 +2,15 @@
 #pragma once
 
 #include "items/PersonArchive.h"
+#include "ui/FormHelpers.h"
 
 #include <QDialog>
 
 class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTreeView;
 
 namespace tessaranth {
 
 class IconStore;
-class ItemListModel;
 class Session;
 
 /// Searches the reference archive of persons. In single mode one row is chosen for the person editor; in the
@@ -41,9 +38,7 @@ private:
     int m_kind;
     Mode m_mode;
     std::optional<PersonArchive> m_archive;
-    ItemListModel* m_model = nullptr;
-    QLineEdit* m_text = nullptr;
-    QTreeView* m_view = nullptr;
+    FormHelpers::NarrowedList m_list;
     QLabel* m_state = nullptr;
     QPushButton* m_import = nullptr;
 };

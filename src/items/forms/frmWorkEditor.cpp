@@ -11,7 +11,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -68,7 +67,8 @@ void frmWorkEditor::buildUi() {
     special->setObjectName(QStringLiteral("cmdCharmap"));
     special->setAutoDefault(false);
     special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
-    connect(special, &QPushButton::clicked, this, &frmWorkEditor::insertSpecial);
+    connect(special, &QPushButton::clicked, this,
+            [this] { frmCharmap::insertInto(focusWidget(), m_icons, this); });
     layout->addWidget(special, 0, Qt::AlignLeft);
     QPushButton* done = FormHelpers::buttonRow(this, layout, tr("&Save"), QStringLiteral("cmdSave"));
     connect(done, &QPushButton::clicked, this, [this] {
@@ -110,17 +110,6 @@ qint64 frmWorkEditor::savedWork() {
     if (m_stored.id == 0)
         save();
     return m_stored.id;
-}
-
-void frmWorkEditor::insertSpecial() {
-    QWidget* target = focusWidget();
-    frmCharmap form(m_icons, this);
-    if (form.exec() != QDialog::Accepted)
-        return;
-    if (auto* line = qobject_cast<QLineEdit*>(target))
-        line->insert(form.characters());
-    else if (auto* text = qobject_cast<QPlainTextEdit*>(target); text && !text->isReadOnly())
-        text->insertPlainText(form.characters());
 }
 
 void frmWorkEditor::reject() {

@@ -35,7 +35,6 @@ private:
     bool isChanged() const;
     bool save();
     qint64 savedWork();
-    void insertSpecial();
 
     Session& m_session;
     const IconStore& m_icons;
