@@ -13,7 +13,14 @@ namespace tessaranth {
 namespace {
 
 /// What a step does with the rows that its query finds.
-enum class Remedy { DeleteRows, DeleteRowsAndDocuments, SetToNone, DeleteStrangers, DeleteDuplicates };
+enum class Remedy {
+    DeleteRows,
+    DeleteByWork,
+    DeleteRowsAndDocuments,
+    SetToNone,
+    DeleteStrangers,
+    DeleteDuplicates
+};
 
 struct Step {
     const char* progressText;
@@ -25,8 +32,8 @@ struct Step {
 };
 
 const Step steps[] = {
-    {"Checking for orphan records : ", "No orphan records.", " orphan records cleaned.", Remedy::DeleteRows,
-     "SELECT CompOnRecPfr.* FROM CompOnRecPfr LEFT JOIN CompOnRec "
+    {"Checking for orphan records : ", "No orphan records.", " orphan records cleaned.", Remedy::DeleteByWork,
+     "SELECT DISTINCT CompOnRec.CompOnRecID, CompOnRecPfr.CompOnRecID FROM CompOnRecPfr LEFT JOIN CompOnRec "
      "ON CompOnRecPfr.CompOnRecID = CompOnRec.CompOnRecID WHERE CompOnRec.CompOnRecID IS NULL",
      ""},
     {"Checking for bad records: ", "No bad records.", " bad records cleaned.", Remedy::DeleteStrangers,
@@ -87,6 +94,8 @@ public:
     /// The number of rows found (and, with `change`, mended).
     int run() {
         switch (m_step.remedy) {
+        case Remedy::DeleteByWork:
+            return deleteByWork();
         case Remedy::DeleteStrangers:
             return deleteStrangers();
         case Remedy::DeleteDuplicates:
@@ -114,6 +123,15 @@ private:
             m_progress.step(total - row, total);
         }
         return total;
+    }
+
+    /// The performers of works on a recording that are there no more, counted by the work.
+    int deleteByWork() {
+        constexpr int lostWork = 1;
+        for (int row = 0; m_change && row < m_rows.rowCount(); ++row)
+            m_session.connection().execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = ") +
+                                           m_rows.value(row, lostWork).toText());
+        return m_rows.rowCount();
     }
 
     /// Performers of a work who are not among the performers of the recording that holds it.
