@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QStringList>
 #include <optional>
 #include <vector>
@@ -78,7 +79,8 @@ struct RecordingDouble {
 
 /// Reads and changes one recording, part by part; each apply is one transaction, marks the recording as
 /// modified and reloads its open card. An operation that fails reports it through the session's messages and
-/// answers false; nothing has changed then. So does one on a recording that was deleted meanwhile.
+/// answers false; nothing has changed then. So does one on a recording that was deleted meanwhile. When a
+/// part was changed elsewhere after this editor read it, applying it asks first whether to replace that.
 class RecordingEditor {
 public:
     /// `id` 0 for a new recording: it exists once its specifications were applied. `cards` may be null.
@@ -113,32 +115,56 @@ public:
 
     // Works, in their order on the recording.
     std::vector<PlacedWork> works();
-    /// Replaces the list by this one, in this order; new works get their id in `works`. The works of
-    /// composers that are not on the recording, and performers that are not, are refused.
+    /// Replaces the list by this one, in this order; `works` is read anew then, ids and titles included. A
+    /// new work of a composer, or with a performer, who is not on the recording is refused.
     bool applyWorks(std::vector<PlacedWork>& works);
 
     // Who performs in a work.
     std::vector<Casting> cast(qint64 placedWork);
+    /// Refused with somebody new who does not perform on the recording, or a role of another work.
     bool applyCast(qint64 placedWork, const std::vector<Casting>& cast);
 
     // Tracks and the disc identifier of one disc.
     std::vector<Track> tracks(int disc); ///< by their numbers, 1 upwards
     QString discId(int disc);
-    /// Replaces what is given, of this disc alone. Refused with a length that is none or a name too long.
+    /// Replaces what is given, of this disc alone. Refused with a length that is none, a name too long, or a
+    /// disc that the recording does not have.
     bool applyTracks(int disc, const std::optional<std::vector<Track>>& tracks,
                      const std::optional<QString>& discId);
 
-    /// Adds a work to a composer's list for every title; the number added, or -1 on failure.
+    /// Adds a work to a composer's list for every title that is not blank; the number added, or -1 on
+    /// failure.
     int addWorks(qint64 composer, const QStringList& titles);
 
 private:
     template<typename Job>
     bool guarded(const Job& job);
+    template<typename Job>
+    bool apply(const QStringList& parts, const Job& job);
+    QString ofRecording(const char* statement) const;
+    QString castStatement(qint64 placedWork) const;
+    QString tracksStatement(int disc) const;
+    QString discIdStatement(int disc) const;
+    QString contentOf(const QString& part);
+    void remember(const QString& part);
+    void rememberCasts();
+    bool mayReplace(const QStringList& parts);
+    void requireRecording();
     void touch();
+    void reloadCard();
+    void requireLength(const char* table, const char* column, const char* caption, const QString& text);
+    void checkSpecs(RecordingSpecs& specs);
+    void applyPersons(const char* code, const std::vector<qint64>& ids);
+    void checkNewWork(const PlacedWork& work);
+    void checkCasting(qint64 work, const Casting& casting);
+    void placeWorks(const std::vector<PlacedWork>& works);
+    void storeTracks(int disc, const std::vector<Track>& tracks);
+    void storeDiscId(int disc, const QString& text);
 
     Session& m_session;
     OpenCards* m_cards;
     qint64 m_id;
+    QHash<QString, QString> m_read; ///< by the statement of a part: what it held when it was read
 };
 
 /// Reads tracks pasted as text: one a line, with or without a number before the name and a length behind it,
