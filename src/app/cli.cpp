@@ -50,6 +50,7 @@ int main(int argc, char** argv) {
     addPersonCommands(app, context, action);
     addCatalogCommands(app, context, action);
     addWorkCommands(app, context, action);
+    addAttachCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -40,5 +40,6 @@ void addItemCommands(CLI::App& app, CliContext& context, Action& action);
 void addPersonCommands(CLI::App& app, CliContext& context, Action& action);
 void addCatalogCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
+void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth

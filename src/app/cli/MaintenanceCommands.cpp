@@ -2,7 +2,7 @@
 // check and maintain.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
-#include "items/FileCheck.h"
+#include "items/FileAlignment.h"
 #include "store/Cleanup.h"
 #include "store/Maintenance.h"
 #include "store/UpgradeSteps.h"
@@ -31,8 +31,13 @@ int check(CliContext& context, Session& session) {
     };
     for (const QString& fault : session.connection().integrityFaults())
         report(QStringLiteral("integrity"), fault);
-    for (const QString& file : missingFiles(session))
-        report(QStringLiteral("missing file"), file);
+    FileAlignment::Findings files;
+    if (!FileAlignment(session).find(files, context.progress))
+        return 1;
+    for (const QString& folder : files.missingFolders)
+        report(QStringLiteral("missing folder"), folder);
+    for (const FileAlignment::LostFile& lost : files.lost)
+        report(QStringLiteral("missing file"), lost.path);
     const bool checked = Cleanup(session).inspect(context.progress, [&](const Cleanup::StepResult& result) {
         if (result.count > 0)
             report(result.progressText.trimmed(), QString::number(result.count));
