@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <utility>
 
 namespace tessaranth {
 
@@ -17,6 +18,15 @@ public:
     virtual void reloadCard(const QString& key) = 0;
 
     static QString key(const QString& code, qint64 id) { return u'#' + code + QString::number(id); }
+    /// The code and the id of a key; an empty code and 0 for a text that is no key of a card.
+    static std::pair<QString, qint64> parts(const QString& key) {
+        qsizetype digits = key.size();
+        while (digits > 0 && key[digits - 1].isDigit())
+            --digits;
+        if (!key.startsWith(u'#') || digits < 2)
+            return {};
+        return {key.mid(1, digits - 1), key.mid(digits).toLongLong()};
+    }
 };
 
 } // namespace tessaranth

@@ -78,15 +78,28 @@ constexpr Row rows[] = {
     {"Runtime", "ShowCus", "1"},
     {"Runtime", "HtmlColor1", "0"},
     {"Runtime", "HtmlColor2", "1"},
+    {"Web", "SearchHost", "www.google.com"},
+    {"Web", "ImageHost", "images.google.com"},
+    {"Web", "StoreHost", "www.amazon.com"},
+    {"Web", "StoreTag", ""},
+    {"Web", "Site", ""},
 };
 
 /// What files of older versions lack. A destination folder that is there is kept: only its switch is new.
 constexpr Row addedRows[] = {
-    {"Reports", "Signature", "1"},  {"Reports", "TextFontType", "Verdana"},
-    {"Misc", "WKey", "1"},          {"Misc", "WorkInBold", "1"},
-    {colours, "WkcFC", "16777215"}, {factoryColours, "WkcFC", "16777215"},
-    {colours, "WkcBC", "32896"},    {factoryColours, "WkcBC", "32896"},
-    {"Maintenance", "CopyDb", "0"}, {"Data folders", "Database", "Tessaranth.tsb", Initial::AppFolder},
+    {"Reports", "Signature", "1"},
+    {"Reports", "TextFontType", "Verdana"},
+    {"Misc", "WKey", "1"},
+    {"Misc", "WorkInBold", "1"},
+    {colours, "WkcFC", "16777215"},
+    {factoryColours, "WkcFC", "16777215"},
+    {colours, "WkcBC", "32896"},
+    {factoryColours, "WkcBC", "32896"},
+    {"Maintenance", "CopyDb", "0"},
+    {"Data folders", "Database", "Tessaranth.tsb", Initial::AppFolder},
+    {"Web", "SearchHost", "www.google.com"},
+    {"Web", "ImageHost", "images.google.com"},
+    {"Web", "StoreHost", "www.amazon.com"},
 };
 
 /// The key of section Runtime for each kind of file dialog. "Catalog" has no prefix because the files that

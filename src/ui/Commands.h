@@ -1,44 +1,58 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/CommandTable.h"
+
+#include <QHash>
 #include <QString>
-#include <functional>
-#include <vector>
 
 class QAction;
-class QMenuBar;
-class QObject;
+class QMainWindow;
+class QMenu;
 class QToolBar;
 
 namespace tessaranth {
 
-class IconStore;
-
-/// One command of the main window: what menus, tool bars and short cuts read. An empty key is a separator.
-struct Command {
-    QString key;  ///< also the action's objectName
-    QString menu; ///< path of captions, such as "&Tools/&Utility"
-    QString caption;
-    QString tip;
-    QString iconKey;
-    QString shortcut;
-    std::function<void()> run;
-    QString toolBarText; ///< empty: not on the tool bar
-};
-
-/// Makes the actions of a table of commands and puts them into a menu bar and a tool bar.
+/// Makes actions of the table of commands, puts them into menus and tool bars, and enables each by the rule
+/// of its row and the active window.
 class Commands {
 public:
-    Commands(std::vector<Command> table, const IconStore& icons, QObject* owner);
+    Commands(const std::vector<Command>& table, CommandFrame frame, QMainWindow* owner);
+    Commands(const Commands&) = delete;
+    Commands& operator=(const Commands&) = delete;
 
-    void fillMenus(QMenuBar* bar) const;
-    void fillToolBar(QToolBar* bar) const;
-    QAction* action(const QString& key) const; ///< nullptr for an unknown key
-    const std::vector<Command>& table() const { return m_table; }
+    void fillMenus();
+    void addToolBars();
+
+    QAction* action(const QString& key) const; ///< of a command or of a menu; nullptr for an unknown key
+    QMenu* menu(const QString& key) const;     ///< nullptr for an unknown key
+    QToolBar* toolBar(Bar bar) const { return m_bars.value(bar); }
+
+    /// All of the following, after another window became active or the active one says that it changed.
+    void follow();
+    void EnableMnuFile() { enableMenu(QStringLiteral("mnuFile")); }
+    void EnableMnuCard();
+    void EnableMnuTools() { enableMenu(QStringLiteral("mnuTools")); }
+    void EnableMnuZoom() { enableMenu(QStringLiteral("mnuToolsZoom")); }
+    void EnableTbrsCard();
+    void DisableAllTbrButtons();
+    void CheckMnuShow();
+    void UncheckMnuShow();
 
 private:
-    std::vector<Command> m_table;
-    std::vector<QAction*> m_actions; ///< by row of the table; nullptr for separators
+    void IconsToMenus();
+    void makeAction(const Command& command);
+    bool isPossible(const Command& command) const;
+    /// A menu with what lies below it; false when nothing in it is possible.
+    bool enableMenu(const QString& key);
+    void addButton(QToolBar* bar, const Command& command);
+
+    const std::vector<Command>& m_table;
+    CommandFrame m_frame;
+    QMainWindow* m_owner;
+    QHash<QString, QAction*> m_actions;
+    QHash<QString, QMenu*> m_menus;
+    QHash<Bar, QToolBar*> m_bars;
 };
 
 } // namespace tessaranth

@@ -101,6 +101,8 @@ QLabel* quietLabel(const QString& text) {
     return label;
 }
 
+QString plainCaption(QString name) { return name.replace(u'&', QStringLiteral("&&")); }
+
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName,
                     int maxLength) {
     auto* edit = new QLineEdit(parent);

@@ -27,6 +27,8 @@ namespace FormHelpers {
 QWidget* head(const IconStore& icons, const QString& iconKey, const QString& heading, const QString& hint);
 /// A line of explanation below a field, in a quieter colour than the texts around it.
 QLabel* quietLabel(const QString& text);
+/// A name as the caption of a tab, button or menu entry: its "&" is none of a mnemonic.
+QString plainCaption(QString name);
 /// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
 /// Paints a field yellow while what it holds is refused.

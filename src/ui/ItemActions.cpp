@@ -2,6 +2,7 @@
 #include "ui/ItemActions.h"
 
 #include "items/CMIT.h"
+#include "items/OpenCards.h"
 #include "items/forms/frmCatalog.h"
 #include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
@@ -19,52 +20,76 @@ namespace tessaranth {
 
 namespace {
 
-bool isPerson(int kind) { return kind == ItemKind::Composer || kind == ItemKind::Performer; }
+constexpr unsigned bit(int kind) { return 1u << kind; }
+constexpr unsigned composers = bit(ItemKind::Composer);
+constexpr unsigned persons = composers | bit(ItemKind::Performer);
+constexpr unsigned cards = persons | bit(ItemKind::Recording) | bit(ItemKind::Custom);
+/// The kinds that have an editor.
+constexpr unsigned edited = persons;
 
 } // namespace
 
-ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& toolbox, OpenCards& cards,
+// clang-format off
+const std::vector<ItemActions::Row>& ItemActions::rows() {
+    using S = Selection;
+    static const std::vector<Row> table{
+    {"mnuToolboxGoto", "GoToCard", "Go to Card", "Go to card", "", cards, S::Some, true, &ItemActions::goToCards},
+    {"mnuToolboxRefresh", "Refresh", "Refresh", "Refresh list", "F5", cards, S::Any, true, &ItemActions::refresh},
+    {"mnuToolboxAdd", "New", "New", "Add a new item", "Ins", edited, S::Any, true, &ItemActions::createOne},
+    {"mnuToolboxEdit", "Edit", "Edit", "Edit the selected item", "F2", edited, S::One, true, &ItemActions::edit},
+    {"mnuToolboxDelete", "Delete", "Delete", "Delete the selected item(s)", "Del", cards, S::Some, true, &ItemActions::remove},
+    {"mnuToolboxMigrate", "AU", "Migrate", "Migrate the selected item", "", cards, S::One, true, &ItemActions::merge},
+    {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "Ctrl+K", composers, S::One, false, &ItemActions::manageCatalog},
+    {"mnuToolboxWork", "Comp", "New work", "Add new work to current composer", "Alt+Ins", composers, S::One, false, &ItemActions::addWork},
+    {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Ctrl+L", cards, S::Any, true, &ItemActions::filter},
+    {"mnuToolboxFilterRemove", "Clear", "Filter remove", "Show all items again", "", cards, S::Filtered, false, &ItemActions::removeFilter}};
+    return table;
+}
+// clang-format on
+
+ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& toolbox, OpenCards& openCards,
                          QWidget* window)
-    : QObject(window), m_session(session), m_icons(icons), m_toolbox(toolbox), m_cards(cards),
+    : QObject(window), m_session(session), m_icons(icons), m_toolbox(toolbox), m_cards(openCards),
       m_window(window) {
-    add("mnuToolboxAdd", "New", tr("New"), tr("Add a new item"), "Ins", &ItemActions::createOne);
-    add("mnuToolboxEdit", "Edit", tr("Edit"), tr("Edit the selected item"), "F2", &ItemActions::edit);
-    add("mnuToolboxDelete", "Delete", tr("Delete"), tr("Delete the selected item(s)"), "Del",
-        &ItemActions::remove);
-    add("mnuToolboxMigrate", "AU", tr("Migrate"), tr("Migrate the selected item"), "", &ItemActions::merge);
-    add("mnuCardCompManageCatalog", "Catalog", tr("Catalog"), tr("Manage composer catalog"), "Ctrl+K",
-        &ItemActions::manageCatalog);
-    add("mnuToolboxRefresh", "Refresh", tr("Refresh"), tr("Refresh list"), "F5", &ItemActions::refresh);
-    add("mnuCardCompManageAdd", "Comp", tr("New work"), tr("Add new work to current composer"), "Alt+Ins",
-        &ItemActions::addWork);
-    m_toolbox.setActions(m_actions);
+    addActions();
     connect(&m_toolbox, &Toolbox::selectionChanged, this, &ItemActions::enable);
     connect(&m_toolbox, &Toolbox::kindChanged, this, &ItemActions::enable);
-    connect(&m_toolbox, &Toolbox::activated, this, &ItemActions::edit);
     enable();
 }
 
-QAction* ItemActions::add(const QString& key, const QString& iconKey, const QString& text, const QString& tip,
-                          const QString& shortcut, void (ItemActions::*run)()) {
-    auto* action = new QAction(m_icons.icon(iconKey), text, this);
-    action->setObjectName(key);
-    action->setToolTip(tip);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, run);
-    m_actions.push_back(action);
-    return action;
+void ItemActions::addActions() {
+    QList<QAction*> onBar;
+    QList<QAction*> all;
+    for (const Row& row : rows()) {
+        auto* action = new QAction(m_icons.icon(QLatin1String(row.iconKey)), tr(row.text), this);
+        action->setObjectName(QLatin1String(row.key));
+        action->setToolTip(tr(row.tip));
+        action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+        // The list's own keys would else act while a card has the focus.
+        action->setShortcutContext(row.selection == Selection::Any ? Qt::WindowShortcut : Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, row.run);
+        m_actions.push_back(action);
+        all.push_back(action);
+        if (row.isOnBar)
+            onBar.push_back(action);
+    }
+    m_toolbox.setActions(onBar, all);
 }
 
 void ItemActions::enable() {
     const size_t selected = m_toolbox.selectedIds().size();
-    const bool person = isPerson(m_toolbox.kind());
-    const bool oneComposer = m_toolbox.kind() == ItemKind::Composer && selected == 1;
-    // In the order in which the actions are added.
-    const bool states[] = {
-        person, person && selected == 1, selected > 0, selected == 1, oneComposer, true, oneComposer};
-    for (qsizetype i = 0; i < m_actions.size(); ++i)
-        m_actions[i]->setEnabled(states[i]);
+    const bool isFiltered = m_toolbox.isFiltered();
+    const auto holds = [&](Selection selection) {
+        return selection == Selection::Any || (selection == Selection::Some && selected > 0) ||
+               (selection == Selection::One && selected == 1) ||
+               (selection == Selection::Filtered && isFiltered);
+    };
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const Row& row = rows()[i];
+        m_actions[i]->setEnabled((row.kinds & bit(m_toolbox.kind())) != 0 && holds(row.selection));
+        if (row.run == &ItemActions::filter)
+            m_actions[i]->setIconText(isFiltered ? tr("Filter") + QStringLiteral(" \u00ab") : tr("Filter"));
+    }
 }
 
 void ItemActions::create(int kind) {
@@ -93,11 +118,13 @@ void ItemActions::createOne() { create(m_toolbox.kind()); }
 
 void ItemActions::edit() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
-    if (ids.size() != 1 || !isPerson(m_toolbox.kind()))
+    if (ids.size() != 1 || (edited & bit(m_toolbox.kind())) == 0)
         return;
     frmPers form(m_session, m_icons, m_toolbox.kind(), ids.front(), m_window);
-    if (form.exec() == QDialog::Accepted)
-        m_toolbox.refresh();
+    if (form.exec() != QDialog::Accepted)
+        return;
+    m_toolbox.refresh();
+    m_cards.reloadCard(OpenCards::key(itemKind(m_toolbox.kind())->code, ids.front()));
 }
 
 void ItemActions::remove() {
@@ -134,5 +161,20 @@ void ItemActions::addWork() {
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }
+
+void ItemActions::goToCards() {
+    for (const qint64 id : m_toolbox.selectedIds())
+        m_cards.openCard(itemKind(m_toolbox.kind())->code, id);
+}
+
+// A second time it takes the filter away: the button says so by its mark.
+void ItemActions::filter() {
+    if (m_toolbox.isFiltered())
+        removeFilter();
+    else
+        m_toolbox.focusFilter();
+}
+
+void ItemActions::removeFilter() { m_toolbox.clearFilter(); }
 
 } // namespace tessaranth

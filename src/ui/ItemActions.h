@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QList>
 #include <QObject>
+#include <vector>
 
 class QAction;
 class QWidget;
@@ -23,32 +23,48 @@ public:
     ItemActions(Session& session, const IconStore& icons, Toolbox& toolbox, OpenCards& cards,
                 QWidget* window);
 
-    /// In the order of the tool bar.
-    const QList<QAction*>& actions() const { return m_actions; }
     void create(int kind);
     /// The window that takes care of a lookup list (kinds 5 to 8).
     void manage(int kind);
     /// Brings many composers or performers in from the reference archive.
     void importMany(int kind);
 
+    /// Opens the editor of the selected item.
+    void edit();
+
 private:
-    QAction* add(const QString& key, const QString& iconKey, const QString& text, const QString& tip,
-                 const QString& shortcut, void (ItemActions::*run)());
+    enum class Selection { Any, Some, One, Filtered };
+    /// One command: what it looks like, when it can be given and what it does.
+    struct Row {
+        const char* key;
+        const char* iconKey;
+        const char* text;
+        const char* tip;
+        const char* shortcut;
+        unsigned kinds; ///< a bit for each kind of card that it is for
+        Selection selection;
+        bool isOnBar;
+        void (ItemActions::*run)();
+    };
+    static const std::vector<Row>& rows();
+    void addActions();
     void enable();
     void createOne();
-    void edit();
     void remove();
     void merge();
     void manageCatalog();
     void addWork();
     void refresh();
+    void goToCards();
+    void filter();
+    void removeFilter();
 
     Session& m_session;
     const IconStore& m_icons;
     Toolbox& m_toolbox;
     OpenCards& m_cards;
     QWidget* m_window;
-    QList<QAction*> m_actions;
+    std::vector<QAction*> m_actions; ///< one for each row
 };
 
 } // namespace tessaranth

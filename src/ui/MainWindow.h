@@ -7,19 +7,22 @@
 #include <memory>
 
 class QDockWidget;
-class QMdiArea;
 
 namespace tessaranth {
 
+class CardWindows;
 class Commands;
 class IconStore;
 class ItemActions;
 class MaintenanceActions;
+class MdiArea;
+class OutsideCommands;
 class Session;
+class TabStrip;
 class Toolbox;
 
-/// The frame: menus, the tool box and the area of the card windows. It puts its collaborators together and
-/// leaves the work to them.
+/// The frame: menus, tool bars, the tool box and the area of the card windows. It puts its collaborators
+/// together and leaves the work to them.
 class MainWindow final : public QMainWindow, public OpenCards {
     Q_OBJECT
 
@@ -31,6 +34,8 @@ public:
     ~MainWindow() override;
 
     Toolbox* toolbox() const { return m_toolbox; }
+    CardWindows& cards() const { return *m_cards; }
+    const Commands& commands() const { return *m_commands; }
     void openCard(const QString& code, qint64 id) override;
     void closeCard(const QString& key) override;
     void reloadCard(const QString& key) override;
@@ -43,17 +48,22 @@ protected:
 
 private:
     void buildUi();
+    void buildCards();
     void buildCommands();
-    void showAbout();
+    void goToCard(qint64 id);
+    void applySettings();
     void restart();
 
     Session& m_session;
     const IconStore& m_icons;
-    QMdiArea* m_area = nullptr;
+    MdiArea* m_area = nullptr;
+    TabStrip* m_tabs = nullptr;
     QDockWidget* m_dock = nullptr;
     Toolbox* m_toolbox = nullptr;
+    std::unique_ptr<CardWindows> m_cards;
     std::unique_ptr<ItemActions> m_items;
     std::unique_ptr<MaintenanceActions> m_maintenance;
+    std::unique_ptr<OutsideCommands> m_outside;
     std::unique_ptr<Commands> m_commands;
     bool m_restarting = false;
 };

@@ -106,6 +106,11 @@ std::vector<SettingRow> makeRows() {
          {},
          tr("Choose a folder on another disk.")},
         {web, tr("&freedb server:"), "Misc", "FreeDB", Type::Text, 0, 0, {}, {}, {}},
+        {web, tr("&Search engine:"), "Web", "SearchHost", Type::Text, 0, 0, {}, {}, {}},
+        {web, tr("&Image search:"), "Web", "ImageHost", Type::Text, 0, 0, {}, {}, {}},
+        {web, tr("S&tore:"), "Web", "StoreHost", Type::Text, 0, 0, {}, {}, {}},
+        {web, tr("&Partner tag of the store:"), "Web", "StoreTag", Type::Text, 0, 0, {}, {}, {}},
+        {web, tr("&Web site of Tessaranth:"), "Web", "Site", Type::Text, 0, 0, {}, {}, {}},
         {toolbox, tr("&Show the toolbox"), "Toolbox", "Visible", Type::Flag, 0, 0, {}, {}, {}}};
 }
 

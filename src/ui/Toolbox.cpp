@@ -11,11 +11,14 @@
 #include <QAction>
 #include <QComboBox>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -24,6 +27,7 @@ namespace tessaranth {
 namespace {
 /// Between two keys of somebody who types; the list is read when the typing pauses.
 constexpr int typingPauseMs = 120;
+const QString columnsKey = QStringLiteral("Toolbox.");
 } // namespace
 
 Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
@@ -37,6 +41,7 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
     connect(m_kinds, &QComboBox::currentIndexChanged, this, [this] {
         const QSignalBlocker blocker(m_filter);
         m_filter->clear();
+        restoreColumns();
         fill();
         emit kindChanged();
     });
@@ -44,6 +49,9 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
             &Toolbox::selectionChanged);
     connect(m_view, &QTreeView::activated, this,
             [this](const QModelIndex& index) { emit activated(m_model->id(index)); });
+    connect(m_view->header(), &QHeaderView::sortIndicatorChanged, this, &Toolbox::noteColumns);
+    connect(m_view->header(), &QHeaderView::sectionResized, this, &Toolbox::noteColumns);
+    restoreColumns();
     fill();
 }
 
@@ -102,9 +110,26 @@ bool Toolbox::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void Toolbox::setActions(const QList<QAction*>& actions) {
-    m_bar->addActions(actions);
-    m_view->addActions(actions);
+void Toolbox::setActions(const QList<QAction*>& onBar, const QList<QAction*>& inMenu) {
+    m_bar->addActions(onBar);
+    m_view->addActions(inMenu);
+    // The filter's button has to say that one is on.
+    for (QAction* action : onBar)
+        if (action->objectName() == u"mnuToolboxFilter")
+            qobject_cast<QToolButton*>(m_bar->widgetForAction(action))
+                ->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+}
+
+bool Toolbox::isFiltered() const { return !m_filter->text().trimmed().isEmpty(); }
+
+void Toolbox::focusFilter() {
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+void Toolbox::clearFilter() {
+    m_filter->clear();
+    fill();
 }
 
 int Toolbox::kind() const { return m_kinds->currentData().toInt(); }
@@ -155,18 +180,59 @@ void Toolbox::fill() {
     emit selectionChanged();
 }
 
-// The name takes what room there is; what stands beside it no more than it needs, and at most two fifths.
+// The name takes what room there is; what stands beside it no more than it needs, and at most two fifths,
+// unless the user has made it as wide as it is.
 void Toolbox::fitColumns() {
     QHeaderView* header = m_view->header();
+    const QScopedValueRollback fitting(m_isFitting, true);
     header->setStretchLastSection(false);
     if (m_model->columnCount() == 0)
         return;
     header->setSectionResizeMode(0, QHeaderView::Stretch);
     if (m_model->columnCount() > 1) {
+        constexpr int leftForNames = 60;
         header->setSectionResizeMode(1, QHeaderView::Interactive);
         m_view->resizeColumnToContents(1);
-        m_view->setColumnWidth(1, qMin(m_view->columnWidth(1), m_view->width() * 2 / 5));
+        const int chosen = m_columns[kind()].width;
+        m_view->setColumnWidth(1, chosen > 0
+                                      ? qMin(chosen, qMax(leftForNames, m_view->width() - leftForNames))
+                                      : qMin(m_view->columnWidth(1), m_view->width() * 2 / 5));
     }
+}
+
+void Toolbox::noteColumns() {
+    if (m_isFitting)
+        return;
+    const QHeaderView* header = m_view->header();
+    Columns& columns = m_columns[kind()];
+    columns.sorted = header->sortIndicatorSection();
+    columns.order = header->sortIndicatorOrder();
+    if (header->count() > 1 && header->sectionSize(1) != columns.width && header->isVisible() &&
+        QGuiApplication::mouseButtons() != Qt::NoButton)
+        columns.width = header->sectionSize(1);
+}
+
+void Toolbox::restoreColumns() {
+    const QString code = itemKind(kind())->code;
+    if (!m_columns.contains(kind())) {
+        const QStringList parts =
+            m_session.configuration().read(QStringLiteral("Forms"), columnsKey + code).split(u',');
+        Columns stored;
+        if (parts.size() == 3)
+            stored = {qBound(-1, parts[0].toInt(), 9), parts[1].toInt(), parts[2].toInt()};
+        m_columns.insert(kind(), stored);
+    }
+    const Columns columns = m_columns[kind()];
+    const QScopedValueRollback fitting(m_isFitting, true);
+    m_view->header()->setSortIndicator(
+        columns.sorted, columns.order == Qt::DescendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void Toolbox::saveColumns() {
+    for (auto one = m_columns.cbegin(); one != m_columns.cend(); ++one)
+        m_session.configuration().write(
+            QStringLiteral("Forms"), columnsKey + itemKind(one.key())->code,
+            QStringLiteral("%1,%2,%3").arg(one->sorted).arg(one->order).arg(one->width));
 }
 
 void Toolbox::showState() {

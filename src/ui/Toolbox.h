@@ -3,6 +3,7 @@
 
 #include "items/ItemKind.h"
 
+#include <QHash>
 #include <QTimer>
 #include <QWidget>
 #include <vector>
@@ -10,6 +11,7 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QToolBar;
 class QTreeView;
 
 namespace tessaranth {
@@ -35,7 +37,12 @@ public:
     QTreeView* view() const { return m_view; }
     ItemListModel* model() const { return m_model; }
     /// Puts actions into the tool bar above the list and into its context menu.
-    void setActions(const QList<QAction*>& actions);
+    void setActions(const QList<QAction*>& onBar, const QList<QAction*>& inMenu);
+    bool isFiltered() const;
+    void focusFilter();
+    void clearFilter();
+    /// Writes how each list is sorted and how wide its columns are to the configuration.
+    void saveColumns();
 
 signals:
     void kindChanged();
@@ -49,7 +56,16 @@ private:
     void buildUi(const IconStore& icons);
     void fill();
     void fitColumns();
+    void noteColumns();
+    void restoreColumns();
     void showState();
+
+    /// How the user has left the columns of a list; -1 where nothing was chosen.
+    struct Columns {
+        int sorted = -1;
+        int order = 0;
+        int width = -1; ///< of the second column, in pixels
+    };
 
     Session& m_session;
     ItemListModel* m_model = nullptr;
@@ -58,8 +74,10 @@ private:
     QTreeView* m_view = nullptr;
     QLabel* m_empty = nullptr;
     QLabel* m_count = nullptr;
-    class QToolBar* m_bar = nullptr;
+    QToolBar* m_bar = nullptr;
     QTimer m_typing;
+    QHash<int, Columns> m_columns; ///< by kind
+    bool m_isFitting = false;
 };
 
 } // namespace tessaranth

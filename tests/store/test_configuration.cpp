@@ -28,6 +28,7 @@ Media=@Tessaranth_Media;Database=@my.tsb;
 [Toolbox];Visible=-1;Position=-1;Width=3800;
 [Runtime];ClassCps=1;ClassPfr=1;ClassRec=1;ClassCus=1;ShowCps=1;ShowPfr=1;ShowRec=1;ShowCus=1;
 HtmlColor1=0;HtmlColor2=1;
+[Web];SearchHost=www.google.com;ImageHost=images.google.com;StoreHost=www.amazon.com;StoreTag=;Site=;
 )";
 
 } // namespace
@@ -90,7 +91,8 @@ void ConfigurationTest::completesOlderFile() {
                  "cher\n"
                  "Signature=1\nTextFontType=Verdana\n[Data folders]\nMedia= /m \nDatabase=/x/Tessaranth.tsb\n"
                  "[Misc]\nrubbish\nMenu=7\nWKey=1\nWorkInBold=1\n[Maintenance]\nBackup=0\nCopyDb=0\n"
-                 "DestFolder=\n"));
+                 "DestFolder=\n[Web]\nSearchHost=www.google.com\nImageHost=images.google.com\n"
+                 "StoreHost=www.amazon.com\n"));
 }
 
 void ConfigurationTest::completesOnlyWhatReadsEmpty() {

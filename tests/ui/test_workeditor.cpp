@@ -358,7 +358,7 @@ void TestWorkEditor::keyNamesAreRenamed() {
 void TestWorkEditor::commandOpensTheEditor() {
     MainWindow window(*m_home->session, *m_icons);
     window.show();
-    auto* action = window.findChild<QAction*>("mnuCardCompManageAdd");
+    auto* action = window.findChild<QAction*>("mnuToolboxWork");
     QVERIFY(action && !action->isEnabled());
     window.toolbox()->select(m_composer);
     QVERIFY(action->isEnabled());
