@@ -30,6 +30,13 @@ const CardPanelKind* cardPanelKind(const QString& name);
 /// merge or a foreign program may leave, gives the documents.
 const CardPanelKind& cardPanelOfState(const QString& code, qint64 state);
 
+/// A labelled line of a card, such as "PROD. #:" and the number.
+struct CardLine {
+    QString label;
+    QString value;
+    bool heart = false; ///< shown as the heart of a reference recording
+};
+
 /// What stands at the head of an item card, and the state in which the card was left.
 struct CardHeading {
     QString type;     ///< "Composer", "Performer", "Recording" or "User defined"

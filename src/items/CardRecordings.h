@@ -11,4 +11,7 @@ class Session;
 /// when the reading failed, of which the user has been told; the list is as it was then.
 bool readCardRecordings(Session& session, const QString& code, qint64 person, ItemList& list);
 
+/// The recordings that contain a work, in the same columns.
+bool readWorkRecordings(Session& session, qint64 work, ItemList& list);
+
 } // namespace tessaranth

@@ -71,7 +71,7 @@ bool RecordingContents::readSpecs(Specs& specs) {
                 QString::number(m_id));
         Specs found;
         for (const SpecColumn& column : specColumns) {
-            Line line{s(column.label), {}, false};
+            CardLine line{s(column.label), {}, false};
             if (!row.isEmpty()) {
                 const Value& value = row.value(0, s(column.column));
                 if (column.text)

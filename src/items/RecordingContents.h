@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "items/CardHeading.h"
 #include "items/ItemList.h"
 
 #include <QString>
@@ -14,13 +15,8 @@ class Session;
 /// messages, answers false and leaves what it was to fill as it was.
 class RecordingContents {
 public:
-    struct Line {
-        QString label; ///< such as "PROD. #:"
-        QString value;
-        bool heart = false; ///< shown as the heart of a reference recording
-    };
     struct Specs {
-        std::vector<Line> lines;
+        std::vector<CardLine> lines;
         QString carrierIcon;
         QString labelName;
         QString logoFile; ///< the label's picture; empty when it has none

@@ -45,8 +45,8 @@ QColor readableOn(const QColor& text, const QColor& back) {
     return end;
 }
 
-QColor shadeOf(const QColor& back) {
-    return mixed(back, luminance(back) > 0.18 ? QColor(Qt::white) : QColor(Qt::black), 0.18);
+QColor shadeOf(const QColor& back, const QColor& text) {
+    return mixed(back, luminance(text) < luminance(back) ? QColor(Qt::white) : QColor(Qt::black), 0.22);
 }
 
 CardColours CardColours::read(const Configuration& configuration, const QString& prefix) {
@@ -58,9 +58,18 @@ CardColours CardColours::read(const Configuration& configuration, const QString&
     return colours;
 }
 
+CardColours CardColours::readWork(const Configuration& configuration) {
+    CardColours colours;
+    colours.back = configuration.colour(QStringLiteral("WkcBC"));
+    colours.fore = readableOn(configuration.colour(QStringLiteral("WkcFC")), colours.back);
+    colours.heading = shadeOf(colours.back, colours.fore);
+    colours.label = colours.fore;
+    return colours;
+}
+
 QPalette CardColours::palette() const {
     QPalette result = QApplication::palette();
-    const QColor shade = shadeOf(back);
+    const QColor shade = shadeOf(back, fore);
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         const bool disabled = group == QPalette::Disabled;
         const QColor text = disabled ? mixed(fore, back, 0.35) : fore;

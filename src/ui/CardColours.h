@@ -18,6 +18,8 @@ struct CardColours {
     /// By the prefix "Cps", "Pfr", "Rec" or "Cus". Texts that could not be read on their background come in a
     /// lighter or darker shade.
     static CardColours read(const Configuration& configuration, const QString& prefix);
+    /// Those of work cards.
+    static CardColours readWork(const Configuration& configuration);
     /// For the card and all that lies on it; the selection is in inverted colours.
     QPalette palette() const;
 };
@@ -26,7 +28,7 @@ struct CardColours {
 double contrast(const QColor& one, const QColor& other);
 /// A text's colour, moved towards white or black just as far as it has to be for reading it.
 QColor readableOn(const QColor& text, const QColor& back);
-/// A neighbouring shade of a background, on which the same texts can be read.
-QColor shadeOf(const QColor& back);
+/// A neighbouring shade of a background, on which its text is read even better.
+QColor shadeOf(const QColor& back, const QColor& text);
 
 } // namespace tessaranth

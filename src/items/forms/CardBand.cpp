@@ -38,6 +38,9 @@ CardBand::CardBand(const IconStore& icons, const QString& iconKey, const CardCol
     m_behind = label("cardYears", 1.25, false);
     m_below = label("cardSubTitle", 1.1, false);
     m_kind = label("cardKind", 1.0, false);
+    // Large and smaller letters stand on one line.
+    m_behind->setContentsMargins(0, 0, 0,
+                                 m_name->fontMetrics().descent() - m_behind->fontMetrics().descent());
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(12, 7, 12, 7);

@@ -16,10 +16,44 @@
 #include <QHeaderView>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 
 namespace tessaranth {
+
+namespace {
+
+/// Rows as high as the texts of their last column, which may be everybody who sings in an opera.
+class WrappingDelegate final : public QStyledItemDelegate {
+public:
+    explicit WrappingDelegate(QTreeView* view) : QStyledItemDelegate(view), m_view(view) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        const int margin = m_view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_view) + 1;
+        const int width = m_view->columnWidth(index.column()) - 2 * margin;
+        if (index.column() + 1 == index.model()->columnCount() && width > 0)
+            size.setHeight(qMax(
+                size.height(),
+                option.fontMetrics.boundingRect(0, 0, width, 10000, Qt::TextWordWrap, index.data().toString())
+                        .height() +
+                    4));
+        return size;
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->displayAlignment = (option->displayAlignment & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
+        option->decorationAlignment = Qt::AlignTop | Qt::AlignHCenter;
+    }
+
+private:
+    QTreeView* m_view;
+};
+
+} // namespace
 
 RecContentsPanel::RecContentsPanel(const CardContext& context, QWidget* parent) : CardPanel(context, parent) {
     setObjectName(QStringLiteral("panelRecContents"));
@@ -72,6 +106,11 @@ void RecContentsPanel::buildUi() {
     connect(m_lists[Works].view, &QTreeView::activated, this, [this](const QModelIndex& index) {
         m_context.cards.openCard(QStringLiteral("Comp"), m_lists[Works].model->id(index));
     });
+    QTreeView* works = m_lists[Works].view;
+    works->setUniformRowHeights(false);
+    works->setWordWrap(true);
+    works->setItemDelegate(new WrappingDelegate(works));
+    connect(works->header(), &QHeaderView::sectionResized, works, &QTreeView::doItemsLayout);
     // The headings of the discs belong where they stand.
     m_lists[Tracks].view->setSortingEnabled(false);
     m_lists[Tracks].view->header()->setSectionsClickable(false);
@@ -113,8 +152,10 @@ void RecContentsPanel::addCommands() {
 
 void RecContentsPanel::load() {
     RecordingContents::Specs specs;
-    if (RecordingContents(m_context.session, m_context.id).readSpecs(specs))
-        m_specs->show(specs);
+    if (RecordingContents(m_context.session, m_context.id).readSpecs(specs)) {
+        m_specs->show(specs.lines);
+        m_specs->showLogo(specs.logoFile, specs.labelName);
+    }
     loadArtists();
     loadWorks();
     loadTracks();

@@ -36,8 +36,9 @@ SpecsView::SpecsView(const IconStore& icons, const QColor& labelColour, QWidget*
     setWidget(page);
 }
 
-void SpecsView::addLine(int row, const QString& label) {
-    auto* name = new QLabel(label);
+void SpecsView::addRow() {
+    const int row = int(m_rows.size());
+    auto* name = new QLabel;
     name->setTextFormat(Qt::PlainText);
     QFont font = name->font();
     font.setPointSizeF(font.pointSizeF() * 0.88);
@@ -52,39 +53,47 @@ void SpecsView::addLine(int row, const QString& label) {
     value->setWordWrap(true);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setObjectName(QStringLiteral("spec%1").arg(row));
-    value->setAccessibleName(label);
     // A label of smaller letters than its value stands on the same line with it.
     name->setContentsMargins(0, value->fontMetrics().ascent() - QFontMetrics(font).ascent(), 0, 0);
+    m_grid->setRowStretch(row, 0);
     m_grid->addWidget(name, row, 0, Qt::AlignTop | Qt::AlignLeft);
     m_grid->addWidget(value, row, 1, Qt::AlignTop);
-    m_values.push_back(value);
+    m_rows.push_back({name, value});
 }
 
-void SpecsView::show(const RecordingContents::Specs& specs) {
-    for (size_t row = 0; row < specs.lines.size(); ++row) {
-        const RecordingContents::Line& line = specs.lines[row];
-        if (row == m_values.size()) {
-            addLine(int(row), line.label);
-            m_grid->setRowStretch(int(row), 0);
-        }
-        m_values[row]->setText(line.value);
+void SpecsView::show(const std::vector<CardLine>& lines) {
+    while (m_rows.size() < lines.size())
+        addRow();
+    for (size_t row = 0; row < m_rows.size(); ++row) {
+        const bool used = row < lines.size();
+        m_rows[row].label->setVisible(used);
+        m_rows[row].value->setVisible(used);
+        if (!used)
+            continue;
+        const CardLine& line = lines[row];
+        m_rows[row].label->setText(line.label);
+        m_rows[row].value->setText(line.value);
+        m_rows[row].value->setAccessibleName(line.label);
         if (line.heart) {
             const int size = fontMetrics().height();
-            m_values[row]->setPixmap(m_icons.pixmap(QStringLiteral("heart"), QSize(size, size)));
+            m_rows[row].value->setPixmap(m_icons.pixmap(QStringLiteral("heart"), QSize(size, size)));
         }
     }
-    m_grid->setRowStretch(int(specs.lines.size()), 1);
+    m_grid->setRowStretch(int(m_rows.size()), 1);
+}
+
+void SpecsView::showLogo(const QString& file, const QString& labelName) {
     QPixmap logo;
-    if (!specs.logoFile.isEmpty()) {
-        QImageReader reader(specs.logoFile);
+    if (!file.isEmpty()) {
+        QImageReader reader(file);
         reader.setDecideFormatFromContent(true);
         if (const QSize size = reader.size(); size.isValid())
             reader.setScaledSize(size.scaled(size.boundedTo(largestLogo), Qt::KeepAspectRatio));
         logo = QPixmap::fromImage(reader.read());
     }
     m_logo->setPixmap(logo);
-    m_logo->setAccessibleName(specs.labelName);
-    m_logo->setToolTip(specs.labelName);
+    m_logo->setAccessibleName(labelName);
+    m_logo->setToolTip(labelName);
     m_logo->setVisible(!logo.isNull());
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/RecordingContents.h"
+#include "items/CardHeading.h"
 
 #include <QScrollArea>
+#include <vector>
 
 class QGridLayout;
 class QLabel;
@@ -12,22 +13,28 @@ namespace tessaranth {
 
 class IconStore;
 
-/// A recording's specifications as labelled lines, with its label's logo beside them.
+/// Labelled lines of a card one below the other, and a logo beside them.
 class SpecsView final : public QScrollArea {
     Q_OBJECT
 
 public:
     SpecsView(const IconStore& icons, const QColor& labelColour, QWidget* parent = nullptr);
-    void show(const RecordingContents::Specs& specs);
+    void show(const std::vector<CardLine>& lines);
+    /// The picture of a record label; none for an empty file name or for a file that is no picture.
+    void showLogo(const QString& file, const QString& labelName);
 
 private:
-    void addLine(int row, const QString& label);
+    struct Row {
+        QLabel* label;
+        QLabel* value;
+    };
+    void addRow();
 
     const IconStore& m_icons;
     QColor m_labelColour;
     QGridLayout* m_grid;
     QLabel* m_logo;
-    std::vector<QLabel*> m_values;
+    std::vector<Row> m_rows;
 };
 
 } // namespace tessaranth

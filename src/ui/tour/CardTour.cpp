@@ -3,6 +3,7 @@
 
 #include "items/OpenCards.h"
 #include "items/forms/frmItem.h"
+#include "items/forms/frmWork.h"
 #include "store/Session.h"
 #include "ui/TourCamera.h"
 
@@ -50,6 +51,13 @@ void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
         card.setPanelHidden(true);
         camera.take(card, QStringLiteral("card-%1-hidden").arg(code));
     }
+    // A work with characters where there is one.
+    const qint64 work =
+        session.connection()
+            .single(QStringLiteral("SELECT CompID FROM Compositions ORDER BY Pers DESC, InCollection DESC"))
+            .toInteger();
+    frmWork workCard({session, icons, cards, QStringLiteral("Comp"), work});
+    camera.take(workCard, QStringLiteral("card-work"));
 }
 
 } // namespace tessaranth

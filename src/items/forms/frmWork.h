@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/WorkCard.h"
+#include "items/forms/CardPanel.h"
+#include "ui/CardColours.h"
+#include "ui/ChildWindow.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QTreeView;
+
+namespace tessaranth {
+
+class CardBand;
+class ItemListModel;
+class SpecsView;
+
+/// The card of a work: what is known of it, its description, and the recordings that contain it.
+class frmWork final : public ChildWindow {
+    Q_OBJECT
+
+public:
+    explicit frmWork(const CardContext& context, QWidget* parent = nullptr);
+
+    Kind kind() const override { return Kind::Work; }
+    QString key() const override;
+    QString iconKey() const override { return QStringLiteral("Comp"); }
+    bool reload() override;
+    bool knows(const QString& command) const override { return m_own.knows(command); }
+    bool canRun(const QString& command) const override { return m_own.canRun(command); }
+    void run(const QString& command) override { m_own.run(command); }
+
+private:
+    void buildUi();
+    QWidget* buildLeft();
+    QWidget* buildRight();
+    void addEntry(const QString& key, const QString& caption, const QString& shortcut,
+                  std::function<void()> what, std::function<bool()> when = {});
+    void showWork();
+    void edit();
+    void exportCard();
+    qint64 selectedRecording() const;
+    void goToRecording();
+
+    struct OwnCommands final : CommandMap {
+        using CommandMap::addCommand;
+    };
+    OwnCommands m_own;
+    CardContext m_context;
+    WorkCard m_work;
+    CardColours m_colours;
+    CardBand* m_band = nullptr;
+    SpecsView* m_lines = nullptr;
+    QPushButton* m_composer = nullptr;
+    QPlainTextEdit* m_description = nullptr;
+    QLabel* m_count = nullptr;
+    ItemListModel* m_model = nullptr;
+    QTreeView* m_recordings = nullptr;
+};
+
+} // namespace tessaranth
