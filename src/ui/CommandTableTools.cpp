@@ -4,6 +4,7 @@
 #include "items/ItemKind.h"
 #include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmKeys.h"
+#include "items/forms/frmRecCheck.h"
 #include "search/forms/frmQuickSearch.h"
 #include "ui/ItemActions.h"
 #include "ui/MaintenanceActions.h"
@@ -102,7 +103,7 @@ std::vector<Command> toolsCommands() {
     {"", "mnuTools", "", "", "", "", When::Always},
     {"mnuToolsUtility", "mnuTools", "&Utility", "Care for the catalog and its files", "Cleanup", "", When::Menu},
     {"mnuToolsRecCheck", "mnuToolsUtility", "&Incomplete recordings...", "Show the incomplete parts in recordings", "MissedRec", "",
-     When::Missing},
+     When::Always, [](F& f) { frmRecCheck(f.session, f.icons, f.openCards, f.window).exec(); }},
     {"mnuToolsAlign", "mnuToolsUtility", "&Align records with files...", "Align database records with relative files", "Align", "",
      When::Missing},
     {"mnuToolsUpdateMedia", "mnuToolsUtility", "Update &media locations...", "Update the locations of the recorded media files",

@@ -23,6 +23,7 @@
 #include "ui/frmCharmap.h"
 #include "ui/frmInput.h"
 #include "ui/tour/CardTour.h"
+#include "ui/tour/RecordingListsTour.h"
 #include "ui/tour/SettingsTour.h"
 
 #include <QLineEdit>
@@ -136,6 +137,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showCatalog(camera, session, icons);
     showWorks(camera, session, icons);
     tourCards(camera, session, icons);
+    tourRecordingLists(camera, session, icons);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

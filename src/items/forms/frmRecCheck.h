@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QTreeView;
+
+namespace tessaranth {
+
+class IconStore;
+class ItemListModel;
+class OpenCards;
+class Session;
+
+/// Which parts every recording has and which it lacks. It fills itself once it is shown; double-click (or
+/// Enter) opens the card of a recording.
+class frmRecCheck final : public QDialog {
+    Q_OBJECT
+
+public:
+    frmRecCheck(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
+
+    void fill();
+    void done(int result) override; ///< stops the filling and remembers the width of the list
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildUi();
+    void openCard();
+
+    Session& m_session;
+    const IconStore& m_icons;
+    OpenCards& m_cards;
+    bool m_closed = false;
+    bool m_filled = false;
+    ItemListModel* m_model = nullptr;
+    QTreeView* m_view = nullptr;
+    QLabel* m_state = nullptr;
+};
+
+} // namespace tessaranth
