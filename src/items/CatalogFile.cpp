@@ -302,17 +302,17 @@ bool CatalogFile::removeImported(Progress& progress) {
         // A genre or main work that the user has put works of his own under stays, and is his from now on:
         // without it those works would lose their place. The next removal must not take it either.
         for (const CatalogBranch& branch : catalogBranches()) {
-            const QString used =
-                QStringLiteral(" IN (SELECT %1 FROM Compositions%2 AND %1 > 0)").arg(branch.key, ofComposer);
-            connection.execute(QStringLiteral("UPDATE %1 SET wkl = False").arg(branch.table) + ofComposer +
-                               QStringLiteral(" AND ") + branch.key + used);
+            const QString used = QStringLiteral(" IN (SELECT %1 FROM Compositions%2 AND %1 > 0)")
+                                     .arg(branch.names.key, ofComposer);
+            connection.execute(QStringLiteral("UPDATE %1 SET wkl = False").arg(branch.names.table) +
+                               ofComposer + QStringLiteral(" AND ") + branch.names.key + used);
         }
         const CatalogBranch& mainWorks = catalogBranches()[CatalogBranch::MainWorks];
         const CatalogBranch& genres = catalogBranches()[CatalogBranch::Genres];
         for (const auto& [branch, text] :
              {std::pair{&mainWorks, "Deleting mainworks.."}, std::pair{&genres, "Deleting genres.."}}) {
             progress.stage(QLatin1String(text));
-            connection.execute(QStringLiteral("DELETE FROM ") + branch->table + ofComposer +
+            connection.execute(QStringLiteral("DELETE FROM ") + branch->names.table + ofComposer +
                                QStringLiteral(" AND wkl = True"));
         }
         connection.execute(QStringLiteral("DELETE FROM Catalogs") + ofComposer);

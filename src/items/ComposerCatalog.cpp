@@ -3,9 +3,8 @@
 
 #include "items/CMIT.h"
 #include "items/CWKS.h"
-#include "items/Person.h"
+#include "items/Guarded.h"
 #include "store/Recordset.h"
-#include "store/Session.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -17,19 +16,27 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("ComposerCatalog", text); }
 
 const CatalogBranch branches[] = {
-    {CatalogBranch::Genres, QStringLiteral("Catalog genres"), QStringLiteral("CpsGenres"),
-     QStringLiteral("CpsGenreID"), QStringLiteral("CpsGenreName"), QStringLiteral("Catalog genre"),
-     QStringLiteral("Genre name"), QStringLiteral("New catalog genre"),
+    {CatalogBranch::Genres,
+     QStringLiteral("Catalog genres"),
+     {QStringLiteral("CpsGenres"), QStringLiteral("CpsGenreID"), QStringLiteral("CpsGenreName"),
+      QStringLiteral("CpsID"), QStringLiteral("Genre name")},
+     QStringLiteral("Catalog genre"),
+     QStringLiteral("New catalog genre"),
      QStringLiteral("Insert a new genre to the composer catalog"),
-     QStringLiteral("Rename composer catalog genre"), QStringLiteral("Remove genre(s)"),
+     QStringLiteral("Rename composer catalog genre"),
+     QStringLiteral("Remove genre(s)"),
      QStringLiteral("The following genre will be removed: "),
      QStringLiteral("The following genres will be removed: "),
      QStringLiteral("Assign selected work(s) to genre")},
-    {CatalogBranch::MainWorks, QStringLiteral("Mainworks"), QStringLiteral("MainWorks"),
-     QStringLiteral("MainWorkID"), QStringLiteral("MainWorkName"), QStringLiteral("Main work"),
-     QStringLiteral("MainWork name"), QStringLiteral("New Main work"),
+    {CatalogBranch::MainWorks,
+     QStringLiteral("Mainworks"),
+     {QStringLiteral("MainWorks"), QStringLiteral("MainWorkID"), QStringLiteral("MainWorkName"),
+      QStringLiteral("CpsID"), QStringLiteral("MainWork name")},
+     QStringLiteral("Main work"),
+     QStringLiteral("New Main work"),
      QStringLiteral("Insert a new main work to the composer catalog"),
-     QStringLiteral("Rename catalog main work"), QStringLiteral("Remove mainwork(s)"),
+     QStringLiteral("Rename catalog main work"),
+     QStringLiteral("Remove mainwork(s)"),
      QStringLiteral("The following mainwork will be removed: "),
      QStringLiteral("The following mainworks will be removed: "),
      QStringLiteral("Assign selected work(s) to main work")}};
@@ -50,38 +57,22 @@ std::span<const CatalogBranch> catalogBranches() { return branches; }
 
 const CatalogBranch& CatalogBranch::other() const { return branches[number == Genres ? MainWorks : Genres]; }
 
-template<typename Job>
-bool ComposerCatalog::guarded(const Job& job) {
-    try {
-        job();
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
-}
-
 QString ComposerCatalog::composerName() { return CMIT(m_session).nameOf(ItemKind::Composer, m_composer); }
 
 // ---- lists
 
 std::vector<ComposerCatalog::Node> ComposerCatalog::nodes(Branch number) {
-    const CatalogBranch& branch = branches[number];
     std::vector<Node> found{{0, QStringLiteral("Unclassified")}};
-    guarded([&] {
-        Query run = m_session.connection().query(QStringLiteral("SELECT %1, %2 FROM %3 WHERE CpsID = ")
-                                                     .arg(branch.key, branch.nameColumn, branch.table) +
-                                                 QString::number(m_composer) + QStringLiteral(" ORDER BY ") +
-                                                 branch.nameColumn);
-        while (run.next())
-            found.push_back({run.integer(0), run.text(1).trimmed()});
+    guarded(m_session, [&] {
+        const std::vector<Node> named = branches[number].names.rows(m_session, m_composer);
+        found.insert(found.end(), named.begin(), named.end());
     });
     return found;
 }
 
 bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList& list) {
     const CatalogBranch& branch = branches[number];
-    return guarded([&] {
+    return guarded(m_session, [&] {
         ItemList found({{QStringLiteral("Title")},
                         {QStringLiteral("Opus")},
                         {QStringLiteral("Sub title")},
@@ -99,7 +90,7 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
             QStringLiteral("SELECT * FROM Compositions WHERE CpsID = ") + QString::number(m_composer);
         if (node)
             statement +=
-                QStringLiteral(" AND ") + branch.key + QStringLiteral(" = ") + QString::number(*node);
+                QStringLiteral(" AND ") + branch.names.key + QStringLiteral(" = ") + QString::number(*node);
         const Recordset rows = Recordset::open(m_session.connection(),
                                                statement + QStringLiteral(" ORDER BY CompNbr, CompTitle"));
         const auto text = [&](int row, const char* field) {
@@ -112,7 +103,7 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
                 found.addRow(rows.value(row, QStringLiteral("CompID")).toInteger(), QStringLiteral("Comp"),
                              {text(row, "CompTitle"), CWKS::numberText(acronym, text(row, "CompNbr")),
                               text(row, "CompSubTitle"), text(row, "CompYear"),
-                              otherNames.value(rows.value(row, branch.other().key).toInteger()),
+                              otherNames.value(rows.value(row, branch.other().names.key).toInteger()),
                               owned ? QStringLiteral("*") : QString()});
             found.setBold(line, owned && bold);
         }
@@ -122,7 +113,7 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
 
 bool ComposerCatalog::hasImportedCatalog() {
     bool has = false;
-    guarded([&] {
+    guarded(m_session, [&] {
         has = m_session.connection().exists(QStringLiteral("SELECT * FROM Catalogs WHERE CpsID = ") +
                                             QString::number(m_composer));
     });
@@ -130,7 +121,7 @@ bool ComposerCatalog::hasImportedCatalog() {
 }
 
 bool ComposerCatalog::importedCatalogs(Session& session, ItemList& list) {
-    return ComposerCatalog(session, 0).guarded([&] {
+    return guarded(session, [&] {
         ItemList found(
             {{QStringLiteral("Composer")}, {QStringLiteral("File")}, {QStringLiteral("Date added")}});
         Query run = session.connection().query(QStringLiteral(
@@ -143,66 +134,37 @@ bool ComposerCatalog::importedCatalogs(Session& session, ItemList& list) {
 
 // ---- names
 
-QString ComposerCatalog::nameOf(const CatalogBranch& branch, qint64 node) {
-    return m_session.connection()
-        .single(
-            QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ").arg(branch.nameColumn, branch.table, branch.key) +
-            QString::number(node))
-        .toText()
-        .trimmed();
-}
-
-bool ComposerCatalog::isFit(const CatalogBranch& branch, QString& name, qint64 except) {
-    name = cleanName(name);
-    if (name.isEmpty())
-        return false;
-    const int limit = m_session.fieldLengths().maxLength(branch.table, branch.nameColumn);
-    if (limit > 0 && name.size() > limit)
-        throw Error(tr("%1: at most %2 characters.").arg(branch.label).arg(limit));
-    const bool known = m_session.connection().exists(
-        QStringLiteral("SELECT * FROM ") + branch.table + QStringLiteral(" WHERE ") + branch.nameColumn +
-        QStringLiteral(" LIKE '") + quotedPattern(name) + QStringLiteral("' AND CpsID = ") +
-        QString::number(m_composer) + QStringLiteral(" AND %1 <> %2").arg(branch.key).arg(except));
-    if (known)
+QString ComposerCatalog::fit(const CatalogBranch& branch, const QString& text, qint64 except) {
+    const QString name = branch.names.fit(m_session, text);
+    if (!name.isEmpty() && branch.names.find(m_session, m_composer, name, except) != 0)
         throw Error(name + QStringLiteral(" alredy exists!"));
-    return true;
+    return name;
 }
 
 qint64 ComposerCatalog::addNamed(Branch number, const QString& text) {
     const CatalogBranch& branch = branches[number];
     qint64 id = 0;
-    guarded([&] {
-        QString name = text;
-        if (!isFit(branch, name, 0))
-            return;
-        Recordset rows = Recordset::open(m_session.connection(),
-                                         QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(branch.table));
-        rows.add({{QStringLiteral("CpsID"), m_composer}, {branch.nameColumn, name}});
-        id = m_session.connection().lastKey();
+    guarded(m_session, [&] {
+        const QString name = fit(branch, text, 0);
+        if (!name.isEmpty())
+            id = branch.names.add(m_session, m_composer, name);
     });
     return id;
 }
 
 bool ComposerCatalog::renameTo(Branch number, qint64 node, const QString& text) {
     const CatalogBranch& branch = branches[number];
-    bool renamed = false;
-    guarded([&] {
-        QString name = text;
-        if (node != 0 && isFit(branch, name, node))
-            renamed = m_session.connection().execute(QStringLiteral("UPDATE ") + branch.table +
-                                                     QStringLiteral(" SET ") + branch.nameColumn +
-                                                     QStringLiteral(" = '") + quoted(name) +
-                                                     QStringLiteral("' WHERE ") + branch.key +
-                                                     QStringLiteral(" = ") + QString::number(node)) > 0;
-    });
-    return renamed;
+    return node != 0 && guarded(m_session, [&] {
+               const QString name = fit(branch, text, node);
+               return !name.isEmpty() && branch.names.rename(m_session, node, name);
+           });
 }
 
 QString ComposerCatalog::inputName(const CatalogBranch& branch, const QString& title, const QString& prompt,
                                    const QString& button, const QString& text) {
-    return m_session.messages().inputName(
-        {title, prompt, branch.label, button, QStringLiteral("Catalog"), text,
-         m_session.fieldLengths().maxLength(branch.table, branch.nameColumn)});
+    return m_session.messages().inputName({title, prompt, branch.names.label, button,
+                                           QStringLiteral("Catalog"), text,
+                                           branch.names.maxLength(m_session)});
 }
 
 qint64 ComposerCatalog::add(Branch number) {
@@ -215,7 +177,7 @@ qint64 ComposerCatalog::add(Branch number) {
 bool ComposerCatalog::rename(Branch number, qint64 node) {
     const CatalogBranch& branch = branches[number];
     QString old;
-    if (node == 0 || !guarded([&] { old = nameOf(branch, node); }))
+    if (node == 0 || !guarded(m_session, [&] { old = branch.names.nameOf(m_session, node); }))
         return false;
     const QString name =
         inputName(branch, branch.renamePrompt, branch.renamePrompt, QStringLiteral("Rename"), old);
@@ -229,9 +191,9 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
     std::vector<qint64> chosen = all;
     std::erase(chosen, 0);
     QStringList names;
-    const bool read = guarded([&] {
+    const bool read = guarded(m_session, [&] {
         for (const qint64 node : chosen)
-            names.push_back(nameOf(branch, node));
+            names.push_back(branch.names.nameOf(m_session, node));
     });
     if (!read || chosen.empty())
         return false;
@@ -245,14 +207,14 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
     question.defaultButton = Answer::No;
     if (m_session.messages().ask(question) != Answer::Yes)
         return false;
-    return guarded([&] {
+    return guarded(m_session, [&] {
         Transaction transaction(m_session.connection());
         for (const qint64 node : chosen) {
-            const QString isNode = branch.key + QStringLiteral(" = ") + QString::number(node);
-            m_session.connection().execute(QStringLiteral("UPDATE Compositions SET ") + branch.key +
+            const QString isNode = branch.names.key + QStringLiteral(" = ") + QString::number(node);
+            m_session.connection().execute(QStringLiteral("UPDATE Compositions SET ") + branch.names.key +
                                            QStringLiteral(" = 0 WHERE ") + isNode +
                                            QStringLiteral(" AND CpsID = ") + QString::number(m_composer));
-            m_session.connection().execute(QStringLiteral("DELETE FROM ") + branch.table +
+            m_session.connection().execute(QStringLiteral("DELETE FROM ") + branch.names.table +
                                            QStringLiteral(" WHERE ") + isNode);
         }
         transaction.commit();
@@ -261,14 +223,14 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
 
 bool ComposerCatalog::assign(Branch number, qint64 node, const std::vector<qint64>& works) {
     const CatalogBranch& branch = branches[number];
-    return guarded([&] {
+    return guarded(m_session, [&] {
         constexpr size_t atOnce = 500;
         Transaction transaction(m_session.connection());
         const std::span<const qint64> all(works);
         for (size_t from = 0; from < all.size(); from += atOnce)
             m_session.connection().execute(
                 QStringLiteral("UPDATE Compositions SET %1 = %2 WHERE CpsID = %3 AND CompID IN (")
-                    .arg(branch.key)
+                    .arg(branch.names.key)
                     .arg(node)
                     .arg(m_composer) +
                 idList(all.subspan(from, std::min(atOnce, all.size() - from))) + u')');

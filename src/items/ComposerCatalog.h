@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/ItemList.h"
+#include "items/NameTable.h"
 
 #include <QString>
 #include <optional>
@@ -19,11 +20,8 @@ struct CatalogBranch {
 
     Number number;
     QString caption; ///< of the branch
-    QString table;
-    QString key; ///< the same in the table and in Compositions
-    QString nameColumn;
+    NameTable names; ///< its key is a column of Compositions too
     QString heading; ///< above a work's node of this branch
-    QString label;   ///< of the name in the input box
     QString addTitle, addPrompt;
     QString renamePrompt;
     QString removeTitle, removeOne, removeSeveral;
@@ -40,10 +38,7 @@ class ComposerCatalog {
 public:
     using Branch = CatalogBranch::Number;
     /// What stands in a branch. Id 0 is "Unclassified".
-    struct Node {
-        qint64 id = 0;
-        QString name;
-    };
+    using Node = NameTable::Row;
 
     ComposerCatalog(Session& session, qint64 composer) : m_session(session), m_composer(composer) {}
 
@@ -72,12 +67,9 @@ public:
     static bool importedCatalogs(Session& session, ItemList& list);
 
 private:
-    template<typename Job>
-    bool guarded(const Job& job);
-    bool isFit(const CatalogBranch& branch, QString& name, qint64 except);
+    QString fit(const CatalogBranch& branch, const QString& text, qint64 except);
     QString inputName(const CatalogBranch& branch, const QString& title, const QString& prompt,
                       const QString& button, const QString& text);
-    QString nameOf(const CatalogBranch& branch, qint64 node);
 
     Session& m_session;
     qint64 m_composer;

@@ -1,65 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/WorkGroups.h"
 
+#include "items/ComposerCatalog.h"
+#include "items/Guarded.h"
 #include "items/Person.h"
-#include "store/Recordset.h"
-#include "store/Session.h"
-
-#include <QCoreApplication>
 
 namespace tessaranth {
 
 namespace {
 
 struct Words {
-    QString table, key, column;
-    QString title, prompt, label, iconKey;
+    CatalogBranch::Number branch;
+    QString title, prompt, iconKey;
+    const NameTable& names() const { return catalogBranches()[branch].names; }
 };
-const Words words[] = {
-    {QStringLiteral("MainWorks"), QStringLiteral("MainWorkID"), QStringLiteral("MainWorkName"),
-     QStringLiteral("New Main work"), QStringLiteral("Add a new main work"), QStringLiteral("MainWork name"),
-     QStringLiteral("Comp")},
-    {QStringLiteral("CpsGenres"), QStringLiteral("CpsGenreID"), QStringLiteral("CpsGenreName"),
-     QStringLiteral("New catalog genre"), QStringLiteral("Add a new catalog genre"),
-     QStringLiteral("Genre name"), QStringLiteral("Genre")}};
+const Words words[] = {{CatalogBranch::MainWorks, QStringLiteral("New Main work"),
+                        QStringLiteral("Add a new main work"), QStringLiteral("Comp")},
+                       {CatalogBranch::Genres, QStringLiteral("New catalog genre"),
+                        QStringLiteral("Add a new catalog genre"), QStringLiteral("Genre")}};
 
 } // namespace
 
-template<typename Job>
-void WorkGroups::guarded(const Job& job) {
-    try {
-        job();
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-    }
-}
-
 std::vector<WorkGroups::Group> WorkGroups::groups(Kind kind) {
     std::vector<Group> found;
-    guarded([&] {
-        const Words& of = words[kind];
-        const Recordset rows =
-            Recordset::open(m_session.connection(),
-                            QStringLiteral("SELECT * FROM ") + of.table + QStringLiteral(" WHERE CpsID = ") +
-                                QString::number(m_composer) + QStringLiteral(" ORDER BY ") + of.column);
-        for (int row = 0; row < rows.rowCount(); ++row)
-            found.push_back(
-                {rows.value(row, of.key).toInteger(), rows.value(row, of.column).toText().trimmed()});
-    });
+    guarded(m_session, [&] { found = words[kind].names().rows(m_session, m_composer); });
     return found;
 }
 
 qint64 WorkGroups::find(Kind kind, const QString& name) {
     qint64 id = 0;
-    guarded([&] {
-        const Words& of = words[kind];
-        id = m_session.connection()
-                 .single(QStringLiteral("SELECT %1 FROM %2 WHERE CpsID = %3 AND ")
-                             .arg(of.key, of.table)
-                             .arg(m_composer) +
-                         of.column + QStringLiteral(" LIKE '") + quotedPattern(cleanName(name)) + u'\'')
-                 .toInteger();
-    });
+    guarded(m_session, [&] { id = words[kind].names().find(m_session, m_composer, cleanName(name)); });
     return id;
 }
 
@@ -67,36 +37,27 @@ qint64 WorkGroups::add(Kind kind) {
     const Words& of = words[kind];
     const NameRequest request{of.title,
                               of.prompt,
-                              of.label,
+                              of.names().label,
                               QStringLiteral("Add"),
                               of.iconKey,
                               QString(),
-                              m_session.fieldLengths().maxLength(of.table, of.column)};
+                              of.names().maxLength(m_session)};
     const QString name = m_session.messages().inputName(request);
     return name.isEmpty() ? 0 : addNamed(kind, name);
 }
 
 qint64 WorkGroups::addNamed(Kind kind, const QString& text) {
+    const NameTable& names = words[kind].names();
     qint64 id = 0;
-    guarded([&] {
-        const Words& of = words[kind];
-        const QString name = cleanName(text);
+    guarded(m_session, [&] {
+        const QString name = names.fit(m_session, text);
         if (name.isEmpty())
             return;
-        const int limit = m_session.fieldLengths().maxLength(of.table, of.column);
-        if (limit > 0 && name.size() > limit)
-            throw Error(QCoreApplication::translate("WorkGroups", "%1: at most %2 characters.")
-                            .arg(of.label)
-                            .arg(limit));
-        if (find(kind, name) != 0) {
+        if (names.find(m_session, m_composer, name) != 0)
             m_session.messages().warning(QStringLiteral("Duplicate record"),
                                          name + QStringLiteral(" is already in archive!"));
-            return;
-        }
-        Recordset rows = Recordset::open(m_session.connection(),
-                                         QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(of.table));
-        rows.add({{QStringLiteral("CpsID"), m_composer}, {of.column, name}});
-        id = m_session.connection().lastKey();
+        else
+            id = names.add(m_session, m_composer, name);
     });
     return id;
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
-#include <vector>
+#include "items/NameTable.h"
 
 namespace tessaranth {
 
@@ -13,10 +12,7 @@ class Session;
 class WorkGroups {
 public:
     enum Kind { MainWorks, Genres };
-    struct Group {
-        qint64 id = 0;
-        QString name;
-    };
+    using Group = NameTable::Row;
 
     WorkGroups(Session& session, qint64 composer) : m_session(session), m_composer(composer) {}
 
@@ -28,9 +24,6 @@ public:
     qint64 find(Kind kind, const QString& name); ///< 0 when there is none
 
 private:
-    template<typename Job>
-    void guarded(const Job& job);
-
     Session& m_session;
     qint64 m_composer;
 };

@@ -45,8 +45,8 @@ void settings(F& f) {
 // clang-format off
 std::vector<Command> toolsCommands() {
     return {
-    {"mnuToolsManageClass", "mnuTools", "Manage &classifications...", "Manage classifications", "Class", "", When::Missing,
-     nullptr, Bar::Tools, "ToolsManageClass", "Manage Classifications"},
+    {"mnuToolsManageClass", "mnuTools", "Manage &classifications...", "Manage classifications", "Class", "", When::Always,
+     [](F& f) { f.items.manageClasses(); }, Bar::Tools, "ToolsManageClass", "Manage Classifications"},
     {"mnuToolsQuick", "mnuTools", "&Quick search...", "Quick search in database", "Quick", "Ctrl+F", When::Always,
      &quickSearch, Bar::Tools, "ToolsQuick", "Quick search"},
     {"mnuToolsBatchImport", "mnuTools", "Internal &lists import", "Internal lists import", "cp", "", When::Menu,

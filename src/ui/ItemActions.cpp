@@ -4,12 +4,15 @@
 #include "items/CMIT.h"
 #include "items/OpenCards.h"
 #include "items/forms/frmCatalog.h"
+#include "items/forms/frmClass.h"
+#include "items/forms/frmClassItem.h"
 #include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
+#include "ui/BrowseTree.h"
 #include "ui/IconStore.h"
 #include "ui/Toolbox.h"
 #include "ui/WindowProgress.h"
@@ -41,6 +44,7 @@ const std::vector<ItemActions::Row>& ItemActions::rows() {
     {"mnuToolboxMigrate", "AU", "Migrate", "Migrate the selected item", "", cards, S::One, true, &ItemActions::merge},
     {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "Ctrl+K", composers, S::One, false, &ItemActions::manageCatalog},
     {"mnuToolboxWork", "Comp", "New work", "Add new work to current composer", "Alt+Ins", composers, S::One, false, &ItemActions::addWork},
+    {"mnuItemsClassify", "Class", "Classify", "Classify the items", "Ctrl+T", cards, S::Some, false, &ItemActions::classify},
     {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Ctrl+L", cards, S::Any, true, &ItemActions::filter},
     {"mnuToolboxFilterRemove", "Clear", "Filter remove", "Show all items again", "", cards, S::Filtered, false, &ItemActions::removeFilter}};
     return table;
@@ -52,6 +56,7 @@ ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& tool
     : QObject(window), m_session(session), m_icons(icons), m_toolbox(toolbox), m_cards(openCards),
       m_window(window) {
     addActions();
+    m_toolbox.browse().setOpenCards(&m_cards);
     connect(&m_toolbox, &Toolbox::selectionChanged, this, &ItemActions::enable);
     connect(&m_toolbox, &Toolbox::kindChanged, this, &ItemActions::enable);
     enable();
@@ -158,6 +163,18 @@ void ItemActions::addWork() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
         frmWorkEditor(m_session, m_icons, ids.front(), 0, m_window).exec();
+}
+
+void ItemActions::classify() {
+    Classification classes(m_session, m_toolbox.kind(), &m_cards);
+    const QString name = m_toolbox.selectedNames().value(0);
+    if (frmClassItem::classify(classes, m_icons, m_toolbox.selectedIds(), name, m_window))
+        m_toolbox.browse().refresh();
+}
+
+void ItemActions::manageClasses() {
+    frmClass(m_session, m_icons, m_cards, m_window).exec();
+    m_toolbox.browse().refresh();
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }

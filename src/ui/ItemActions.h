@@ -28,6 +28,8 @@ public:
     void manage(int kind);
     /// Brings many composers or performers in from the reference archive.
     void importMany(int kind);
+    /// The window of the classifications.
+    void manageClasses();
 
     /// Opens the editor of the selected item.
     void edit();
@@ -54,6 +56,7 @@ private:
     void merge();
     void manageCatalog();
     void addWork();
+    void classify();
     void refresh();
     void goToCards();
     void filter();

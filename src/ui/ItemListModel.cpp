@@ -118,13 +118,21 @@ void ItemListModel::sort(int column, Qt::SortOrder order) {
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }
 
+QList<qint64> ItemListModel::droppedIds(const QMimeData* data) {
+    QList<qint64> ids;
+    for (const QByteArray& line : data->data(dragType).split('\n'))
+        if (const qint64 id = line.toLongLong())
+            ids.push_back(id);
+    return ids;
+}
+
 QMimeData* ItemListModel::mimeData(const QModelIndexList& indexes) const {
     QByteArray ids;
     for (const QModelIndex& index : indexes)
         if (index.column() == 0)
             ids += QByteArray::number(id(index)) + '\n';
     auto* data = new QMimeData;
-    data->setData(mimeTypes().front(), ids);
+    data->setData(dragType, ids);
     return data;
 }
 

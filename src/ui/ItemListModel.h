@@ -34,7 +34,9 @@ public:
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
     /// The key under which item views carry rows by drag and drop: ids, one a line.
-    QStringList mimeTypes() const override { return {QStringLiteral("application/x-tessaranth-items")}; }
+    inline static const QString dragType = QStringLiteral("application/x-tessaranth-items");
+    QStringList mimeTypes() const override { return {dragType}; }
+    static QList<qint64> droppedIds(const QMimeData* data); ///< what was dragged; empty for other things
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 

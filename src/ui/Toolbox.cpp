@@ -3,6 +3,7 @@
 
 #include "items/CMIT.h"
 #include "store/Session.h"
+#include "ui/BrowseTree.h"
 #include "ui/FormHelpers.h"
 #include "ui/IconStore.h"
 #include "ui/ItemColours.h"
@@ -17,6 +18,8 @@
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStackedWidget>
+#include <QTabBar>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -57,15 +60,9 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
 
 void Toolbox::buildUi(const IconStore& icons) {
     setObjectName(QStringLiteral("toolbox"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(8, 8, 8, 6);
+    auto* layout = new QVBoxLayout(buildModes(icons));
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-
-    auto* heading = new QLabel(tr("Manage collection"));
-    QFont font = heading->font();
-    font.setBold(true);
-    heading->setFont(font);
-    layout->addWidget(heading);
 
     m_kinds = new QComboBox;
     m_kinds->setObjectName(QStringLiteral("cboKind"));
@@ -102,6 +99,31 @@ void Toolbox::buildUi(const IconStore& icons) {
     layout->addWidget(m_count);
 }
 
+// Answers with the page of the first mode.
+QWidget* Toolbox::buildModes(const IconStore& icons) {
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(8, 8, 8, 6);
+    outer->setSpacing(6);
+    m_modes = new QTabBar;
+    m_modes->setObjectName(QStringLiteral("modes"));
+    m_modes->setAccessibleName(tr("What the toolbox shows"));
+    m_modes->setDrawBase(false);
+    m_modes->setExpanding(true);
+    outer->addWidget(m_modes);
+    auto* pages = new QStackedWidget;
+    outer->addWidget(pages, 1);
+    auto* manage = new QWidget;
+    m_browse = new BrowseTree(m_session, icons);
+    pages->addWidget(manage);
+    pages->addWidget(m_browse);
+    m_modes->addTab(icons.icon(QStringLiteral("Manage")), tr("Manage"));
+    m_modes->setTabToolTip(0, QStringLiteral("Manage collection"));
+    m_modes->addTab(icons.icon(QStringLiteral("TvClass")), tr("Browse"));
+    m_modes->setTabToolTip(1, QStringLiteral("Browse classifications"));
+    connect(m_modes, &QTabBar::currentChanged, pages, &QStackedWidget::setCurrentIndex);
+    return manage;
+}
+
 bool Toolbox::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize) {
         m_empty->setGeometry(m_view->viewport()->rect());
@@ -136,7 +158,10 @@ int Toolbox::kind() const { return m_kinds->currentData().toInt(); }
 
 void Toolbox::showKind(int kind) { m_kinds->setCurrentIndex(m_kinds->findData(kind)); }
 
+void Toolbox::showBrowse(bool browse) { m_modes->setCurrentIndex(browse ? 1 : 0); }
+
 void Toolbox::refresh() {
+    m_browse->refresh();
     const std::vector<qint64> selected = selectedIds();
     const int scrolled = m_view->verticalScrollBar()->value();
     fill();

@@ -12,15 +12,18 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QToolBar;
+class QTabBar;
 class QTreeView;
 
 namespace tessaranth {
 
+class BrowseTree;
 class IconStore;
 class ItemListModel;
 class Session;
 
-/// The tool box at the left of the main window: the cards of one kind at a time, narrowed as one types.
+/// The tool box at the left of the main window: the cards of one kind at a time, narrowed as one types; or
+/// the classifications, to browse in.
 class Toolbox final : public QWidget {
     Q_OBJECT
 
@@ -29,6 +32,8 @@ public:
 
     int kind() const;
     void showKind(int kind);
+    BrowseTree& browse() const { return *m_browse; }
+    void showBrowse(bool browse);
     /// Reads the list again and keeps what was selected.
     void refresh();
     std::vector<qint64> selectedIds() const;
@@ -54,6 +59,7 @@ protected:
 
 private:
     void buildUi(const IconStore& icons);
+    QWidget* buildModes(const IconStore& icons);
     void fill();
     void fitColumns();
     void noteColumns();
@@ -69,6 +75,8 @@ private:
 
     Session& m_session;
     ItemListModel* m_model = nullptr;
+    QTabBar* m_modes = nullptr;
+    BrowseTree* m_browse = nullptr;
     QComboBox* m_kinds = nullptr;
     QLineEdit* m_filter = nullptr;
     QTreeView* m_view = nullptr;

@@ -2,8 +2,8 @@
 #include "items/forms/CatalogTree.h"
 
 #include "ui/IconStore.h"
+#include "ui/ItemListModel.h"
 
-#include <QMimeData>
 #include <QSignalBlocker>
 
 namespace tessaranth {
@@ -11,9 +11,6 @@ namespace tessaranth {
 namespace {
 
 enum Role { BranchRole = Qt::UserRole, NodeRole };
-
-// As ItemListModel names what its rows are dragged as.
-const QString worksType = QStringLiteral("application/x-tessaranth-items");
 
 } // namespace
 
@@ -84,14 +81,11 @@ std::vector<qint64> CatalogTree::selectedNodes(Branch branch) const {
     return ids;
 }
 
-QStringList CatalogTree::mimeTypes() const { return {worksType}; }
+QStringList CatalogTree::mimeTypes() const { return {ItemListModel::dragType}; }
 
 bool CatalogTree::dropMimeData(QTreeWidgetItem* parent, int, const QMimeData* data, Qt::DropAction) {
     const Place target = placeOf(parent);
-    QList<qint64> works;
-    for (const QByteArray& line : data->data(worksType).split('\n'))
-        if (const qint64 id = line.toLongLong())
-            works.push_back(id);
+    const QList<qint64> works = ItemListModel::droppedIds(data);
     if (!target.node || works.isEmpty())
         return false;
     emit worksDropped(target.branch, *target.node, works);

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QTreeView;
+
+namespace tessaranth {
+
+class ClassTree;
+class IconStore;
+class ItemListModel;
+class OpenCards;
+class Session;
+
+/// The other half of the tool box: the classification of every kind of card as a tree, and below it the cards
+/// of the node chosen. Nothing is read before it is seen.
+class BrowseTree final : public QWidget {
+    Q_OBJECT
+
+public:
+    BrowseTree(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+
+    /// Where cards are opened, and told that their classification has changed; set once.
+    void setOpenCards(OpenCards* cards) { m_cards = cards; }
+    /// Reads what is shown again; nothing while it has never been seen.
+    void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildUi();
+    void fillList();
+    void classify();
+    void drop(int kind, qint64 subCategory, const QList<qint64>& cards);
+    std::vector<qint64> selectedCards() const;
+
+    Session& m_session;
+    const IconStore& m_icons;
+    OpenCards* m_cards = nullptr;
+    ClassTree* m_tree = nullptr;
+    ItemListModel* m_model = nullptr;
+    QTreeView* m_list = nullptr;
+    QLabel* m_count = nullptr;
+    QAction* m_classify = nullptr;
+    bool m_isRead = false;
+};
+
+} // namespace tessaranth
