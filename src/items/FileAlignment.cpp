@@ -77,7 +77,7 @@ void FileAlignment::compare(const Kept& kept, Findings& findings, Progress& prog
     while (run.next() && !progress.stopped()) {
         rows.insert(run.text(0));
         if (needsFiles && folder.exists() && !files.contains(run.text(0)))
-            findings.lost.push_back({kept.folder, run.integer(0), run.text(1),
+            findings.lost.push_back({kept.folder, run.integer(0), run.text(1), run.text(2), run.integer(3),
                                      cardName(m_session, run.text(2), run.integer(3)),
                                      AttachmentFiles(m_session).path(kept.folder, run.integer(0))});
     }
@@ -125,18 +125,10 @@ int FileAlignment::deleteRows(const std::vector<LostFile>& rows, Progress& progr
                     .arg(row.id);
             if (row.folder == Session::Folder::Labels || files.exists(row.folder, row.id))
                 continue;
-            QString code;
-            qint64 card = 0;
-            {
-                Query owner = connection.query(QStringLiteral("SELECT RelatedCat,RelatedID") + byKey);
-                if (!owner.next())
-                    continue;
-                code = owner.text(0);
-                card = owner.integer(1);
-            }
-            connection.execute(QStringLiteral("DELETE") + byKey);
+            if (connection.execute(QStringLiteral("DELETE") + byKey) == 0)
+                continue;
             // A card that has a picture has a first one, which lists and pages ask for.
-            Attachments(m_session).setOrder(table, code, card);
+            Attachments(m_session).setOrder(table, row.code, row.owner);
             ++deleted;
         }
         transaction.commit();

@@ -20,8 +20,10 @@ public:
         Session::Folder folder = Session::Folder::Images;
         qint64 id = 0;
         QString title;
-        QString card; ///< the name of the item that it belongs to
-        QString path; ///< where the file should lie
+        QString code;     ///< kind of the item that it belongs to; "Comp" for a work
+        qint64 owner = 0; ///< that item
+        QString card;     ///< its name
+        QString path;     ///< where the file should lie
     };
     struct StrayFile { ///< a file to which no row belongs
         Session::Folder folder = Session::Folder::Images;
