@@ -3,6 +3,7 @@
 
 #include "items/ItemKind.h"
 #include "ui/CardWindows.h"
+#include "ui/Help.h"
 #include "ui/ItemActions.h"
 #include "ui/OutsideCommands.h"
 #include "ui/frmAbout.h"
@@ -37,7 +38,7 @@ std::vector<Command> frameCommands() {
     {"mnuFileRec", "mnuFile", "New &recording...", "Add new recording to collection", "Recordings", "Ctrl+3",
      When::Missing, nullptr, Bar::New, "NewRec", "New Recording"},
     {"mnuFileUser", "mnuFile", "New custom &item...", "Add new custom item to collection", "User", "Ctrl+4",
-     When::Missing, nullptr, Bar::New, "NewUser", "New Custom"},
+     When::Always, [](F& f) { f.items.create(ItemKind::Custom); }, Bar::New, "NewUser", "New Custom"},
     {"", "mnuFile", "", "", "", "", When::Always},
     {"mnuFileExit", "mnuFile", "E&xit", "Close the program", "Exit", "Ctrl+Q", When::Always,
      [](F& f) { f.window->close(); }},
@@ -94,8 +95,11 @@ std::vector<Command> frameCommands() {
     {"mnuWindowToolbox", "mnuWindow", "&Toolbox", "Show or hide the toolbox", "Table", "F9", When::Always,
      [](F& f) { f.toolbox->setVisible(!f.toolbox->isVisible()); }},
 
-    {"mnuHelpHelp", "mnuHelp", "&Help contents", "Show help", "Help", "F1", When::Missing},
-    {"mnuHelpWhatsNew", "mnuHelp", "&What's new", "Show what has changed", "WhatsNew", "", When::Missing},
+    // The key itself is everywhere, and opens the page of the window in which it is pressed.
+    {"mnuHelpHelp", "mnuHelp", "&Help contents\tF1", "Show help", "Help", "", When::Always,
+     [](F& f) { f.help.openPage(QStringLiteral("index")); }},
+    {"mnuHelpWhatsNew", "mnuHelp", "&What's new", "Show what has changed", "WhatsNew", "", When::Always,
+     [](F& f) { f.help.openPage(QStringLiteral("whatsnew")); }},
     {"mnuHelpSite", "mnuHelp", "Tessaranth on the we&b", "Open the web site of Tessaranth", "Web", "",
      When::Always, [](F& f) { f.outside.openSite(); }},
     {"", "mnuHelp", "", "", "", "", When::Always},

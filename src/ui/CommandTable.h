@@ -11,6 +11,7 @@ class QDockWidget;
 namespace tessaranth {
 
 class CardWindows;
+class Help;
 class IconStore;
 class ItemActions;
 class MaintenanceActions;
@@ -28,6 +29,7 @@ struct CommandFrame {
     MaintenanceActions& care;
     CardWindows& cards;
     OutsideCommands& outside;
+    Help& help;
     OpenCards& openCards;
     std::function<void()> settingsApplied;
 };

@@ -198,10 +198,10 @@ Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& q
 }
 
 void closeForm(QDialog* form, Messages& messages, bool isChanged, const std::function<bool()>& save) {
-    const Unsaved changes =
-        isChanged ? settleUnsaved(messages, form->windowTitle().trimmed(),
-                                  QStringLiteral("Do you want to save the changes?"), save)
-                  : Unsaved::Dropped;
+    const Unsaved changes = isChanged
+                                ? settleUnsaved(messages, form->windowTitle().trimmed(),
+                                                QStringLiteral("Do you want to save the changes?"), save)
+                                : Unsaved::Dropped;
     if (changes != Unsaved::Kept)
         form->done(changes == Unsaved::Saved ? QDialog::Accepted : QDialog::Rejected);
 }

@@ -8,6 +8,7 @@
 #include "items/forms/frmClassItem.h"
 #include "items/forms/frmListManager.h"
 #include "items/forms/frmMigrate.h"
+#include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
 #include "items/forms/frmWorkEditor.h"
@@ -28,7 +29,7 @@ constexpr unsigned composers = bit(ItemKind::Composer);
 constexpr unsigned persons = composers | bit(ItemKind::Performer);
 constexpr unsigned cards = persons | bit(ItemKind::Recording) | bit(ItemKind::Custom);
 /// The kinds that have an editor.
-constexpr unsigned edited = persons;
+constexpr unsigned edited = persons | bit(ItemKind::Custom);
 
 } // namespace
 
@@ -97,13 +98,22 @@ void ItemActions::enable() {
     }
 }
 
+qint64 ItemActions::runEditor(int kind, qint64 id) {
+    if (kind == ItemKind::Custom) {
+        frmNewUserDef form(m_session, m_icons, id, &m_cards, m_window);
+        return form.exec() == QDialog::Accepted ? form.id() : 0;
+    }
+    frmPers form(m_session, m_icons, kind, id, m_window);
+    return form.exec() == QDialog::Accepted ? form.id() : 0;
+}
+
 void ItemActions::create(int kind) {
-    frmPers form(m_session, m_icons, kind, 0, m_window);
-    if (form.exec() != QDialog::Accepted)
+    const qint64 id = runEditor(kind, 0);
+    if (id == 0)
         return;
     m_toolbox.showKind(kind);
     m_toolbox.refresh();
-    m_toolbox.select(form.id());
+    m_toolbox.select(id);
 }
 
 void ItemActions::manage(int kind) {
@@ -123,13 +133,11 @@ void ItemActions::createOne() { create(m_toolbox.kind()); }
 
 void ItemActions::edit() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
-    if (ids.size() != 1 || (edited & bit(m_toolbox.kind())) == 0)
-        return;
-    frmPers form(m_session, m_icons, m_toolbox.kind(), ids.front(), m_window);
-    if (form.exec() != QDialog::Accepted)
+    const int kind = m_toolbox.kind();
+    if (ids.size() != 1 || (edited & bit(kind)) == 0 || runEditor(kind, ids.front()) == 0)
         return;
     m_toolbox.refresh();
-    m_cards.reloadCard(OpenCards::key(itemKind(m_toolbox.kind())->code, ids.front()));
+    m_cards.reloadCard(OpenCards::key(itemKind(kind)->code, ids.front()));
 }
 
 void ItemActions::remove() {

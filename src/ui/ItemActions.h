@@ -31,9 +31,6 @@ public:
     /// The window of the classifications.
     void manageClasses();
 
-    /// Opens the editor of the selected item.
-    void edit();
-
 private:
     enum class Selection { Any, Some, One, Filtered };
     /// One command: what it looks like, when it can be given and what it does.
@@ -51,7 +48,10 @@ private:
     static const std::vector<Row>& rows();
     void addActions();
     void enable();
+    /// Shows the editor of a kind of card; the id of what was saved, or 0. `id` 0 adds a card.
+    qint64 runEditor(int kind, qint64 id);
     void createOne();
+    void edit();
     void remove();
     void merge();
     void manageCatalog();

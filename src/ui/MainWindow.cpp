@@ -2,10 +2,13 @@
 #include "ui/MainWindow.h"
 
 #include "items/ItemKind.h"
+#include "items/forms/frmItem.h"
+#include "platform/AppFolder.h"
 #include "store/Session.h"
 #include "ui/Appearance.h"
 #include "ui/CardWindows.h"
 #include "ui/Commands.h"
+#include "ui/Help.h"
 #include "ui/IconStore.h"
 #include "ui/ItemActions.h"
 #include "ui/MaintenanceActions.h"
@@ -42,6 +45,7 @@ MainWindow::MainWindow(Session& session, const IconStore& icons, QWidget* parent
     m_maintenance->restart = [this] { restart(); };
     m_maintenance->notice = [this](const QString& text) { showNotice(text); };
     m_outside = std::make_unique<OutsideCommands>(session, *m_cards);
+    m_help = std::make_unique<Help>(session, shareFolder() + QStringLiteral("/help"));
     buildCommands();
     WindowState::restore(*this, *m_dock, m_session.configuration());
 }
@@ -76,15 +80,19 @@ void MainWindow::buildUi() {
 
 void MainWindow::buildCards() {
     m_cards = std::make_unique<CardWindows>(m_session, m_icons, m_area, m_tabs);
-    connect(m_toolbox, &Toolbox::activated, this, &MainWindow::goToCard);
+    for (const ItemKind& kind : itemKinds())
+        if (kind.isCard())
+            m_cards->setFactory(kind.code, [](const CardContext& context) { return new frmItem(context); });
+    connect(m_toolbox, &Toolbox::activated, this,
+            [this](qint64 id) { openCard(itemKind(m_toolbox->kind())->code, id); });
 }
 
 void MainWindow::buildCommands() {
-    m_commands =
-        std::make_unique<Commands>(commandTable(),
-                                   CommandFrame{m_session, m_icons, this, m_dock, *m_items, *m_maintenance,
-                                                *m_cards, *m_outside, *this, [this] { applySettings(); }},
-                                   this);
+    m_commands = std::make_unique<Commands>(commandTable(),
+                                            CommandFrame{m_session, m_icons, this, m_dock, *m_items,
+                                                         *m_maintenance, *m_cards, *m_outside, *m_help, *this,
+                                                         [this] { applySettings(); }},
+                                            this);
     m_commands->fillMenus();
     m_commands->addToolBars();
     QMenu* window = m_commands->menu(QStringLiteral("mnuWindow"));
@@ -99,14 +107,6 @@ void MainWindow::buildCommands() {
                     menu->popup(position);
             });
     m_commands->follow();
-}
-
-void MainWindow::goToCard(qint64 id) {
-    const QString code = itemKind(m_toolbox->kind())->code;
-    if (m_cards->canOpen(code))
-        openCard(code, id);
-    else
-        m_items->edit();
 }
 
 void MainWindow::openCard(const QString& code, qint64 id) { m_cards->openCard(code, id); }

@@ -12,6 +12,7 @@ namespace tessaranth {
 
 class CardWindows;
 class Commands;
+class Help;
 class IconStore;
 class ItemActions;
 class MaintenanceActions;
@@ -50,7 +51,6 @@ private:
     void buildUi();
     void buildCards();
     void buildCommands();
-    void goToCard(qint64 id);
     void applySettings();
     void restart();
 
@@ -64,6 +64,7 @@ private:
     std::unique_ptr<ItemActions> m_items;
     std::unique_ptr<MaintenanceActions> m_maintenance;
     std::unique_ptr<OutsideCommands> m_outside;
+    std::unique_ptr<Help> m_help;
     std::unique_ptr<Commands> m_commands;
     bool m_restarting = false;
 };

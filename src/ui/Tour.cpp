@@ -25,6 +25,7 @@
 #include "ui/tour/CardTour.h"
 #include "ui/tour/RecordingListsTour.h"
 #include "ui/tour/SettingsTour.h"
+#include "ui/tour/WindowTour.h"
 
 #include <QLineEdit>
 #include <QTabWidget>
@@ -132,6 +133,7 @@ void showWorks(TourCamera& camera, Session& session, const IconStore& icons) {
 QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder) {
     TourCamera camera(folder);
     showLists(camera, window);
+    tourWindow(camera, session, window);
     showPersons(camera, session, icons, *window.toolbox());
     showLookupLists(camera, session, icons);
     showCatalog(camera, session, icons);
