@@ -3,6 +3,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/DesktopScheme.h"
 #include "platform/Messages.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
@@ -47,6 +48,7 @@ public:
     const QString& temporaryFolder() const { return m_temporaryFolder; }
     const QString& userAgent() const { return m_userAgent; }
     bool isAdministrator() const { return m_isAdministrator; }
+    DesktopScheme desktopScheme() const { return m_desktopScheme; }
 
     /// Icon names of the carriers with a built-in icon, by SupportID.
     const QHash<qint64, QString>& carrierIcons() const { return m_carrierIcons; }
@@ -68,6 +70,7 @@ public:
 
     void setDatabasePath(const QString& path) { m_databasePath = path; }
     void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
+    void setDesktopScheme(DesktopScheme scheme) { m_desktopScheme = scheme; }
     void setAdministrator(bool value) { m_isAdministrator = value; }
     void setConnection(std::unique_ptr<Connection> connection);
     void closeConnection();
@@ -85,6 +88,7 @@ private:
     QString m_temporaryFolder;
     QString m_userAgent;
     bool m_isAdministrator = false;
+    DesktopScheme m_desktopScheme = DesktopScheme::NormalColor;
     QMap<QString, QString> m_runtime;
     QHash<QString, QByteArray> m_arrangements;
     QHash<qint64, QString> m_carrierIcons;

@@ -28,7 +28,9 @@ StartResult Startup::run() {
     m_result.started = fillApplicationFolder() && passVersionGate() && locateDatabase() &&
                        checkCompanionFiles() && openConnection(false) && openConfiguration() &&
                        readConfiguration() && upgradeSchema() && loadLists();
-    if (!m_result.started)
+    if (m_result.started)
+        m_session.setDesktopScheme(desktopScheme());
+    else
         m_session.closeConnection();
     return m_result;
 }

@@ -51,7 +51,7 @@ void BrowseTree::buildUi() {
     m_classify = new QAction(m_icons.icon(QStringLiteral("Class")), tr("Classify"), this);
     m_classify->setObjectName(QStringLiteral("mnuBrowseClassify"));
     m_classify->setToolTip(tr("Classify the items"));
-    m_classify->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
+    m_classify->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
     m_classify->setShortcutContext(Qt::WidgetShortcut);
     m_classify->setEnabled(false);
     m_list->addAction(m_classify);

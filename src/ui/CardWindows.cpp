@@ -18,8 +18,11 @@ namespace tessaranth {
 namespace {
 /// So many open windows stand in the menu itself; it would leave the screen with all of 200.
 constexpr size_t listedInMenu = 12;
-/// More than this many strips are too small to read.
-constexpr qsizetype mostStrips = 9;
+/// Tiles that are smaller show nothing, in pixels.
+constexpr int narrowestTile = 260;
+constexpr int lowestTile = 140;
+/// Windows of a cascade before it begins at the top again.
+constexpr int mostSteps = 8;
 constexpr QSize firstSize(760, 520);
 
 // What a list still shows may have been deleted since.
@@ -191,10 +194,21 @@ void CardWindows::fit() {
         entry->frame->showMaximized();
 }
 
+// The area's own cascade makes windows as small as what they hold would like to be.
 void CardWindows::cascade() {
-    for (const Entry& entry : m_entries)
+    const QSize area = m_area->viewport()->size();
+    const QSize size = area * 2 / 3;
+    int place = 0;
+    for (const Entry& entry : m_entries) {
+        if (entry.frame->isMinimized())
+            continue;
+        const int offset = place++ % mostSteps * (area - size).height() / mostSteps;
         entry.frame->showNormal();
-    m_area->cascadeSubWindows();
+        entry.frame->setGeometry(QRect(QPoint(offset, offset), size));
+        entry.frame->raise();
+    }
+    if (const Entry* active = find(m_active))
+        active->frame->raise();
 }
 
 void CardWindows::tile(Qt::Orientation orientation) {
@@ -202,12 +216,12 @@ void CardWindows::tile(Qt::Orientation orientation) {
     for (const Entry& entry : m_entries)
         if (!entry.frame->isMinimized())
             frames.push_back(entry.frame);
-    if (frames.size() > mostStrips) {
+    const QSize area = m_area->viewport()->size();
+    const int whole = orientation == Qt::Horizontal ? area.height() : area.width();
+    if (whole < frames.size() * (orientation == Qt::Horizontal ? lowestTile : narrowestTile)) {
         m_area->tileSubWindows();
         return;
     }
-    const QSize area = m_area->viewport()->size();
-    const int whole = orientation == Qt::Horizontal ? area.height() : area.width();
     for (qsizetype i = 0; i < frames.size(); ++i) {
         const int from = int(whole * i / frames.size());
         const int length = int(whole * (i + 1) / frames.size()) - from;

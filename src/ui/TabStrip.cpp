@@ -9,7 +9,8 @@ namespace tessaranth {
 
 namespace {
 constexpr int widestTab = 220;
-}
+constexpr int narrowestTab = 150;
+} // namespace
 
 TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
     setObjectName(QStringLiteral("tabStrip"));
@@ -69,6 +70,12 @@ void TabStrip::activate(const QWidget* window) {
 QSize TabStrip::tabSizeHint(int index) const {
     const QSize size = QTabBar::tabSizeHint(index);
     return {qMin(size.width(), widestTab), size.height()};
+}
+
+// Rather scrolled than cut down to a letter or two.
+QSize TabStrip::minimumTabSizeHint(int index) const {
+    const QSize size = tabSizeHint(index);
+    return {qMin(size.width(), narrowestTab), size.height()};
 }
 
 void TabStrip::mouseReleaseEvent(QMouseEvent* event) {

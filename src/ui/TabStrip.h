@@ -23,6 +23,7 @@ signals:
 
 protected:
     QSize tabSizeHint(int index) const override;
+    QSize minimumTabSizeHint(int index) const override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabInserted(int index) override;
 

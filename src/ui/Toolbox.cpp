@@ -31,6 +31,26 @@ namespace {
 /// Between two keys of somebody who types; the list is read when the typing pauses.
 constexpr int typingPauseMs = 120;
 const QString columnsKey = QStringLiteral("Toolbox.");
+
+/// The heading of a pane in the colour that goes with the desktop's.
+QLabel* paneHeading(const QString& text, DesktopScheme scheme) {
+    QColor back(0x2f, 0x5f, 0xa3);
+    if (scheme == DesktopScheme::Metallic)
+        back = QColor(0x55, 0x5c, 0x68);
+    else if (scheme == DesktopScheme::HomeStead)
+        back = QColor(0x58, 0x6b, 0x33);
+    auto* heading = new QLabel(text);
+    QFont font = heading->font();
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setMargin(4);
+    heading->setAutoFillBackground(true);
+    QPalette palette = heading->palette();
+    palette.setColor(QPalette::Window, back);
+    palette.setColor(QPalette::WindowText, Qt::white);
+    heading->setPalette(palette);
+    return heading;
+}
 } // namespace
 
 Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
@@ -73,7 +93,7 @@ void Toolbox::buildUi(const IconStore& icons) {
     layout->addWidget(m_kinds);
 
     m_bar = new QToolBar;
-    m_bar->setIconSize(QSize(20, 20));
+    m_bar->setIconSize(QSize(16, 16)); // all of it in sight at the usual width
     m_bar->setAccessibleName(tr("Commands of the list"));
     layout->addWidget(m_bar);
 
@@ -109,6 +129,8 @@ QWidget* Toolbox::buildModes(const IconStore& icons) {
     m_modes->setAccessibleName(tr("What the toolbox shows"));
     m_modes->setDrawBase(false);
     m_modes->setExpanding(true);
+    QLabel* heading = paneHeading(QStringLiteral("Manage collection"), m_session.desktopScheme());
+    outer->addWidget(heading);
     outer->addWidget(m_modes);
     auto* pages = new QStackedWidget;
     outer->addWidget(pages, 1);
@@ -121,6 +143,8 @@ QWidget* Toolbox::buildModes(const IconStore& icons) {
     m_modes->addTab(icons.icon(QStringLiteral("TvClass")), tr("Browse"));
     m_modes->setTabToolTip(1, QStringLiteral("Browse classifications"));
     connect(m_modes, &QTabBar::currentChanged, pages, &QStackedWidget::setCurrentIndex);
+    connect(m_modes, &QTabBar::currentChanged, heading,
+            [this, heading](int mode) { heading->setText(m_modes->tabToolTip(mode)); });
     return manage;
 }
 
