@@ -27,5 +27,6 @@ double bareQuery(const BenchContext& context, const char* sql);
 void measureLists(const BenchContext& context);
 void measureStatements(const BenchContext& context);
 void measureQuickSearch(const BenchContext& context);
+void measureCards(const BenchContext& context);
 
 } // namespace tessaranth

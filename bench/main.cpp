@@ -6,14 +6,20 @@
 #include "Runner.h"
 #include "platform/Errors.h"
 
+#ifdef TESSARANTH_BENCH_MODEL
+#include <QApplication>
+using Application = QApplication; // windows are measured too
+#else
 #include <QGuiApplication>
+using Application = QGuiApplication;
+#endif
 #include <cstdio>
 
 int main(int argc, char** argv) {
     // Icons need a platform, measuring needs no display.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
+    const Application application(argc, argv);
     const QStringList words = QGuiApplication::arguments().mid(1);
     try {
         if (words.size() >= 3 && words[0] == QLatin1String("generate")) {

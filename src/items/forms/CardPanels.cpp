@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/CardPanels.h"
 
+#include "items/forms/ImagesPanel.h"
 #include "items/forms/MediaPanel.h"
 #include "items/forms/RecContentsPanel.h"
 #include "items/forms/RecordingsPanel.h"
@@ -21,9 +22,10 @@ struct Factory {
     const char* name;
     CardPanel* (*make)(const CardContext& context, QWidget* parent);
 };
-const Factory factories[] = {
-    {"Comp", make<WorksPanel>},  {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>},
-    {"Media", make<MediaPanel>}, {"Web", make<WebPanel>},        {"Rel", make<RelationsPanel>}};
+const Factory factories[] = {{"Images", make<ImagesPanel>},  {"Comp", make<WorksPanel>},
+                             {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>},
+                             {"Media", make<MediaPanel>},    {"Web", make<WebPanel>},
+                             {"Rel", make<RelationsPanel>}};
 
 } // namespace
 

@@ -9,7 +9,8 @@ namespace tessaranth {
 class CardPanel;
 struct CardContext;
 
-/// Makes the panel, filled, of a name ("Docs", "Comp", ...); nullptr for another name.
+/// Makes the panel of a name, filled: one of those below the panel bar ("Docs", "Comp", ...) or of the two
+/// above it ("Images", "Doc"). Nullptr for another name.
 CardPanel* makeCardPanel(const QString& name, const CardContext& context, QWidget* parent);
 
 } // namespace tessaranth

@@ -5,6 +5,7 @@
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
 #include "items/forms/CardPanels.h"
+#include "items/forms/ImagesPanel.h"
 #include "items/forms/RecContentsPanel.h"
 #include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
@@ -53,6 +54,7 @@ void frmItem::buildUi() {
     m_split = new QSplitter(Qt::Vertical);
     m_split->setObjectName(QStringLiteral("cardSplitter"));
     m_split->setChildrenCollapsible(false);
+    buildAreas();
     auto* lower = new QWidget;
     auto* column = new QVBoxLayout(lower);
     column->setContentsMargins(0, 0, 0, 0);
@@ -64,6 +66,39 @@ void frmItem::buildUi() {
     m_split->addWidget(lower);
     layout->addWidget(m_split, 1);
     resize(860, 600);
+    placeSplitters();
+}
+
+void frmItem::buildAreas() {
+    m_upper = new QSplitter;
+    m_upper->setObjectName(QStringLiteral("areaSplitter"));
+    m_upper->setChildrenCollapsible(false);
+    for (const char* name : {"Images", "Doc"})
+        if (CardPanel* area = makeCardPanel(QLatin1String(name), m_context, m_upper)) {
+            m_upper->addWidget(area);
+            m_areas.push_back(area);
+            connect(area, &CardPanel::changed, this, &ChildWindow::changed);
+        }
+    if (auto* images = m_upper->findChild<ImagesPanel*>())
+        connect(images, &ImagesPanel::openPictures, this, &frmItem::openPictures);
+    m_split->addWidget(m_upper);
+    for (QSplitter* splitter : {m_split, m_upper})
+        connect(splitter, &QSplitter::splitterMoved, this, [this, splitter] {
+            m_context.session.setArrangement(splitter->objectName() + m_context.code, splitter->saveState());
+        });
+}
+
+// A card is divided as the user divided the last one of its kind; before that, one without pictures gives
+// their place to the panel.
+void frmItem::placeSplitters() {
+    const auto* images = m_upper->findChild<ImagesPanel*>();
+    const int upper = images && images->index() >= 0 ? 250 : 130;
+    m_split->setSizes({upper, 600 - upper});
+    m_split->setStretchFactor(0, 0);
+    m_split->setStretchFactor(1, 1);
+    m_upper->setSizes({2, 3});
+    for (QSplitter* splitter : {m_split, m_upper})
+        splitter->restoreState(m_context.session.arrangement(splitter->objectName() + m_context.code));
 }
 
 QWidget* frmItem::buildPanelBar() {
@@ -178,6 +213,8 @@ bool frmItem::reload() {
     m_heading = fresh;
     LeggiColoriForm();
     showHeading();
+    for (CardPanel* area : m_areas)
+        area->load();
     for (CardPanel* panel : std::as_const(m_panels))
         panel->load();
     followPanel();
@@ -189,6 +226,9 @@ bool frmItem::reload() {
 CommandTarget* frmItem::targetOf(const QString& command) const {
     if (m_own.knows(command))
         return &m_own;
+    for (CardPanel* area : m_areas)
+        if (area->knows(command))
+            return area;
     CardPanel* shown = m_panels.value(m_panel);
     return shown && m_status == State::Shown && shown->knows(command) ? shown : nullptr;
 }

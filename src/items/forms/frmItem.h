@@ -49,13 +49,19 @@ public:
     void setPanelHidden(bool hidden);
     void ModificaItem(); ///< opens the editor of the card's kind
 
+signals:
+    /// The user wants to see pictures of a card larger: one window, beginning with the one of this index.
+    void openPictures(const QString& code, qint64 id, int index);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void LeggiColoriForm();
     void buildUi();
+    void buildAreas();
     QWidget* buildPanelBar();
+    void placeSplitters();
     void addCommands();
     void showHeading();
     CardPanel* panelNamed(const QString& name);
@@ -75,12 +81,14 @@ private:
     State m_status = State::Shown;
     QString m_panel;
     QMap<QString, CardPanel*> m_panels;
+    std::vector<CardPanel*> m_areas; ///< above the panel bar: pictures and the current document
     CardBand* m_band = nullptr;
     QWidget* m_bar = nullptr;
     CardTabs* m_tabs = nullptr;
     ElidedLabel* m_panelHeading = nullptr;
     QPushButton* m_toggle = nullptr;
     QSplitter* m_split = nullptr;
+    QSplitter* m_upper = nullptr;
     QStackedWidget* m_stack = nullptr;
 };
 
