@@ -150,7 +150,7 @@ void TestComposerCatalog::addsRenamesAndRemoves() {
         QCOMPARE(catalog.nodes(branch.number).size(), size_t(1));
         QCOMPARE(
             number(
-                QStringLiteral("SELECT %1 FROM Compositions WHERE CompID = %2").arg(branch.key).arg(title)),
+                QStringLiteral("SELECT %1 FROM Compositions WHERE CompID = %2").arg(branch.names.key).arg(title)),
             0);
         QCOMPARE(ComposerCatalog(*m_home->session, other).nodes(branch.number).size(), size_t(2));
     }
