@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
     addItemCommands(app, context, action);
     addPersonCommands(app, context, action);
     addCatalogCommands(app, context, action);
+    addRecordingCommands(app, context, action);
     addWorkCommands(app, context, action);
     addAttachCommands(app, context, action);
     try {

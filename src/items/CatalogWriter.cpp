@@ -42,16 +42,4 @@ qint64 CatalogWriter::lookup(const QString& name, const QString& nameColumn, con
     return id;
 }
 
-qint64 CatalogWriter::placeWork(qint64 recording, qint64 composer, qint64 work, int position,
-                                const QString& excerpt) {
-    const qint64 id = add(QStringLiteral("CompOnRec"), {{QStringLiteral("RecID"), recording},
-                                                        {QStringLiteral("CpsID"), composer},
-                                                        {QStringLiteral("CompID"), work},
-                                                        {QStringLiteral("Pos"), position},
-                                                        {QStringLiteral("ExtraitName"), excerpt}});
-    m_connection.execute(QStringLiteral("UPDATE Compositions SET InCollection = True WHERE CompID = ") +
-                         QString::number(work));
-    return id;
-}
-
 } // namespace tessaranth

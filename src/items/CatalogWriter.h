@@ -25,9 +25,6 @@ public:
     /// search to one composer's genres or main works and is stored with a new row.
     qint64 lookup(const QString& table, const QString& nameColumn, const QString& name, qint64 composer = 0);
 
-    /// Puts a work on a recording and marks it as in the collection.
-    qint64 placeWork(qint64 recording, qint64 composer, qint64 work, int position, const QString& excerpt);
-
 private:
     Recordset& table(const QString& name);
 

@@ -27,7 +27,7 @@ bool parts(Session& session, ItemList& list, Progress& progress);
 struct Performed {
     qint64 performer = 0;
     QString name;   ///< "Last, First"
-    ItemList works; ///< composer, title with excerpt, roles joined by ", "; the ids are those of the works
+    ItemList works; ///< composer, title with excerpt, roles joined by ", "; the ids are CompOnRecID
 };
 /// The performers of a recording in their order, each with the works in which he performs.
 bool performed(Session& session, qint64 recording, std::vector<Performed>& performers);

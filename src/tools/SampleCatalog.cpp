@@ -3,17 +3,18 @@
 
 #include "items/CatalogWriter.h"
 #include "items/Person.h"
+#include "items/RecordingEditor.h"
 #include "platform/Clock.h"
 #include "platform/Progress.h"
 #include "platform/TsvFile.h"
 #include "store/CatalogTemplate.h"
-#include "store/Connection.h"
+#include "store/Session.h"
 #include "store/UpgradeSteps.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QSet>
+#include <map>
 
 namespace tessaranth {
 
@@ -21,11 +22,29 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("SampleCatalog", text); }
 
+/// Keeps what operations have to tell, as there is nobody to read it; a question is declined.
+class KeptMessages final : public Messages {
+public:
+    void tell(MessageIcon, const QString&, const QString& text) override { m_lastText = text; }
+    Answer ask(const Question& question) override {
+        m_lastText = question.text;
+        return Answer::Cancel;
+    }
+    QString inputName(const NameRequest&) override { return {}; }
+    QStringList chooseFiles(const FileRequest&) override { return {}; }
+    std::optional<QColor> chooseColour(const QString&, const QColor&) override { return std::nullopt; }
+    const QString& lastText() const { return m_lastText; }
+
+private:
+    QString m_lastText;
+};
+
 /// The sample's tables, read in the order in which they refer to one another.
 class SampleImport {
 public:
-    SampleImport(Connection& connection, const Clock& clock)
-        : m_connection(connection), m_clock(clock), m_writer(connection) {}
+    SampleImport(Session& session, const KeptMessages& messages)
+        : m_session(session), m_messages(messages), m_connection(session.connection()),
+          m_writer(m_connection) {}
 
     void run(Progress& progress) {
         progress.stage(tr("Writing the sample collection"));
@@ -47,11 +66,33 @@ public:
                 (this->*readRow)(file, row);
             progress.step(++done, std::size(tables));
         }
+        storeContents();
         transaction.commit();
     }
 
 private:
     using Keys = QHash<QString, qint64>;
+
+    /// What is on a recording.
+    struct Contents {
+        QString place; ///< the first line about it
+        std::vector<qint64> composers;
+        std::vector<qint64> performers;
+        std::vector<PlacedWork> works;
+        std::map<int, std::vector<Track>> discs;
+    };
+
+    void require(bool stored, const TsvFile& file, int row) const {
+        if (!stored)
+            throw FileError(file.place(row) + QStringLiteral(": ") + m_messages.lastText());
+    }
+
+    Contents& contentsOf(const TsvFile& file, int row) {
+        Contents& contents = m_contents[find(m_keys["Rec"], at(file, row, "recording"), file, row)];
+        if (contents.place.isEmpty())
+            contents.place = file.place(row);
+        return contents;
+    }
 
     static QString at(const TsvFile& file, int row, const char* heading) {
         return file.cell(row, QLatin1String(heading));
@@ -124,59 +165,69 @@ private:
             const QString text = at(file, row, heading);
             return text.isEmpty() ? QString::fromLatin1(otherwise) : text;
         };
-        const QString now = m_clock.now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        m_keys["Rec"][at(file, row, "key")] = m_writer.add(
-            "Rec", {{"RecTitle", at(file, row, "title")},
-                    {"RecSubTitle", at(file, row, "subtitle")},
-                    {"LabelID", m_writer.lookup("Labels", "LabelName", at(file, row, "label"))},
-                    {"SupportID", m_writer.lookup("Supports", "SupportType", at(file, row, "carrier"))},
-                    {"SourceID", m_writer.lookup("Sources", "SourceType", at(file, row, "source"))},
-                    {"ProdNbr", at(file, row, "prodnbr")},
-                    {"Notes", at(file, row, "notes")},
-                    {"Rating", textOr("rating", "N/A")},
-                    {"Barcode", at(file, row, "barcode")},
-                    {"LocationCode", at(file, row, "location")},
-                    {"UnitsNbr", textOr("units", "1").toInt()},
-                    {"Spars", textOr("spars", "N/A")},
-                    {"RelDate", at(file, row, "reldate")},
-                    {"Price", at(file, row, "price")},
-                    {"RefRec", at(file, row, "reference") == QLatin1String("1")},
-                    {"AddDate", now},
-                    {"ModDate", now}});
+        RecordingSpecs specs;
+        specs.title = at(file, row, "title");
+        specs.subtitle = at(file, row, "subtitle");
+        specs.label = m_writer.lookup("Labels", "LabelName", at(file, row, "label"));
+        specs.carrier = m_writer.lookup("Supports", "SupportType", at(file, row, "carrier"));
+        specs.source = m_writer.lookup("Sources", "SourceType", at(file, row, "source"));
+        specs.productionNumber = at(file, row, "prodnbr");
+        specs.notes = at(file, row, "notes");
+        specs.rating = textOr("rating", "N/A");
+        specs.barcode = at(file, row, "barcode");
+        specs.location = at(file, row, "location");
+        specs.units = RecordingEditor::units(textOr("units", "1")).value_or(0); // 0 is refused
+        specs.spars = textOr("spars", "N/A");
+        specs.released = at(file, row, "reldate");
+        specs.price = at(file, row, "price");
+        specs.reference = at(file, row, "reference") == QLatin1String("1");
+        RecordingEditor editor(m_session, 0);
+        require(editor.applySpecs(specs), file, row);
+        m_keys["Rec"][at(file, row, "key")] = editor.id();
     }
 
+    // The rows of a recording may stand anywhere in their file; they are stored once all were read.
+
     void recordingPerformer(const TsvFile& file, int row) {
-        const qint64 recording = find(m_keys["Rec"], at(file, row, "recording"), file, row);
-        m_writer.add("PfrOnRec", {{"PfrID", find(m_keys["Pfr"], at(file, row, "performer"), file, row)},
-                                  {"RecID", recording},
-                                  {"Pos", ++m_performersOn[recording]}});
+        Contents& contents = contentsOf(file, row);
+        contents.performers.push_back(find(m_keys["Pfr"], at(file, row, "performer"), file, row));
     }
 
     void recordingWork(const TsvFile& file, int row) {
-        const qint64 recording = find(m_keys["Rec"], at(file, row, "recording"), file, row);
-        const qint64 work = find(m_keys["Comp"], at(file, row, "work"), file, row);
-        const qint64 composer = m_composerOfWork.value(work);
-        if (!m_composersOn.contains({recording, composer})) {
-            m_composersOn.insert({recording, composer});
-            m_writer.add("CpsOnRec", {{"CpsID", composer}, {"RecID", recording}});
-        }
-        const qint64 entry =
-            m_writer.placeWork(recording, composer, work, ++m_worksOn[recording], at(file, row, "excerpt"));
+        Contents& contents = contentsOf(file, row);
+        PlacedWork placed;
+        placed.work = find(m_keys["Comp"], at(file, row, "work"), file, row);
+        placed.composer = m_composerOfWork.value(placed.work);
+        placed.excerpt = at(file, row, "excerpt");
         for (const QString& text : at(file, row, "performers").split(u'|', Qt::SkipEmptyParts)) {
             const QString role = text.section(u'=', 1).trimmed();
-            m_writer.add("CompOnRecPfr",
-                         {{"CompOnRecID", entry},
-                          {"PfrID", find(m_keys["Pfr"], text.section(u'=', 0, 0).trimmed(), file, row)},
-                          {"PersonageID", role.isEmpty() ? 0 : find(m_roles[work], role, file, row)}});
+            placed.cast.push_back({find(m_keys["Pfr"], text.section(u'=', 0, 0).trimmed(), file, row),
+                                   role.isEmpty() ? 0 : find(m_roles[placed.work], role, file, row)});
         }
+        contents.composers.push_back(placed.composer);
+        contents.works.push_back(std::move(placed));
     }
 
     void track(const TsvFile& file, int row) {
-        m_writer.add("Tracks", {{"RecID", find(m_keys["Rec"], at(file, row, "recording"), file, row)},
-                                {"Disc", at(file, row, "disc").toInt()},
-                                {"TrackNbr", at(file, row, "number").toInt()},
-                                {"TrackName", at(file, row, "name")},
-                                {"TrackLen", at(file, row, "length")}});
+        std::vector<Track>& tracks = contentsOf(file, row).discs[at(file, row, "disc").toInt()];
+        tracks.push_back({at(file, row, "name"), at(file, row, "length")});
+        if (at(file, row, "number") != QString::number(tracks.size()))
+            throw FileError(file.place(row) + QStringLiteral(": ") +
+                            tr("the tracks of a disc do not count up from 1"));
+    }
+
+    void storeContents() {
+        for (auto& [recording, contents] : m_contents) {
+            RecordingEditor editor(m_session, recording);
+            const auto check = [&](bool stored) {
+                if (!stored)
+                    throw FileError(contents.place + QStringLiteral(": ") + m_messages.lastText());
+            };
+            check(editor.applyArtists(contents.composers, contents.performers));
+            check(editor.applyWorks(contents.works));
+            for (const auto& [disc, tracks] : contents.discs)
+                check(editor.applyTracks(disc, tracks, std::nullopt));
+        }
     }
 
     void custom(const TsvFile& file, int row) {
@@ -201,15 +252,14 @@ private:
                           {kind + QLatin1String("SubCatID"), subCategory}});
     }
 
+    Session& m_session;
+    const KeptMessages& m_messages;
     Connection& m_connection;
-    const Clock& m_clock;
     CatalogWriter m_writer;
     QHash<QString, Keys> m_keys; ///< by item code: the keys of the tables, to the ids of the catalog
     QHash<qint64, qint64> m_composerOfWork;
     QHash<qint64, Keys> m_roles;
-    QHash<qint64, int> m_performersOn;
-    QHash<qint64, int> m_worksOn;
-    QSet<std::pair<qint64, qint64>> m_composersOn;
+    std::map<qint64, Contents> m_contents; ///< by recording
     Keys m_classes;
 };
 
@@ -229,11 +279,14 @@ void writeSampleCatalog(const QString& path, const QString& applicationFolder, c
     removeDatabase(part); // what a killed program left of an earlier attempt
     try {
         writeCatalogTemplate(part, keyNames);
-        const auto connection = Connection::open(part, clock, newestUpgradeCode);
-        SampleImport(*connection, clock).run(progress);
+        KeptMessages messages;
+        Session session(applicationFolder, messages, clock);
+        session.setConnection(Connection::open(part, clock, newestUpgradeCode));
+        session.fieldLengths().load(session.connection());
+        SampleImport(session, messages).run(progress);
         // Copied, not renamed: on a full disk SQLite cannot bring the log home when the file is closed, and
         // says nothing about it.
-        connection->copyTo(path);
+        session.connection().copyTo(path);
     } catch (const Error& error) {
         removeDatabase(part);
         const bool isNamed = error.reason().startsWith(path + u' ');

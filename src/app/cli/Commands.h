@@ -39,6 +39,7 @@ void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action);
 void addItemCommands(CLI::App& app, CliContext& context, Action& action);
 void addPersonCommands(CLI::App& app, CliContext& context, Action& action);
 void addCatalogCommands(CLI::App& app, CliContext& context, Action& action);
+void addRecordingCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
 
