@@ -36,7 +36,7 @@ std::vector<Command> frameCommands() {
     {"mnuFilePfr", "mnuFile", "New &performer...", "Add new performer to collection", "p", "Ctrl+2", When::Always,
      [](F& f) { f.items.create(ItemKind::Performer); }, Bar::New, "NewPfr", "New Performer"},
     {"mnuFileRec", "mnuFile", "New &recording...", "Add new recording to collection", "Recordings", "Ctrl+3",
-     When::Missing, nullptr, Bar::New, "NewRec", "New Recording"},
+     When::Always, [](F& f) { f.items.create(ItemKind::Recording); }, Bar::New, "NewRec", "New Recording"},
     {"mnuFileUser", "mnuFile", "New custom &item...", "Add new custom item to collection", "User", "Ctrl+4",
      When::Always, [](F& f) { f.items.create(ItemKind::Custom); }, Bar::New, "NewUser", "New Custom"},
     {"", "mnuFile", "", "", "", "", When::Always},

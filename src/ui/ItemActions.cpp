@@ -11,6 +11,7 @@
 #include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
+#include "items/forms/frmRec.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "ui/BrowseTree.h"
@@ -28,8 +29,6 @@ constexpr unsigned bit(int kind) { return 1u << kind; }
 constexpr unsigned composers = bit(ItemKind::Composer);
 constexpr unsigned persons = composers | bit(ItemKind::Performer);
 constexpr unsigned cards = persons | bit(ItemKind::Recording) | bit(ItemKind::Custom);
-/// The kinds that have an editor.
-constexpr unsigned edited = persons | bit(ItemKind::Custom);
 
 } // namespace
 
@@ -39,8 +38,8 @@ const std::vector<ItemActions::Row>& ItemActions::rows() {
     static const std::vector<Row> table{
     {"mnuToolboxGoto", "GoToCard", "Go to Card", "Go to card", "", cards, S::Some, true, &ItemActions::goToCards},
     {"mnuToolboxRefresh", "Refresh", "Refresh", "Refresh list", "F5", cards, S::Any, true, &ItemActions::refresh},
-    {"mnuToolboxAdd", "New", "New", "Add a new item", "Ins", edited, S::Any, true, &ItemActions::createOne},
-    {"mnuToolboxEdit", "Edit", "Edit", "Edit the selected item", "F2", edited, S::One, true, &ItemActions::edit},
+    {"mnuToolboxAdd", "New", "New", "Add a new item", "Ins", cards, S::Any, true, &ItemActions::createOne},
+    {"mnuToolboxEdit", "Edit", "Edit", "Edit the selected item", "F2", cards, S::One, true, &ItemActions::edit},
     {"mnuToolboxDelete", "Delete", "Delete", "Delete the selected item(s)", "Del", cards, S::Some, true, &ItemActions::remove},
     {"mnuToolboxMigrate", "AU", "Migrate", "Migrate the selected item", "", cards, S::One, true, &ItemActions::merge},
     {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "Ctrl+K", composers, S::One, false, &ItemActions::manageCatalog},
@@ -99,12 +98,15 @@ void ItemActions::enable() {
 }
 
 qint64 ItemActions::runEditor(int kind, qint64 id) {
-    if (kind == ItemKind::Custom) {
-        frmNewUserDef form(m_session, m_icons, id, &m_cards, m_window);
-        return form.exec() == QDialog::Accepted ? form.id() : 0;
+    const auto idOf = [](auto&& form) { return form.exec() == QDialog::Accepted ? form.id() : 0; };
+    switch (kind) {
+    case ItemKind::Recording:
+        return idOf(frmRec(m_session, m_icons, id, &m_cards, m_window));
+    case ItemKind::Custom:
+        return idOf(frmNewUserDef(m_session, m_icons, id, &m_cards, m_window));
+    default:
+        return idOf(frmPers(m_session, m_icons, kind, id, m_window));
     }
-    frmPers form(m_session, m_icons, kind, id, m_window);
-    return form.exec() == QDialog::Accepted ? form.id() : 0;
 }
 
 void ItemActions::create(int kind) {
@@ -134,7 +136,7 @@ void ItemActions::createOne() { create(m_toolbox.kind()); }
 void ItemActions::edit() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     const int kind = m_toolbox.kind();
-    if (ids.size() != 1 || (edited & bit(kind)) == 0 || runEditor(kind, ids.front()) == 0)
+    if (ids.size() != 1 || runEditor(kind, ids.front()) == 0)
         return;
     m_toolbox.refresh();
     m_cards.reloadCard(OpenCards::key(itemKind(kind)->code, ids.front()));

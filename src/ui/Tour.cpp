@@ -24,6 +24,7 @@
 #include "ui/frmInput.h"
 #include "ui/tour/CardTour.h"
 #include "ui/tour/RecordingListsTour.h"
+#include "ui/tour/RecordingTour.h"
 #include "ui/tour/SettingsTour.h"
 #include "ui/tour/WindowTour.h"
 
@@ -138,6 +139,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     showLookupLists(camera, session, icons);
     showCatalog(camera, session, icons);
     showWorks(camera, session, icons);
+    tourRecordings(camera, session, icons);
     tourCards(camera, session, icons);
     tourRecordingLists(camera, session, icons);
     tourSettings(camera, session, icons, window);

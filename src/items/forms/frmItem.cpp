@@ -9,6 +9,7 @@
 #include "items/forms/RecContentsPanel.h"
 #include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
+#include "items/forms/frmRec.h"
 #include "store/Session.h"
 #include "ui/CardTabs.h"
 #include "ui/ElidedLabel.h"
@@ -249,9 +250,12 @@ void frmItem::ModificaItem() {
     if (kind == ItemKind::Custom)
         editor = std::make_unique<frmNewUserDef>(m_context.session, m_context.icons, m_context.id,
                                                  &m_context.cards, window());
-    else if (kind != ItemKind::Recording)
+    else if (kind == ItemKind::Recording)
+        editor = std::make_unique<frmRec>(m_context.session, m_context.icons, m_context.id, &m_context.cards,
+                                          window());
+    else
         editor = std::make_unique<frmPers>(m_context.session, m_context.icons, kind, m_context.id, window());
-    if (editor && editor->exec() == QDialog::Accepted && !reload())
+    if (editor->exec() == QDialog::Accepted && !reload())
         m_context.cards.closeCard(key());
 }
 

@@ -85,8 +85,9 @@ void frmListChooser::buildUi(const QString& iconKey) {
     layout->addLayout(line);
     m_choose = FormHelpers::buttonRow(this, layout, tr("&Choose"), QStringLiteral("cmdChoose"));
     connect(m_choose, &QPushButton::clicked, this, &frmListChooser::choose);
-    resize(520, 520);
     fill();
+    constexpr int narrowColumns = 2;
+    resize(m_list.model->columnCount() > narrowColumns ? 760 : 520, 520);
     m_list.text->setFocus();
 }
 
