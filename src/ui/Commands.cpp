@@ -185,14 +185,13 @@ void Commands::UncheckMnuShow() {
 }
 
 void Commands::follow() {
-    if (m_frame.cards.active()) {
-        EnableTbrsCard();
-        CheckMnuShow();
-    } else {
+    enableMenu(QString());
+    EnableTbrsCard(); // some buttons stand in no menu
+    CheckMnuShow();
+    if (!m_frame.cards.active()) {
         DisableAllTbrButtons();
         UncheckMnuShow();
     }
-    enableMenu(QString());
 }
 
 } // namespace tessaranth

@@ -2,7 +2,9 @@
 #include "ui/MainWindow.h"
 
 #include "items/ItemKind.h"
+#include "items/forms/ImagesPanel.h"
 #include "items/forms/frmItem.h"
+#include "items/forms/frmWork.h"
 #include "platform/AppFolder.h"
 #include "store/Session.h"
 #include "ui/Appearance.h"
@@ -17,6 +19,7 @@
 #include "ui/TabStrip.h"
 #include "ui/Toolbox.h"
 #include "ui/WindowState.h"
+#include "ui/frmPic.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -82,7 +85,9 @@ void MainWindow::buildCards() {
     m_cards = std::make_unique<CardWindows>(m_session, m_icons, m_area, m_tabs);
     for (const ItemKind& kind : itemKinds())
         if (kind.isCard())
-            m_cards->setFactory(kind.code, [](const CardContext& context) { return new frmItem(context); });
+            m_cards->setFactory(kind.code, [this](const CardContext& context) { return makeCard(context); });
+    m_cards->setFactory(QStringLiteral("Comp"),
+                        [](const CardContext& context) { return new frmWork(context); });
     connect(m_toolbox, &Toolbox::activated, this,
             [this](qint64 id) { openCard(itemKind(m_toolbox->kind())->code, id); });
 }
@@ -107,6 +112,15 @@ void MainWindow::buildCommands() {
                     menu->popup(position);
             });
     m_commands->follow();
+}
+
+ChildWindow* MainWindow::makeCard(const CardContext& context) {
+    auto* card = new frmItem(context);
+    if (auto* images = card->findChild<ImagesPanel*>())
+        connect(images, &ImagesPanel::openPictures, this, [this](const QString& code, qint64 id, int index) {
+            m_cards->add(new frmPic(m_session, m_icons, CardOwner{code, id}, index));
+        });
+    return card;
 }
 
 void MainWindow::openCard(const QString& code, qint64 id) { m_cards->openCard(code, id); }

@@ -11,6 +11,7 @@ class QDockWidget;
 namespace tessaranth {
 
 class CardWindows;
+class ChildWindow;
 class Commands;
 class Help;
 class IconStore;
@@ -21,6 +22,7 @@ class OutsideCommands;
 class Session;
 class TabStrip;
 class Toolbox;
+struct CardContext;
 
 /// The frame: menus, tool bars, the tool box and the area of the card windows. It puts its collaborators
 /// together and leaves the work to them.
@@ -50,6 +52,7 @@ protected:
 private:
     void buildUi();
     void buildCards();
+    ChildWindow* makeCard(const CardContext& context);
     void buildCommands();
     void applySettings();
     void restart();

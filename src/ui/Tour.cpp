@@ -131,8 +131,9 @@ void showWorks(TourCamera& camera, Session& session, const IconStore& icons) {
 
 } // namespace
 
-QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder) {
-    TourCamera camera(folder);
+QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder,
+                    const TourVisit& visit) {
+    TourCamera camera(folder, visit);
     showLists(camera, window);
     tourWindow(camera, session, window);
     showPersons(camera, session, icons, *window.toolbox());

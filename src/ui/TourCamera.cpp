@@ -9,13 +9,17 @@
 
 namespace tessaranth {
 
-TourCamera::TourCamera(const QString& folder) : m_folder(folder) { QDir().mkpath(folder); }
+TourCamera::TourCamera(const QString& folder, TourVisit visit) : m_folder(folder), m_visit(std::move(visit)) {
+    QDir().mkpath(folder);
+}
 
 void TourCamera::take(QWidget& widget, const QString& name) {
     widget.show();
     // Two rounds: the first lays out, the second paints what the layout asked for.
     for (int round = 0; round < 2; ++round)
         QCoreApplication::processEvents();
+    if (m_visit)
+        m_visit(widget, name);
     const QString file =
         m_folder + u'/' +
         QStringLiteral("%1-%2.png").arg(m_files.size() + 1, 2, 10, QLatin1Char('0')).arg(name);

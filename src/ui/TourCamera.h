@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/Tour.h"
+
 #include <QStringList>
 
 class QWidget;
@@ -10,7 +12,7 @@ namespace tessaranth {
 /// Takes the pictures of the tour, numbered in their order.
 class TourCamera {
 public:
-    explicit TourCamera(const QString& folder);
+    explicit TourCamera(const QString& folder, TourVisit visit = {});
 
     /// Shows a window and writes a picture of it, "03-name.png".
     void take(QWidget& widget, const QString& name);
@@ -21,6 +23,7 @@ public:
 
 private:
     QString m_folder;
+    TourVisit m_visit;
     QStringList m_files;
 };
 

@@ -40,7 +40,7 @@ void frmSettings::buildUi() {
         built.push_back(row.page);
     }
     layout->addWidget(m_pages, 1);
-    QPushButton* save = FormHelpers::buttonRow(this, layout, tr("&Save"), QStringLiteral("cmdSave"));
+    QPushButton* save = FormHelpers::buttonRow(this, layout, tr("Sa&ve"), QStringLiteral("cmdSave"));
     connect(save, &QPushButton::clicked, this, [this] {
         if (apply())
             accept();

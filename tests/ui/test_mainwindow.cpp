@@ -5,14 +5,12 @@
 #include "ui/ItemListModel.h"
 #include "ui/MainWindow.h"
 #include "ui/Toolbox.h"
-#include "ui/Tour.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -42,7 +40,6 @@ private slots:
     void exitAsksInTheseWords();
     void placeOffEveryScreenIsCorrected_data();
     void placeOffEveryScreenIsCorrected();
-    void tourShowsEveryWindow();
 
 private:
     template<typename Widget>
@@ -287,15 +284,6 @@ void TestMainWindow::placeOffEveryScreenIsCorrected() {
     QVERIFY(screen.contains(m_window->geometry().topLeft() + QPoint(40, 10)));
     QVERIFY(m_window->width() >= 400 && m_window->height() >= 300);
     QVERIFY(m_window->toolbox()->width() >= 100);
-}
-
-void TestMainWindow::tourShowsEveryWindow() {
-    const QStringList files = runTour(*m_home->session, *m_icons, *m_window, m_home->file("tour"));
-    QVERIFY(files.size() >= 15);
-    for (const QString& file : files) {
-        const QImage picture(file);
-        QVERIFY2(picture.width() > 100 && picture.height() > 60, qPrintable(file));
-    }
 }
 
 QTEST_MAIN(TestMainWindow)

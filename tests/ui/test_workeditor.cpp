@@ -38,7 +38,6 @@ private slots:
     void formattedDescriptionIsNotOverwritten();
     void charactersSaveTheWorkFirst();
     void workGoneMeanwhileStaysTyped();
-    void mnemonicsAreUnique();
     void tabKeyVisitsTheFieldsInOrder();
     void keyNamesAreRenamed();
     void commandOpensTheEditor();
@@ -300,29 +299,6 @@ void TestWorkEditor::workGoneMeanwhileStaysTyped() {
     QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Ulisse");
     m_home->messages.willAnswer(Answer::No);
     key(Qt::Key_Escape);
-}
-
-void TestWorkEditor::mnemonicsAreUnique() {
-    auto* tabs = find<QTabWidget>("tabs");
-    for (int tab = 0; tab < tabs->count(); ++tab) {
-        tabs->setCurrentIndex(tab);
-        QStringList captions;
-        for (int other = 0; other < tabs->count(); ++other)
-            captions.push_back(tabs->tabText(other));
-        for (const auto* button : m_editor->findChildren<QPushButton*>())
-            if (button->isVisible())
-                captions.push_back(button->text());
-        for (const auto* label : m_editor->findChildren<QLabel*>())
-            if (label->isVisible() && label->buddy())
-                captions.push_back(label->text());
-        QStringList used;
-        for (const QString& caption : captions)
-            if (const QString letter = QKeySequence::mnemonic(caption).toString(); !letter.isEmpty()) {
-                QVERIFY2(!used.contains(letter), qPrintable(caption));
-                used.push_back(letter);
-            }
-        QVERIFY(used.size() > 5);
-    }
 }
 
 void TestWorkEditor::tabKeyVisitsTheFieldsInOrder() {
