@@ -159,6 +159,8 @@ void moveInList(QLineEdit* text, QTreeView* view) { new ListKeys(text, view); }
 
 void fitColumns(QTreeView* view) {
     constexpr int widest = 420;
+    // The rows that are measured: all of a list that is read at a glance, a sample of one that is not.
+    view->header()->setResizeContentsPrecision(150);
     for (int column = 0; column + 1 < view->model()->columnCount(); ++column) {
         view->resizeColumnToContents(column);
         view->setColumnWidth(column, qMin(view->columnWidth(column) + 12, widest));
