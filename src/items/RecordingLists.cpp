@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/RecordingLists.h"
 
+#include "items/CardRecordings.h"
 #include "items/RecordingEditor.h"
 #include "platform/Progress.h"
 #include "store/Session.h"
@@ -58,23 +59,16 @@ bool readIds(Session& session, const Part& part, QSet<qint64>& ids, int percenta
 
 bool RecordingLists::withWork(Session& session, qint64 work, ItemList& list) {
     return guarded(session, [&] {
+        ItemList rows;
+        if (!readWorkRecordings(session, work, rows))
+            return false;
         ItemList found({{tr("Recordings")}});
-        Query run = session.connection().query(
-            QStringLiteral(
-                "SELECT DISTINCT Rec.RecID, Rec.RecTitle, Rec.Rating, Rec.ProdNbr, Rec.Notes, "
-                "Labels.LabelName, Supports.SupportType, Supports.IconName, Sources.SourceType, "
-                "CompOnRec.CompID FROM (Supports RIGHT JOIN (Sources RIGHT JOIN (Labels RIGHT JOIN Rec ON "
-                "Labels.LabelID = Rec.LabelID) ON Sources.SourceID = Rec.SourceID) ON Supports.SupportID = "
-                "Rec.SupportID) INNER JOIN CompOnRec ON Rec.RecID = CompOnRec.RecID WHERE CompOnRec.CompID "
-                "= ") +
-            QString::number(work) + QStringLiteral(" ORDER BY Rec.RecTitle"));
-        while (run.next()) {
-            const QString label = run.text(5).trimmed();
-            const int row =
-                found.addRow(run.integer(0), QStringLiteral("Recordings"),
-                             {run.text(1).trimmed() +
-                              (label.isEmpty() ? QString() : QStringLiteral(" (") + label + u')')});
-            found.setCellIcon(row, 0, run.text(7));
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const QString& label = rows.text(row, 1);
+            found.addRow(
+                rows.id(row), rows.iconKey(row),
+                {rows.text(row, 0) + (label.isEmpty() ? QString() : QStringLiteral(" (") + label + u')')});
+            found.setCellIcon(row, 0, rows.cellIconKey(row, 0));
         }
         list = std::move(found);
         return true;

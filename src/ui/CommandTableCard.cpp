@@ -24,6 +24,7 @@ Command line(const char* menu) { return {"", menu, "", "", "", "", When::Always}
 std::vector<Command> cardCommands() {
     return {
     own("mnuCardEdit", "mnuCard", "&Edit...", "Edit the item of the current card", "Edit", "Ctrl+E"),
+    own("mnuCardClassify", "mnuCard", "Classif&y...", "Classify the item of the current card", "Class"),
     line("mnuCard"),
     sub("mnuCardImages", "mnuCard", "&Images", "Manage current card images", "Images"),
     own("mnuCardImagesBack", "mnuCardImages", "Pre&vious image", "Show previous image", "Back1", "Alt+Left", "Back1"),

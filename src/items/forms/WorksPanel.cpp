@@ -4,6 +4,7 @@
 #include "items/CWKS.h"
 #include "items/OpenCards.h"
 #include "items/forms/frmCatalog.h"
+#include "items/forms/frmRecList.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "ui/CardColours.h"
@@ -32,7 +33,7 @@ WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
     const auto one = [this] { return hasOne(); };
     // ShowWorkAsCard
     addEntry(
-        QStringLiteral("mnuCardCompManageShow"), tr("&Open work card"), {},
+        QStringLiteral("mnuCardCompManageShow"), tr("&Show work card"), {},
         [this] { m_context.cards.openCard(workCode, theOne()); }, one);
     addEntry(QStringLiteral("mnuCardCompManageAdd"), tr("&New work..."), QStringLiteral("Ins"),
              [this] { edit(0); });
@@ -42,6 +43,9 @@ WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
     addEntry(
         QStringLiteral("mnuCardCompManageRemove"), tr("&Remove work(s)..."), QStringLiteral("Del"),
         [this] { remove(); }, [this] { return hasSome(); });
+    addEntry(
+        QStringLiteral("mnuCardCompManageOnRec"), tr("On rec&ordings..."), {}, [this] { listRecordings(); },
+        one);
     addEntry(QStringLiteral("mnuCardCompManageCatalog"), tr("&Catalog..."), {}, [this] { manageCatalog(); });
     addEntry(QStringLiteral("mnuCardCompManageRefresh"), tr("Re&fresh"), QStringLiteral("F5"),
              [this] { load(); });
@@ -67,6 +71,12 @@ void WorksPanel::remove() {
     for (const qint64 work : works)
         m_context.cards.closeCard(OpenCards::key(workCode, work));
     load();
+}
+
+void WorksPanel::listRecordings() {
+    const qint64 work = theOne();
+    const QString name = CWKS(m_context.session).work(work).title;
+    frmRecList(m_context.session, m_context.icons, work, name, &m_context.cards, window()).exec();
 }
 
 void WorksPanel::manageCatalog() {

@@ -18,6 +18,7 @@ protected:
 private:
     void edit(qint64 work); ///< 0: New_Work
     void remove();          ///< Remove_Work
+    void listRecordings();
     void manageCatalog();
 };
 

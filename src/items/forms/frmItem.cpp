@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/frmItem.h"
 
+#include "items/Classification.h"
 #include "items/ItemKind.h"
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
 #include "items/forms/CardPanels.h"
 #include "items/forms/ImagesPanel.h"
 #include "items/forms/RecContentsPanel.h"
+#include "items/forms/frmClassItem.h"
 #include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "items/forms/frmRec.h"
@@ -19,6 +21,7 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tessaranth {
@@ -52,6 +55,7 @@ void frmItem::buildUi() {
     layout->setSpacing(0);
     m_band = new CardBand(m_context.icons, iconKey(), m_colours);
     layout->addWidget(m_band);
+    layout->addWidget(buildClassification());
     m_split = new QSplitter(Qt::Vertical);
     m_split->setObjectName(QStringLiteral("cardSplitter"));
     m_split->setChildrenCollapsible(false);
@@ -68,6 +72,30 @@ void frmItem::buildUi() {
     layout->addWidget(m_split, 1);
     resize(860, 600);
     placeSplitters();
+}
+
+QWidget* frmItem::buildClassification() {
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(6, 1, 8, 1);
+    row->setSpacing(6);
+    auto* button = new QToolButton;
+    button->setObjectName(QStringLiteral("cmdClassify"));
+    button->setIcon(m_context.icons.icon(QStringLiteral("Class")));
+    button->setAutoRaise(true);
+    button->setToolTip(tr("Classify this card"));
+    button->setAccessibleName(button->toolTip());
+    connect(button, &QToolButton::clicked, this, &frmItem::classify);
+    row->addWidget(button);
+    m_classes = new ElidedLabel;
+    m_classes->setObjectName(QStringLiteral("classification"));
+    m_classes->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QPalette label = m_classes->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        label.setColor(group, QPalette::WindowText, m_colours.label);
+    m_classes->setPalette(label);
+    row->addWidget(m_classes, 1);
+    return line;
 }
 
 void frmItem::buildAreas() {
@@ -143,6 +171,7 @@ void frmItem::addCommands() {
         if (kind.owners.contains(m_context.code))
             m_own.addCommand(kind.command, [this, name = kind.name] { showPanel(name); });
     m_own.addCommand(QStringLiteral("mnuCardEdit"), [this] { ModificaItem(); });
+    m_own.addCommand(QStringLiteral("mnuCardClassify"), [this] { classify(); });
     m_own.addCommand(QStringLiteral("mnuCardDocList"), [this] { showPanel(QStringLiteral("Docs")); });
 }
 
@@ -154,6 +183,21 @@ void frmItem::showHeading() {
                  m_heading.subTitle, m_heading.type);
     setWindowTitle(m_heading.name);
     setWindowIcon(m_context.icons.icon(iconKey()));
+    LoadClassificazione();
+}
+
+void frmItem::LoadClassificazione() {
+    QStringList texts;
+    for (const Classification::Line& line :
+         Classification(m_context.session, itemKind(m_context.code)->number).lines(m_context.id))
+        texts.push_back(line.text());
+    m_classes->setText(texts.isEmpty() ? tr("Unclassified") : texts.join(QStringLiteral("    ")));
+}
+
+void frmItem::classify() {
+    Classification classes(m_context.session, itemKind(m_context.code)->number, &m_context.cards);
+    if (frmClassItem::classify(classes, m_context.icons, {m_context.id}, m_heading.name, window()))
+        LoadClassificazione();
 }
 
 CardPanel* frmItem::panelNamed(const QString& name) {

@@ -60,10 +60,13 @@ private:
     void LeggiColoriForm();
     void buildUi();
     void buildAreas();
+    QWidget* buildClassification();
     QWidget* buildPanelBar();
     void placeSplitters();
     void addCommands();
     void showHeading();
+    void LoadClassificazione();
+    void classify();
     CardPanel* panelNamed(const QString& name);
     RecContentsPanel* contents() const;
     void followPanel();
@@ -83,7 +86,7 @@ private:
     QMap<QString, CardPanel*> m_panels;
     std::vector<CardPanel*> m_areas; ///< above the panel bar: pictures and the current document
     CardBand* m_band = nullptr;
-    QWidget* m_bar = nullptr;
+    ElidedLabel* m_classes = nullptr;
     CardTabs* m_tabs = nullptr;
     ElidedLabel* m_panelHeading = nullptr;
     QPushButton* m_toggle = nullptr;
