@@ -2,6 +2,7 @@
 #include "ui/CommandTable.h"
 
 #include "items/ItemKind.h"
+#include "items/forms/frmAlign.h"
 #include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmKeys.h"
 #include "items/forms/frmRecCheck.h"
@@ -105,7 +106,7 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsRecCheck", "mnuToolsUtility", "&Incomplete recordings...", "Show the incomplete parts in recordings", "MissedRec", "",
      When::Always, [](F& f) { frmRecCheck(f.session, f.icons, f.openCards, f.window).exec(); }},
     {"mnuToolsAlign", "mnuToolsUtility", "&Align records with files...", "Align database records with relative files", "Align", "",
-     When::Missing},
+     When::Always, [](F& f) { frmAlign(f.session, f.icons, &f.openCards, f.window).exec(); }},
     {"mnuToolsUpdateMedia", "mnuToolsUtility", "Update &media locations...", "Update the locations of the recorded media files",
      "UpdateMedia", "", When::Missing},
     {"", "mnuToolsUtility", "", "", "", "", When::Always},

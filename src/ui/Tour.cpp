@@ -23,6 +23,7 @@
 #include "ui/frmCharmap.h"
 #include "ui/frmInput.h"
 #include "ui/tour/CardTour.h"
+#include "ui/tour/ImagesTour.h"
 #include "ui/tour/RecordingListsTour.h"
 #include "ui/tour/RecordingTour.h"
 #include "ui/tour/SettingsTour.h"
@@ -143,6 +144,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     tourRecordings(camera, session, icons);
     tourCards(camera, session, icons);
     tourRecordingLists(camera, session, icons);
+    tourImages(camera, session, icons, window);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

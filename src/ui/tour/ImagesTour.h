@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace tessaranth {
+
+class IconStore;
+class OpenCards;
+class Session;
+class TourCamera;
+
+/// A card's pictures, the viewer, their order and the comparison of files with rows. What it adds to the
+/// catalog for that it removes again.
+void tourImages(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards);
+
+} // namespace tessaranth
