@@ -56,8 +56,6 @@ public:
     /// Display name of an item: last and first name, title, or name; empty when there is none.
     QString nameOf(int kind, qint64 id);
     bool exists(int kind, qint64 id);
-    /// Where a label's logo is kept, whether it has one or not.
-    QString logoFile(qint64 label) const;
 
     /// "Conferma eliminazione": asks whether to delete the named items.
     bool ConfermaEliminazione(int kind, const QStringList& names);

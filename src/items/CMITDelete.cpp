@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting and merging items.
+#include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
 #include "items/CMITGuard.h"
 #include "items/ItemCascades.h"
@@ -87,13 +88,9 @@ void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QSt
             files);
         break;
     case CascadeStep::Action::LabelLogo:
-        files.push_back(logoFile(id));
+        files.push_back(AttachmentFiles(m_session).path(Session::Folder::Labels, id));
         break;
     }
-}
-
-QString CMIT::logoFile(qint64 label) const {
-    return m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(label);
 }
 
 // ---- merging
@@ -131,8 +128,9 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
         return false;
     // A label without a logo gets that of the other; one that has its own keeps it, as nothing is renamed
     // over a file.
+    const AttachmentFiles logos(m_session);
     if (number == ItemKind::Label)
-        QFile::rename(logoFile(from), logoFile(to));
+        QFile::rename(logos.path(Session::Folder::Labels, from), logos.path(Session::Folder::Labels, to));
     Attachments::removeFiles(files);
     return true;
 }

@@ -5,6 +5,7 @@
 #include "items/forms/frmAlign.h"
 #include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmKeys.h"
+#include "items/forms/frmMediaPath.h"
 #include "items/forms/frmRecCheck.h"
 #include "search/forms/frmQuickSearch.h"
 #include "ui/ItemActions.h"
@@ -108,7 +109,7 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsAlign", "mnuToolsUtility", "&Align records with files...", "Align database records with relative files", "Align", "",
      When::Always, [](F& f) { frmAlign(f.session, f.icons, &f.openCards, f.window).exec(); }},
     {"mnuToolsUpdateMedia", "mnuToolsUtility", "Update &media locations...", "Update the locations of the recorded media files",
-     "UpdateMedia", "", When::Missing},
+     "UpdateMedia", "", When::Always, [](F& f) { frmMediaPath(f.session, f.icons, &f.openCards, f.window).exec(); }},
     {"", "mnuToolsUtility", "", "", "", "", When::Always},
     {"mnuToolsCleanup", "mnuToolsUtility", "Database &cleanup...", "Database cleanup", "Cleanup", "", When::Always,
      [](F& f) { f.care.cleanup(); }},

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting items with everything that depends on them, and merging one item into another.
+#include "items/AttachmentFiles.h"
 #include "store/Cleanup.h"
 #include "support/ItemCatalog.h"
 
@@ -404,7 +405,7 @@ void TestDeletions::logoOutlivesAMergeThatFailed() {
     sample.session->connection().runNative("DROP TRIGGER broken");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(sample.items().Migra(ItemKind::Label, 1, 2));
-    QVERIFY(!QFile::exists(logo) && QFile::exists(sample.items().logoFile(2))); // it had none
+    QVERIFY(!QFile::exists(logo) && AttachmentFiles(*sample.session).exists(Session::Folder::Labels, 2)); // it had none
 }
 
 QTEST_GUILESS_MAIN(TestDeletions)

@@ -209,7 +209,11 @@ void TestMainWindow::listsAreManagedFromTheMenu() {
         opened = form->windowTitle();
         if (label) {
             QTest::keyClicks(form->findChild<QLineEdit*>("txtFilter"), label1);
-            m_home->messages.willType("A quite new name");
+            QTimer::singleShot(0, this, [] {
+                QWidget* editor = QApplication::activeModalWidget();
+                editor->findChild<QLineEdit*>("txtName")->setText("A quite new name");
+                QTest::mouseClick(editor->findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
+            });
             QTest::mouseClick(form->findChild<QPushButton*>("cmdRename"), Qt::LeftButton);
         }
         QTest::keyClick(form, Qt::Key_Escape);

@@ -2,6 +2,8 @@
 #include "items/forms/frmListChooser.h"
 
 #include "items/CMIT.h"
+#include "items/forms/LookupEditing.h"
+#include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
@@ -31,8 +33,13 @@ frmListChooser::frmListChooser(Session& session, const IconStore& icons, int kin
             frmPers form(m_session, m_icons, m_kind, 0, above);
             return form.exec() == QDialog::Accepted ? form.id() : 0;
         };
+    else if (kind == ItemKind::Custom)
+        m_create = [this](QWidget* above) {
+            frmNewUserDef form(m_session, m_icons, 0, nullptr, above);
+            return form.exec() == QDialog::Accepted ? form.id() : 0;
+        };
     else if (!itemKind(kind)->isCard())
-        m_create = [this](QWidget*) { return CMIT(m_session).AggiungiItem(m_kind); };
+        m_create = [this](QWidget* above) { return addLookup(m_session, m_icons, m_kind, above); };
     buildUi(itemKind(kind)->iconKey);
 }
 

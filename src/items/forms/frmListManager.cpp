@@ -2,6 +2,7 @@
 #include "items/forms/frmListManager.h"
 
 #include "items/CMIT.h"
+#include "items/forms/LookupEditing.h"
 #include "items/forms/frmMigrate.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
@@ -130,13 +131,13 @@ void frmListManager::refresh(qint64 id) {
 }
 
 void frmListManager::create() {
-    if (const qint64 id = CMIT(m_session).AggiungiItem(m_kind))
+    if (const qint64 id = addLookup(m_session, m_icons, m_kind, this))
         refresh(id);
 }
 
 void frmListManager::rename() {
     const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
-    if (ids.size() == 1 && CMIT(m_session).ModificaItem(m_kind, ids.front()))
+    if (ids.size() == 1 && editLookup(m_session, m_icons, m_kind, ids.front(), this))
         refresh(ids.front());
 }
 

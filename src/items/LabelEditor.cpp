@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/LabelEditor.h"
+
+#include "items/AttachmentFiles.h"
+#include "items/CMIT.h"
+#include "items/Guarded.h"
+#include "items/PictureFile.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFile>
+#include <QImageReader>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("LabelEditor", text); }
+
+constexpr auto folder = Session::Folder::Labels;
+
+} // namespace
+
+bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) {
+    const AttachmentFiles files(m_session);
+    return guarded(m_session, [&] {
+        Transaction transaction(m_session.connection());
+        CMIT items(m_session);
+        const qint64 label = id == 0 ? items.addNamed(ItemKind::Label, name) : id;
+        if (label == 0 || (id != 0 && !items.rename(ItemKind::Label, id, name)))
+            return false;
+        if (logo.what == LogoChange::What::Replace)
+            files.write(folder, label, logo.bytes);
+        transaction.commit();
+        // A new label may get the number of one whose adding was cut off after its logo was written.
+        const bool mustGo =
+            logo.what == LogoChange::What::Remove || (id == 0 && logo.what == LogoChange::What::Keep);
+        id = label;
+        if (mustGo && !files.remove(folder, label))
+            throw FileError(tr("%1 cannot be removed.").arg(files.path(folder, label)));
+        return true;
+    });
+}
+
+QByteArray LabelEditor::logo(qint64 id) const {
+    QFile file(AttachmentFiles(m_session).path(folder, id));
+    return id != 0 && file.size() <= PictureFile::maxFileBytes && file.open(QIODevice::ReadOnly)
+               ? file.readAll()
+               : QByteArray();
+}
+
+QByteArray LabelEditor::importLogo(const QString& file) {
+    QByteArray bytes;
+    guarded(m_session, [&] { bytes = PictureFile::read(file); });
+    return bytes;
+}
+
+QByteArray LabelEditor::pastedLogo(const QImage& image) {
+    QByteArray bytes;
+    guarded(m_session, [&] { bytes = PictureFile::fromImage(image); });
+    return bytes;
+}
+
+QImage LabelEditor::decoded(const QByteArray& bytes, const QSize& box) {
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (size.width() > box.width() || size.height() > box.height())
+        reader.setScaledSize(size.scaled(box, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+} // namespace tessaranth

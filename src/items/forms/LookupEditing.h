@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+class QWidget;
+
+namespace tessaranth {
+
+class IconStore;
+class Session;
+
+/// Asks for a new entry of a lookup list (kinds 5 to 8): labels in their own form, as they have a logo, the
+/// others by their name alone. Its key, or 0 when nothing was added.
+qint64 addLookup(Session& session, const IconStore& icons, int kind, QWidget* parent);
+/// Changes one; false when nothing was changed.
+bool editLookup(Session& session, const IconStore& icons, int kind, qint64 id, QWidget* parent);
+
+} // namespace tessaranth
