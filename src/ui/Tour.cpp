@@ -22,6 +22,7 @@
 #include "ui/frmAbout.h"
 #include "ui/frmCharmap.h"
 #include "ui/frmInput.h"
+#include "ui/tour/AttachTour.h"
 #include "ui/tour/CardTour.h"
 #include "ui/tour/ImagesTour.h"
 #include "ui/tour/RecordingListsTour.h"
@@ -145,6 +146,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     tourCards(camera, session, icons);
     tourRecordingLists(camera, session, icons);
     tourImages(camera, session, icons, window);
+    tourAttachments(camera, session, icons);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

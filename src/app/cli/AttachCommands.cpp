@@ -4,10 +4,14 @@
 #include "app/cli/Output.h"
 #include "items/CMIT.h"
 #include "items/CardImages.h"
+#include "items/CardLinks.h"
+#include "items/CardMedia.h"
+#include "items/CardRelations.h"
 #include "items/FileAlignment.h"
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -16,8 +20,10 @@ namespace tessaranth {
 namespace {
 
 struct Words {
-    std::string kind, what, title;
+    std::string kind, what, title, alias, otherKind;
+    std::vector<std::string> files;
     qint64 id = 0;
+    qint64 otherId = 0;
 };
 
 QString titleOf(const Words& words) {
@@ -39,6 +45,42 @@ struct Attachable {
 };
 const Attachable attachables[] = {
     {"image", "Add a picture (BMP, JPEG, GIF or PNG) to a card and print its number", "FILE", attachImage}};
+
+/// Adds what can be added, and fails when that is not all.
+int attachMedia(CliContext& context, Session& session, const CardOwner& card, const Words& words) {
+    QStringList files;
+    for (const std::string& file : words.files)
+        files << QString::fromStdString(file);
+    const qint64 before =
+        session.connection().single(QStringLiteral("SELECT MAX(MediaID) FROM Media")).toInteger();
+    const int added = CardMedia(session, card).add(files, context.progress);
+    Query rows = session.connection().query(
+        QStringLiteral("SELECT MediaID FROM Media WHERE MediaID > %1 ORDER BY MediaID").arg(before));
+    while (rows.next())
+        std::cout << rows.integer(0) << '\n';
+    return added == files.size() ? 0 : 1;
+}
+
+int attachLink(Session& session, const CardOwner& card, const Words& words) {
+    WebLink link{0, QString::fromStdString(words.what), QString::fromStdString(words.alias)};
+    if (!CardLinks(session, card).save(link))
+        return 1;
+    std::cout << link.id << '\n';
+    return 0;
+}
+
+int attachRelation(CliContext& context, Session& session, const CardOwner& card, const Words& words) {
+    CardRelations relations(session, card);
+    const ItemKind* other = itemKind(QString::fromStdString(words.otherKind));
+    const std::vector<int> kinds = relations.kinds();
+    if (!other || std::find(kinds.begin(), kinds.end(), other->number) == kinds.end())
+        return context.fail(QStringLiteral("Relations lead from a custom card to a composer, performer or "
+                                           "recording, or back."));
+    if (!CMIT(session).exists(other->number, words.otherId))
+        return context.fail(
+            QStringLiteral("There is no %1 with the number %2.").arg(other->noun).arg(words.otherId));
+    return relations.change(other->number, {words.otherId}, {}) ? 0 : 1;
+}
 
 /// How the rows of each kind of attachment are listed.
 struct Listed {
@@ -67,6 +109,11 @@ int list(CliContext& context, Session& session, const CardOwner& card) {
         while (rows.next())
             output.row({QString::fromLatin1(kind.kind), rows.integer(0), rows.text(1), rows.text(2)});
     }
+    std::vector<CardRelations::Related> related;
+    if (!CardRelations(session, card).LoadRelations(related))
+        return 1;
+    for (const CardRelations::Related& one : related)
+        output.row({QStringLiteral("relation"), one.card.id, one.name, one.card.code});
     return 0;
 }
 
@@ -137,6 +184,24 @@ void addAttachCommands(CLI::App& app, CliContext& context, Action& action) {
         made->add_option(kind.operand, words->what)->required();
         made->add_option("--title", words->title, "The title, in place of the file's name");
     }
+    command("media", "Add media files to a card and print their numbers; the files stay where they are",
+            [&context, words](Session& session, const CardOwner& card) {
+                return attachMedia(context, session, card, *words);
+            })
+        ->add_option("FILE", words->files)
+        ->required();
+    CLI::App* link = command(
+        "web", "Add a web link to a card and print its number",
+        [words](Session& session, const CardOwner& card) { return attachLink(session, card, *words); });
+    link->add_option("URL", words->what)->required();
+    link->add_option("ALIAS", words->alias, "What is shown in its place");
+    CLI::App* relation =
+        command("relation", "Relate a custom card to a composer, performer or recording, or back",
+                [&context, words](Session& session, const CardOwner& card) {
+                    return attachRelation(context, session, card, *words);
+                });
+    relation->add_option("OTHERCAT", words->otherKind, "The kind of the other card")->required();
+    relation->add_option("OTHERID", words->otherId)->required()->check(CLI::PositiveNumber);
     command("list", "List what is attached to a card",
             [&context](Session& session, const CardOwner& card) { return list(context, session, card); });
 
