@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
     addRecordingCommands(app, context, action);
     addWorkCommands(app, context, action);
     addAttachCommands(app, context, action);
+    addClassCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -24,6 +24,7 @@
 #include "ui/frmInput.h"
 #include "ui/tour/AttachTour.h"
 #include "ui/tour/CardTour.h"
+#include "ui/tour/ClassTour.h"
 #include "ui/tour/ImagesTour.h"
 #include "ui/tour/RecordingListsTour.h"
 #include "ui/tour/RecordingTour.h"
@@ -147,6 +148,8 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     tourRecordingLists(camera, session, icons);
     tourImages(camera, session, icons, window);
     tourAttachments(camera, session, icons);
+    showCards(camera, session, icons);
+    showClasses(camera, session, icons, window);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
     camera.take(charmap, QStringLiteral("charmap"));

@@ -42,5 +42,6 @@ void addCatalogCommands(CLI::App& app, CliContext& context, Action& action);
 void addRecordingCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
+void addClassCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth
