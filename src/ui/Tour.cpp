@@ -148,7 +148,6 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     tourRecordingLists(camera, session, icons);
     tourImages(camera, session, icons, window);
     tourAttachments(camera, session, icons);
-    showCards(camera, session, icons);
     showClasses(camera, session, icons, window);
     tourSettings(camera, session, icons, window);
     frmCharmap charmap(icons);
