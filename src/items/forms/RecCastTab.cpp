@@ -67,7 +67,7 @@ void RecCastTab::buildPerformers(QBoxLayout* layout) {
     m_remove =
         add(tr("&Remove"), "cmdCastRemove", tr("Remove the selected performer(s) from the current work"),
             "Del", [this] { removePerformers(); });
-    m_roles = add(tr("Personag&es..."), "cmdCastRoles", tr("Associate personages to the selected performer"),
+    m_roles = add(tr("Per&sonages..."), "cmdCastRoles", tr("Associate personages to the selected performer"),
                   "F2", [this] { chooseRoles(); });
     m_clear = add(tr("No persona&ges"), "cmdCastClear",
                   tr("The selected performer(s) are no personage of the work"), "", [this] { clearRoles(); });

@@ -119,7 +119,7 @@ void RecTracksTab::buildInput(QBoxLayout* layout) {
         connect(made, &QPushButton::clicked, this, run);
         return made;
     };
-    m_add = button(tr("A&dd"), "cmdTrackAdd", tr("Add new tracks  (Enter)"), &RecTracksTab::addTrack);
+    m_add = button(tr("Add &track"), "cmdTrackAdd", tr("Add new tracks  (Enter)"), &RecTracksTab::addTrack);
     m_set = button(tr("&Set"), "cmdTrackSet", tr("Set the current values  (Ctrl+Enter)"),
                    &RecTracksTab::setTrack);
     row->addWidget(caption(tr("Na&me:"), m_name));
@@ -192,7 +192,8 @@ bool RecTracksTab::apply() {
         return false;
     const std::vector<int> selected = m_list->selectedRows();
     m_tracks = m_read = m_context.editor.tracks(m_disc);
-    m_readId = discId();
+    m_readId = m_context.editor.discId(m_disc).trimmed();
+    m_discId->setText(m_readId);
     show(selected);
     return true;
 }

@@ -111,7 +111,7 @@ void RecWorksTab::buildTree(QBoxLayout* layout) {
                  [this] { moveBy(1); });
     m_previous =
         add(tr("&Previous"), "cmdWksPrevious", tr("Previous work"), "Alt+Left", [this] { step(-1); });
-    m_next = add(tr("Ne&xt"), "cmdWksNext", tr("Next work"), "Alt+Right", [this] { step(1); });
+    m_next = add(tr("Nex&t"), "cmdWksNext", tr("Next work"), "Alt+Right", [this] { step(1); });
     buttons->addStretch();
     row->addLayout(buttons);
     layout->addLayout(row, 1);
@@ -131,7 +131,7 @@ void RecWorksTab::buildExcerpt(QBoxLayout* layout) {
         step(1);
         m_excerpt->selectAll();
     });
-    row->addWidget(caption(tr("&Excerpt:"), m_excerpt));
+    row->addWidget(caption(tr("E&xcerpt:"), m_excerpt));
     row->addWidget(m_excerpt, 1);
     layout->addLayout(row);
     m_all = new QCheckBox(tr("A&ll performers of the recording perform in the works that are added"));
