@@ -20,7 +20,7 @@ namespace {
 constexpr size_t listedInMenu = 12;
 /// Tiles that are smaller show nothing, in pixels.
 constexpr int narrowestTile = 260;
-constexpr int lowestTile = 140;
+constexpr int lowestTile = 200;
 /// Windows of a cascade before it begins at the top again.
 constexpr int mostSteps = 8;
 constexpr QSize firstSize(760, 520);
@@ -216,18 +216,25 @@ void CardWindows::tile(Qt::Orientation orientation) {
     for (const Entry& entry : m_entries)
         if (!entry.frame->isMinimized())
             frames.push_back(entry.frame);
-    const QSize area = m_area->viewport()->size();
-    const int whole = orientation == Qt::Horizontal ? area.height() : area.width();
-    if (whole < frames.size() * (orientation == Qt::Horizontal ? lowestTile : narrowestTile)) {
-        m_area->tileSubWindows();
+    if (frames.isEmpty())
         return;
-    }
-    for (qsizetype i = 0; i < frames.size(); ++i) {
-        const int from = int(whole * i / frames.size());
-        const int length = int(whole * (i + 1) / frames.size()) - from;
+    const QSize area = m_area->viewport()->size();
+    const int count = int(frames.size());
+    const auto parts = [](int whole, int of) { return (whole + of - 1) / of; };
+    int columns = parts(count, qMax(1, area.height() / lowestTile));
+    if (orientation == Qt::Vertical)
+        columns = parts(count, parts(count, qMax(1, area.width() / narrowestTile)));
+    const int rows = parts(count, columns);
+    const QSize whole(qMax(area.width(), columns * narrowestTile), qMax(area.height(), rows * lowestTile));
+    for (int i = 0; i < count; ++i) {
+        // The last row shares its width among those that are left.
+        const int row = i / columns;
+        const int inRow = qMin(columns, count - row * columns);
+        const int left = whole.width() * (i % columns) / inRow;
+        const int top = whole.height() * row / rows;
         frames[i]->showNormal();
-        frames[i]->setGeometry(orientation == Qt::Horizontal ? QRect(0, from, area.width(), length)
-                                                             : QRect(from, 0, length, area.height()));
+        frames[i]->setGeometry(QRect(QPoint(left, top), QPoint(whole.width() * (i % columns + 1) / inRow - 1,
+                                                               whole.height() * (row + 1) / rows - 1)));
     }
 }
 

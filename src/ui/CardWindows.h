@@ -51,7 +51,8 @@ public:
     void step(int direction); ///< to the next tab (1) or the one before (-1), round and round
     void fit();               ///< the active one fills the area
     void cascade();
-    /// One above the other, or side by side; in a grid where such tiles would be too small to read.
+    /// One above the other, or side by side; in a grid where such tiles would be too small to read, with
+    /// scroll bars where even that would be.
     void tile(Qt::Orientation orientation);
     void closeActive();
     /// All, or all of a kind; false when one of them did not let itself be closed. The others stay then.

@@ -9,6 +9,8 @@ MdiArea::MdiArea(const QColor& back, QPixmap emblem, QWidget* parent)
     : QMdiArea(parent), m_emblem(std::move(emblem)) {
     setObjectName(QStringLiteral("mdiArea"));
     setBackground(back);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 void MdiArea::paintEvent(QPaintEvent* event) {
