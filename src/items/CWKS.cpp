@@ -78,6 +78,8 @@ bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
                         {QStringLiteral("In Collection")},
                         {QStringLiteral("Description")}});
         const QString acronymText = acronym(composer);
+        const bool bold =
+            m_session.configuration().flag(QStringLiteral("Misc"), QStringLiteral("WorkInBold"));
         Query run = m_session.connection().query(
             QStringLiteral("SELECT Compositions.CompID, Compositions.CompTitle, Compositions.CompSubTitle, "
                            "Compositions.CompNbr, Compositions.CompYear, Compositions.InCollection, "
@@ -91,12 +93,15 @@ bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
             QString::number(composer) +
             QStringLiteral(" ORDER BY Compositions.CompNbr "
                            " , Compositions.CompTitle"));
-        while (run.next())
-            found.addRow(run.integer(0), QStringLiteral("Comp"),
-                         {run.text(1).trimmed(), numberText(acronymText, run.text(3).trimmed()),
-                          run.text(2).trimmed(), run.text(7).trimmed(), run.text(8).trimmed(),
-                          run.text(4).trimmed(), run.integer(5) != 0 ? QStringLiteral("*") : QString(),
-                          run.text(6).trimmed()});
+        while (run.next()) {
+            const bool owned = run.integer(5) != 0;
+            const int row = found.addRow(
+                run.integer(0), QStringLiteral("Comp"),
+                {run.text(1).trimmed(), numberText(acronymText, run.text(3).trimmed()), run.text(2).trimmed(),
+                 run.text(7).trimmed(), run.text(8).trimmed(), run.text(4).trimmed(),
+                 owned ? QStringLiteral("*") : QString(), run.text(6).trimmed()});
+            found.setBold(row, owned && bold);
+        }
         list = std::move(found);
     });
 }

@@ -4,6 +4,7 @@
 #include "store/Configuration.h"
 
 #include <QApplication>
+#include <QWidget>
 #include <cmath>
 
 namespace tessaranth {
@@ -43,6 +44,13 @@ QColor readableOn(const QColor& text, const QColor& back) {
         if (const QColor shade = mixed(text, end, part); contrast(shade, back) >= leastContrast)
             return shade;
     return end;
+}
+
+void setTextColour(QWidget* label, const QColor& colour) {
+    QPalette own; // what it leaves unset comes from the card
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        own.setColor(group, QPalette::WindowText, colour);
+    label->setPalette(own);
 }
 
 QColor shadeOf(const QColor& back, const QColor& text) {

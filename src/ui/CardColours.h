@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QPalette>
 
+class QWidget;
+
 namespace tessaranth {
 
 class Configuration;
@@ -28,6 +30,8 @@ struct CardColours {
 double contrast(const QColor& one, const QColor& other);
 /// A text's colour, moved towards white or black just as far as it has to be for reading it.
 QColor readableOn(const QColor& text, const QColor& back);
+/// Gives a label its own colour on the card's.
+void setTextColour(QWidget* label, const QColor& colour);
 /// A neighbouring shade of a background, on which its text is read even better.
 QColor shadeOf(const QColor& back, const QColor& text);
 

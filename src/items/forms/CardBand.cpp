@@ -23,24 +23,17 @@ ElidedLabel* label(const char* objectName, double size, bool bold) {
 
 } // namespace
 
-CardBand::CardBand(const IconStore& icons, const QString& iconKey, const CardColours& colours,
-                   QWidget* parent)
-    : QWidget(parent) {
+CardBand::CardBand(const IconStore& icons, const QString& iconKey, QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("cardBand"));
     setAutoFillBackground(true);
-    QPalette band = palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        band.setColor(group, QPalette::Window, colours.heading);
-        band.setColor(group, QPalette::WindowText, readableOn(colours.fore, colours.heading));
-    }
-    setPalette(band);
     m_name = label("cardName", 1.7, true);
     m_behind = label("cardYears", 1.25, false);
     m_below = label("cardSubTitle", 1.1, false);
     m_kind = label("cardKind", 1.0, false);
-    // Large and smaller letters stand on one line.
-    m_behind->setContentsMargins(0, 0, 0,
-                                 m_name->fontMetrics().descent() - m_behind->fontMetrics().descent());
+    // Both are centred in the row; so moved down, the smaller letters stand on the line of the large ones.
+    const QFontMetrics large = m_name->fontMetrics(), small = m_behind->fontMetrics();
+    const int down = large.height() - small.height() - 2 * (large.descent() - small.descent());
+    m_behind->setContentsMargins(0, qMax(0, down), 0, 0);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(12, 7, 12, 7);
@@ -53,12 +46,21 @@ CardBand::CardBand(const IconStore& icons, const QString& iconKey, const CardCol
     auto* first = new QHBoxLayout;
     first->setSpacing(10);
     first->addWidget(m_name);
-    first->addWidget(m_behind, 0, Qt::AlignBottom);
+    first->addWidget(m_behind);
     first->addStretch();
     first->addWidget(m_kind, 0, Qt::AlignTop);
     texts->addLayout(first);
     texts->addWidget(m_below);
     row->addLayout(texts, 1);
+}
+
+void CardBand::setColours(const CardColours& colours) {
+    QPalette band = palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        band.setColor(group, QPalette::Window, colours.heading);
+        band.setColor(group, QPalette::WindowText, readableOn(colours.fore, colours.heading));
+    }
+    setPalette(band);
 }
 
 void CardBand::show(const QString& name, const QString& behind, const QString& below, const QString& kind) {

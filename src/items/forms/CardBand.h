@@ -15,8 +15,8 @@ class CardBand final : public QWidget {
     Q_OBJECT
 
 public:
-    CardBand(const IconStore& icons, const QString& iconKey, const CardColours& colours,
-             QWidget* parent = nullptr);
+    CardBand(const IconStore& icons, const QString& iconKey, QWidget* parent = nullptr);
+    void setColours(const CardColours& colours);
     void show(const QString& name, const QString& behind, const QString& below, const QString& kind);
 
 private:

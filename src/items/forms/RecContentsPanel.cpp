@@ -63,13 +63,12 @@ RecContentsPanel::RecContentsPanel(const CardContext& context, QWidget* parent) 
 }
 
 void RecContentsPanel::buildUi() {
-    const CardColours colours = CardColours::read(m_context.session.configuration(), m_context.code);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     m_splitter = new QSplitter;
     m_splitter->setObjectName(QStringLiteral("contentsSplitter"));
     layout->addWidget(m_splitter);
-    m_specs = new SpecsView(m_context.icons, colours.label);
+    m_specs = new SpecsView(m_context.icons);
     m_splitter->addWidget(m_specs);
 
     auto* right = new QWidget;
@@ -151,6 +150,7 @@ void RecContentsPanel::addCommands() {
 // ---- reading
 
 void RecContentsPanel::load() {
+    m_specs->setLabelColour(CardColours::read(m_context.session.configuration(), m_context.code).label);
     RecordingContents::Specs specs;
     if (RecordingContents(m_context.session, m_context.id).readSpecs(specs)) {
         m_specs->show(specs.lines);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/SpecsView.h"
 
+#include "ui/CardColours.h"
 #include "ui/IconStore.h"
 
 #include <QGridLayout>
@@ -13,8 +14,7 @@ namespace {
 constexpr QSize largestLogo(120, 120);
 } // namespace
 
-SpecsView::SpecsView(const IconStore& icons, const QColor& labelColour, QWidget* parent)
-    : QScrollArea(parent), m_icons(icons), m_labelColour(labelColour) {
+SpecsView::SpecsView(const IconStore& icons, QWidget* parent) : QScrollArea(parent), m_icons(icons) {
     setObjectName(QStringLiteral("specs"));
     setAccessibleName(tr("Specifications"));
     setFrameShape(QFrame::NoFrame);
@@ -36,6 +36,12 @@ SpecsView::SpecsView(const IconStore& icons, const QColor& labelColour, QWidget*
     setWidget(page);
 }
 
+void SpecsView::setLabelColour(const QColor& colour) {
+    m_labelColour = colour;
+    for (const Row& row : m_rows)
+        setTextColour(row.label, colour);
+}
+
 void SpecsView::addRow() {
     const int row = int(m_rows.size());
     auto* name = new QLabel;
@@ -44,10 +50,7 @@ void SpecsView::addRow() {
     font.setPointSizeF(font.pointSizeF() * 0.88);
     font.setBold(true);
     name->setFont(font);
-    QPalette colours = name->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
-        colours.setColor(group, QPalette::WindowText, m_labelColour);
-    name->setPalette(colours);
+    setTextColour(name, m_labelColour);
     auto* value = new QLabel;
     value->setTextFormat(Qt::PlainText);
     value->setWordWrap(true);

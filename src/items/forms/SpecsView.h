@@ -18,7 +18,8 @@ class SpecsView final : public QScrollArea {
     Q_OBJECT
 
 public:
-    SpecsView(const IconStore& icons, const QColor& labelColour, QWidget* parent = nullptr);
+    explicit SpecsView(const IconStore& icons, QWidget* parent = nullptr);
+    void setLabelColour(const QColor& colour);
     void show(const std::vector<CardLine>& lines);
     /// The picture of a record label; none for an empty file name or for a file that is no picture.
     void showLogo(const QString& file, const QString& labelName);

@@ -22,14 +22,6 @@ WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
                 {QStringLiteral("lvComp"), QStringLiteral("Title"), tr("Works"),
                  tr("No works yet.\nPress Ins to add one, or import them into the composer's catalog.")},
                 parent) {
-    const Configuration& configuration = context.session.configuration();
-    const CardColours card = CardColours::read(configuration, context.code);
-    QPalette colours = view()->palette();
-    const QColor works = readableOn(configuration.colour(QStringLiteral("WksFC")), card.back);
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
-        colours.setColor(group, QPalette::Text, works);
-    view()->setPalette(colours);
-
     const auto one = [this] { return hasOne(); };
     // ShowWorkAsCard
     addEntry(
@@ -53,7 +45,21 @@ WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
     load();
 }
 
-bool WorksPanel::readList(ItemList& list) { return CWKS(m_context.session).ElencoInLvC(m_context.id, list); }
+// The list of works has a colour of its own.
+void WorksPanel::paint() {
+    const Configuration& configuration = m_context.session.configuration();
+    const QColor back = CardColours::read(configuration, m_context.code).back;
+    QPalette colours;
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        colours.setColor(group, QPalette::Text,
+                         readableOn(configuration.colour(QStringLiteral("WksFC")), back));
+    view()->setPalette(colours);
+}
+
+bool WorksPanel::readList(ItemList& list) {
+    paint();
+    return CWKS(m_context.session).ElencoInLvC(m_context.id, list);
+}
 
 void WorksPanel::edit(qint64 work) {
     frmWorkEditor editor(m_context.session, m_context.icons, m_context.id, work, window());

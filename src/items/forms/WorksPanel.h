@@ -16,6 +16,7 @@ protected:
     bool readList(ItemList& list) override;
 
 private:
+    void paint();
     void edit(qint64 work); ///< 0: New_Work
     void remove();          ///< Remove_Work
     void listRecordings();

@@ -28,9 +28,9 @@ namespace tessaranth {
 
 frmItem::frmItem(const CardContext& context, QWidget* parent) : ChildWindow(parent), m_context(context) {
     setObjectName(QStringLiteral("frmItem"));
-    LeggiColoriForm();
     addCommands();
     buildUi();
+    LeggiColoriForm();
     if (!readCardHeading(m_context.session, m_context.code, m_context.id, m_heading))
         m_status = State::Gone;
     showHeading();
@@ -44,7 +44,9 @@ QString frmItem::iconKey() const { return itemKind(m_context.code)->iconKey; }
 void frmItem::LeggiColoriForm() {
     m_colours = CardColours::read(m_context.session.configuration(), itemKind(m_context.code)->colourPrefix);
     setPalette(m_colours.palette());
-    setAutoFillBackground(true);
+    m_band->setColours(m_colours);
+    setTextColour(m_classes, m_colours.label);
+    setTextColour(m_panelHeading, m_colours.label);
 }
 
 // ---- building
@@ -53,7 +55,8 @@ void frmItem::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    m_band = new CardBand(m_context.icons, iconKey(), m_colours);
+    setAutoFillBackground(true);
+    m_band = new CardBand(m_context.icons, iconKey());
     layout->addWidget(m_band);
     layout->addWidget(buildClassification());
     m_split = new QSplitter(Qt::Vertical);
@@ -67,6 +70,8 @@ void frmItem::buildUi() {
     column->addWidget(buildPanelBar());
     m_stack = new QStackedWidget;
     m_stack->setObjectName(QStringLiteral("panels"));
+    m_blank = new QWidget;
+    m_stack->addWidget(m_blank);
     column->addWidget(m_stack, 1);
     m_split->addWidget(lower);
     layout->addWidget(m_split, 1);
@@ -90,10 +95,6 @@ QWidget* frmItem::buildClassification() {
     m_classes = new ElidedLabel;
     m_classes->setObjectName(QStringLiteral("classification"));
     m_classes->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    QPalette label = m_classes->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
-        label.setColor(group, QPalette::WindowText, m_colours.label);
-    m_classes->setPalette(label);
     row->addWidget(m_classes, 1);
     return line;
 }
@@ -108,8 +109,6 @@ void frmItem::buildAreas() {
             m_areas.push_back(area);
             connect(area, &CardPanel::changed, this, &ChildWindow::changed);
         }
-    if (auto* images = m_upper->findChild<ImagesPanel*>())
-        connect(images, &ImagesPanel::openPictures, this, &frmItem::openPictures);
     m_split->addWidget(m_upper);
     for (QSplitter* splitter : {m_split, m_upper})
         connect(splitter, &QSplitter::splitterMoved, this, [this, splitter] {
@@ -121,7 +120,7 @@ void frmItem::buildAreas() {
 // their place to the panel.
 void frmItem::placeSplitters() {
     const auto* images = m_upper->findChild<ImagesPanel*>();
-    const int upper = images && images->index() >= 0 ? 250 : 130;
+    const int upper = images && images->index() >= 0 ? 250 : 110;
     m_split->setSizes({upper, 600 - upper});
     m_split->setStretchFactor(0, 0);
     m_split->setStretchFactor(1, 1);
@@ -152,10 +151,6 @@ QWidget* frmItem::buildPanelBar() {
     row->addWidget(m_tabs, 1);
     m_panelHeading = new ElidedLabel;
     m_panelHeading->setObjectName(QStringLiteral("panelHeading"));
-    QPalette label = m_panelHeading->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
-        label.setColor(group, QPalette::WindowText, m_colours.label);
-    m_panelHeading->setPalette(label);
     row->addWidget(m_panelHeading);
     m_toggle = new QPushButton;
     m_toggle->setObjectName(QStringLiteral("cmdTogglePanel"));
@@ -228,8 +223,8 @@ bool frmItem::showPanel(const QString& name) {
             const QSignalBlocker blocker(m_tabs);
             m_tabs->setCurrentIndex(tab);
         }
-    if (CardPanel* shown = panelNamed(name))
-        m_stack->setCurrentWidget(shown);
+    CardPanel* shown = panelNamed(name);
+    m_stack->setCurrentWidget(shown ? shown : m_blank);
     setPanelHidden(false);
     return true;
 }

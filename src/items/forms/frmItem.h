@@ -49,10 +49,6 @@ public:
     void setPanelHidden(bool hidden);
     void ModificaItem(); ///< opens the editor of the card's kind
 
-signals:
-    /// The user wants to see pictures of a card larger: one window, beginning with the one of this index.
-    void openPictures(const QString& code, qint64 id, int index);
-
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -93,6 +89,7 @@ private:
     QSplitter* m_split = nullptr;
     QSplitter* m_upper = nullptr;
     QStackedWidget* m_stack = nullptr;
+    QWidget* m_blank = nullptr;
 };
 
 } // namespace tessaranth

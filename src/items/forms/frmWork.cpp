@@ -6,6 +6,7 @@
 #include "items/forms/SpecsView.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
+#include "ui/CardColours.h"
 #include "ui/FormHelpers.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
@@ -22,8 +23,6 @@ namespace tessaranth {
 
 frmWork::frmWork(const CardContext& context, QWidget* parent) : ChildWindow(parent), m_context(context) {
     setObjectName(QStringLiteral("frmWork"));
-    m_colours = CardColours::readWork(m_context.session.configuration());
-    setPalette(m_colours.palette());
     setAutoFillBackground(true);
     buildUi();
     reload();
@@ -35,7 +34,7 @@ void frmWork::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    m_band = new CardBand(m_context.icons, iconKey(), m_colours);
+    m_band = new CardBand(m_context.icons, iconKey());
     layout->addWidget(m_band);
     auto* split = new QSplitter;
     split->setObjectName(QStringLiteral("workSplitter"));
@@ -59,7 +58,7 @@ QWidget* frmWork::buildLeft() {
     auto* column = new QVBoxLayout(left);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    m_lines = new SpecsView(m_context.icons, m_colours.label);
+    m_lines = new SpecsView(m_context.icons);
     column->addWidget(m_lines, 1);
     m_composer = new QPushButton(m_context.icons.icon(QStringLiteral("c")), tr("Go to the &composer's card"));
     m_composer->setObjectName(QStringLiteral("cmdComposer"));
@@ -115,8 +114,16 @@ void frmWork::addEntry(const QString& key, const QString& caption, const QString
 bool frmWork::reload() {
     if (!readWorkCard(m_context.session, m_context.id, m_work))
         return false;
+    paint();
     showWork();
     return true;
+}
+
+void frmWork::paint() {
+    const CardColours colours = CardColours::readWork(m_context.session.configuration());
+    setPalette(colours.palette());
+    m_band->setColours(colours);
+    m_lines->setLabelColour(colours.label);
 }
 
 void frmWork::showWork() {

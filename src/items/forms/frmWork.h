@@ -3,7 +3,6 @@
 
 #include "items/WorkCard.h"
 #include "items/forms/CardPanel.h"
-#include "ui/CardColours.h"
 #include "ui/ChildWindow.h"
 
 class QLabel;
@@ -38,6 +37,7 @@ private:
     QWidget* buildRight();
     void addEntry(const QString& key, const QString& caption, const QString& shortcut,
                   std::function<void()> what, std::function<bool()> when = {});
+    void paint();
     void showWork();
     void edit();
     void exportCard();
@@ -50,7 +50,6 @@ private:
     OwnCommands m_own;
     CardContext m_context;
     WorkCard m_work;
-    CardColours m_colours;
     CardBand* m_band = nullptr;
     SpecsView* m_lines = nullptr;
     QPushButton* m_composer = nullptr;

@@ -2,6 +2,7 @@
 #include "ui/tour/CardTour.h"
 
 #include "items/OpenCards.h"
+#include "items/forms/RecContentsPanel.h"
 #include "items/forms/frmItem.h"
 #include "items/forms/frmWork.h"
 #include "store/Session.h"
@@ -50,6 +51,20 @@ void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
         }
         card.setPanelHidden(true);
         camera.take(card, QStringLiteral("card-%1-hidden").arg(code));
+    }
+    // Several discs with their tracks.
+    const qint64 discs =
+        session.connection()
+            .single(QStringLiteral(
+                "SELECT RecID FROM Tracks GROUP BY RecID ORDER BY Max(Disc) DESC, Count(*) DESC"))
+            .toInteger();
+    frmItem album({session, icons, cards, QStringLiteral("Rec"), discs});
+    album.resize(1000, 680);
+    album.showPanel(QStringLiteral("RecContents"));
+    auto* areas = album.findChild<QTabBar*>(QStringLiteral("contentsTabs"));
+    for (const int area : {RecContentsPanel::Works, RecContentsPanel::Tracks}) {
+        areas->setCurrentIndex(area);
+        camera.take(album, QStringLiteral("card-discs-%1").arg(area + 1));
     }
     // A work with characters where there is one.
     const qint64 work =
