@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/SampleCatalog.h"
 
+#include "items/CardLinks.h"
+#include "items/CardRelations.h"
 #include "items/CatalogWriter.h"
+#include "items/ItemKind.h"
 #include "items/Person.h"
 #include "items/RecordingEditor.h"
 #include "platform/Clock.h"
@@ -58,7 +61,9 @@ public:
             {"recording_works", &SampleImport::recordingWork},
             {"tracks", &SampleImport::track},
             {"custom", &SampleImport::custom},
-            {"classes", &SampleImport::classified}};
+            {"classes", &SampleImport::classified},
+            {"web_links", &SampleImport::webLink},
+            {"relations", &SampleImport::related}};
         int done = 0;
         for (const auto& [name, readRow] : tables) {
             const TsvFile file(QStringLiteral(":/sample/%1.tsv").arg(QLatin1String(name)));
@@ -233,6 +238,27 @@ private:
     void custom(const TsvFile& file, int row) {
         m_keys["UserDef"][at(file, row, "key")] =
             m_writer.add("UserDef", {{"UserDefTitle", at(file, row, "title")}});
+    }
+
+    CardOwner cardAt(const TsvFile& file, int row, const QString& code, const QString& key) {
+        return {code, find(m_keys[code], key.trimmed(), file, row)};
+    }
+
+    void webLink(const TsvFile& file, int row) {
+        WebLink link{0, at(file, row, "url"), at(file, row, "alias")};
+        CardLinks links(m_session, cardAt(file, row, at(file, row, "kind"), at(file, row, "item")));
+        require(links.save(link), file, row);
+    }
+
+    void related(const TsvFile& file, int row) {
+        const QString code = at(file, row, "kind");
+        QSet<qint64> others;
+        for (const QString& item : at(file, row, "items").split(u'|', Qt::SkipEmptyParts))
+            others.insert(cardAt(file, row, code, item).id);
+        const ItemKind* kind = itemKind(code);
+        CardRelations custom(m_session,
+                             cardAt(file, row, QStringLiteral("UserDef"), at(file, row, "custom")));
+        require(kind && custom.change(kind->number, others, {}), file, row);
     }
 
     void classified(const TsvFile& file, int row) {

@@ -62,7 +62,7 @@ void frmNewRelations::buildUi() {
     m_state->setObjectName(QStringLiteral("state"));
     layout->addWidget(m_state);
     addButtons(layout, tr("&OK"));
-    resize(520, 560);
+    resize(640, 560);
     m_first->setFocus();
 }
 

@@ -79,10 +79,9 @@ void tourAttachments(TourCamera& camera, Session& session, const IconStore& icon
     frmNewRelations ofCustom(session, icons, custom);
     ofCustom.findChild<QComboBox*>(QStringLiteral("cmbFirst"))->setCurrentIndex(2);
     camera.take(ofCustom, QStringLiteral("relations-custom"));
-    frmNewRelations ofRecording(
-        session, icons,
-        {QStringLiteral("Rec"), first(session, "SELECT ItemID FROM Relations WHERE ItemType = 'Rec'")});
-    ofRecording.findChild<QComboBox*>(QStringLiteral("cmbFirst"))->setCurrentIndex(2);
+    const qint64 recording =
+        first(session, "SELECT ItemID FROM Relations WHERE ItemType = 'Rec' ORDER BY ItemID");
+    frmNewRelations ofRecording(session, icons, {QStringLiteral("Rec"), recording});
     camera.take(ofRecording, QStringLiteral("relations-recording"));
 
     frmNewLabel label(session, icons, first(session, "SELECT LabelID FROM Labels ORDER BY LabelName"));
