@@ -105,7 +105,7 @@ void ClassTree::fillBelow(QTreeWidgetItem* root, int kind) {
     }
     if (m_style == Style::Browse) {
         root->setText(0, caption(itemKind(kind)->listCaption, tree->cards));
-        add(root, {kind, Unclassified, 0}, QStringLiteral("Unclassified"), QStringLiteral("Remove"),
+        add(root, {kind, Unclassified, 0}, QStringLiteral("Unclassified"), QStringLiteral("TvSubClass"),
             tree->unclassified);
     }
 }

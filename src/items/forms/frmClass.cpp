@@ -254,6 +254,8 @@ void frmClass::fillList() {
         m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
     paintInItemColours(m_list, m_session.configuration(), kind.colourPrefix);
     FormHelpers::fitColumns(m_list);
+    if (m_model->columnCount() > 1)
+        m_list->setColumnWidth(0, qMin(m_list->columnWidth(0), 300)); // so that categories are in sight
     m_tree->setDropKind(at.kind);
     m_count->setText(kind.countCaption + QString::number(m_model->rowCount()));
     enable();

@@ -13,7 +13,7 @@
 namespace tessaranth {
 
 void showClasses(TourCamera& camera, Session& session, const IconStore& icons, MainWindow& window) {
-    // The sub-category with the most recordings, and recordings that are in it and in others.
+    // The sub-category with the most recordings, whose recordings are in others too.
     const qint64 sub =
         session.connection()
             .single(QStringLiteral("SELECT RecSubCatID FROM RecSubCatJoin GROUP BY RecSubCatID "
@@ -29,13 +29,14 @@ void showClasses(TourCamera& camera, Session& session, const IconStore& icons, M
 
     Classification classes(session, ItemKind::Recording);
     ItemList recordings;
-    classes.all(recordings);
-    if (recordings.rowCount() > 2) {
-        std::vector<qint64> ids{recordings.id(0), recordings.id(1), recordings.id(2)};
+    classes.items(sub, recordings);
+    std::vector<qint64> ids;
+    for (int row = 0; row < recordings.rowCount(); ++row)
+        ids.push_back(recordings.id(row));
+    if (!ids.empty()) {
         frmClassItem several(classes, icons, ids, {});
         camera.take(several, QStringLiteral("class-several"));
-        ids.resize(1);
-        frmClassItem one(classes, icons, ids, recordings.text(0, 0));
+        frmClassItem one(classes, icons, {ids.front()}, recordings.text(0, 0));
         camera.take(one, QStringLiteral("class-one"));
     }
     window.toolbox()->showBrowse(true);
