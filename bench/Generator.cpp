@@ -156,20 +156,31 @@ private:
     }
 
     void classes() {
-        m_database.exec("INSERT INTO RecClass (RecClassName) VALUES ('Shelf'), ('Mood')");
-        SQLite::Statement category(m_database,
-                                   "INSERT INTO RecSubCat (RecClassID, RecSubCatName) VALUES (?, ?)");
-        for (int i = 0; i < 20; ++i)
-            insert(category, 1 + i % 2, name(3));
+        SQLite::Statement category(m_database, "INSERT INTO RecClass (RecClassName) VALUES (?)");
+        for (int i = 0; i < categories; ++i)
+            insert(category, name(2));
+        SQLite::Statement subCategory(m_database,
+                                      "INSERT INTO RecSubCat (RecClassID, RecSubCatName) VALUES (?, ?)");
+        for (int i = 0; i < subCategories; ++i)
+            insert(subCategory, 1 + i % categories, name(3));
         SQLite::Statement join(m_database, "INSERT INTO RecSubCatJoin (RecID, RecSubCatID) VALUES (?, ?)");
-        for (int id = 1; id <= m_recordings; id += 2)
-            insert(join, id, 1 + below(20));
+        for (int id = 1; id <= m_recordings; ++id) {
+            std::vector<int> in(size_t(below(6)));
+            for (int& one : in)
+                one = 1 + below(subCategories);
+            std::sort(in.begin(), in.end());
+            in.erase(std::unique(in.begin(), in.end()), in.end());
+            for (const int one : in)
+                insert(join, id, one);
+        }
         SQLite::Statement custom(m_database, "INSERT INTO UserDef (UserDefTitle) VALUES (?)");
         for (int i = 0; i < std::max(m_recordings / 100, 10); ++i)
             insert(custom, name(4));
     }
 
     static constexpr int labels = 600;
+    static constexpr int categories = 50;
+    static constexpr int subCategories = 300;
     SQLite::Database m_database;
     std::mt19937 m_random;
     int m_recordings;

@@ -28,5 +28,6 @@ void measureLists(const BenchContext& context);
 void measureStatements(const BenchContext& context);
 void measureQuickSearch(const BenchContext& context);
 void measureCards(const BenchContext& context);
+void measureClasses(const BenchContext& context);
 
 } // namespace tessaranth

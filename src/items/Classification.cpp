@@ -244,13 +244,6 @@ std::vector<Classification::Line> Classification::lines(qint64 card) {
     return lines;
 }
 
-QString Classification::labelText(const std::vector<Line>& lines) {
-    QStringList texts;
-    for (const Line& line : lines)
-        texts.push_back(line.text().replace(u'&', QLatin1String("&&")));
-    return texts.join(u'\n');
-}
-
 // ---- categories and sub-categories
 
 qint64 Classification::ownerOf(Level level, qint64 id) {

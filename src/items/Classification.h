@@ -67,8 +67,6 @@ public:
 
     /// The categories of a card, by name.
     std::vector<Line> lines(qint64 card);
-    /// All of them for a label, a category a line, with what a label would take for a mnemonic doubled.
-    static QString labelText(const std::vector<Line>& lines);
 
     // With the input boxes and questions of the window. `category` is the one of a new sub-category.
     qint64 add(Level level, qint64 category = 0);

@@ -25,6 +25,8 @@ BrowseTree::BrowseTree(Session& session, const IconStore& icons, QWidget* parent
     : QWidget(parent), m_session(session), m_icons(icons) {
     setObjectName(QStringLiteral("browse"));
     buildUi();
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &BrowseTree::refresh);
     connect(m_tree, &ClassTree::placeChanged, this, &BrowseTree::fillList);
     connect(m_tree, &ClassTree::cardsDropped, this, &BrowseTree::drop, Qt::QueuedConnection);
     connect(m_list, &QTreeView::activated, this, [this](const QModelIndex& index) {
@@ -78,6 +80,13 @@ void BrowseTree::showEvent(QShowEvent* event) {
 void BrowseTree::refresh() {
     if (m_isRead)
         m_tree->fill();
+}
+
+void BrowseTree::cardChanged() {
+    if (isVisible())
+        m_pause.start();
+    else
+        m_isRead = false;
 }
 
 void BrowseTree::fillList() {

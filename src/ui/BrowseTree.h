@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <vector>
 
@@ -28,6 +29,8 @@ public:
     void setOpenCards(OpenCards* cards) { m_cards = cards; }
     /// Reads what is shown again; nothing while it has never been seen.
     void refresh();
+    /// Reads it again soon, once for however many cards have changed.
+    void cardChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -47,6 +50,7 @@ private:
     QTreeView* m_list = nullptr;
     QLabel* m_count = nullptr;
     QAction* m_classify = nullptr;
+    QTimer m_pause; ///< to the event loop's next turn
     bool m_isRead = false;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/AppFolder.h"
 #include "store/Session.h"
 #include "ui/Appearance.h"
+#include "ui/BrowseTree.h"
 #include "ui/CardWindows.h"
 #include "ui/Commands.h"
 #include "ui/Help.h"
@@ -125,7 +126,10 @@ ChildWindow* MainWindow::makeCard(const CardContext& context) {
 
 void MainWindow::openCard(const QString& code, qint64 id) { m_cards->openCard(code, id); }
 void MainWindow::closeCard(const QString& key) { m_cards->closeCard(key); }
-void MainWindow::reloadCard(const QString& key) { m_cards->reloadCard(key); }
+void MainWindow::reloadCard(const QString& key) {
+    m_cards->reloadCard(key);
+    m_toolbox->browse().cardChanged();
+}
 
 void MainWindow::comeForward() {
     setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
