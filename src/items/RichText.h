@@ -1,19 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "items/RtfReader.h"
+
+class QTextDocument;
 
 namespace tessaranth {
 
-/// Plain text as a rich-text document and back (Rich Text Format Specification 1.9.1).
+/// Documents in Rich Text Format as plain text and as what an editor shows, and back.
 namespace RichText {
 
-/// Seven-bit RTF; line breaks become paragraphs, what is not ASCII is written as \uN. NUL is left out.
+inline const QString defaultFont = QStringLiteral("Verdana");
+constexpr int defaultPoints = 10;
+
+/// Each line a paragraph; NUL and other control characters are left out.
 QByteArray fromText(const QString& text);
-/// The text of a document, without its formatting, fonts, pictures and notes. Bytes that are not RTF are
-/// read as UTF-8. Never fails: what cannot be understood is passed over.
+/// The text of a document, without its formatting, pictures and notes. Bytes that are not RTF are read as a
+/// text file. Never fails: what cannot be understood is passed over.
 QString toText(const QByteArray& document);
+
+/// What a text document shows, as far as the format's writer goes: lists and tables become paragraphs.
+QByteArray fromDocument(const QTextDocument& document);
+/// Replaces what a text document held; as `toText` as to bytes that are not RTF. Without undoing.
+RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document);
 
 } // namespace RichText
 

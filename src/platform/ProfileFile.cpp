@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ProfileFile.h"
 
+#include "platform/CodePages.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QUtf8StringView>
 #include <algorithm>
 #include <optional>
 
@@ -18,40 +19,6 @@ namespace {
 
 constexpr qsizetype longestValue = 255;
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
-
-/// 0x80 to 0x9f of Windows-1252, the five unused bytes as the C1 controls that Windows makes of them; the
-/// rest is Latin-1 (Unicode Consortium, bestfit1252.txt).
-constexpr char16_t upperControls[32] = {0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021,
-                                        0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008d, 0x017d, 0x008f,
-                                        0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014,
-                                        0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
-
-QString fromWindows1252(QByteArrayView bytes) {
-    QString text = QString::fromLatin1(bytes);
-    for (QChar& c : text) {
-        if (c >= QChar(0x80) && c < QChar(0xa0))
-            c = upperControls[c.unicode() - 0x80];
-    }
-    return text;
-}
-
-/// Nothing when a character has no place in Windows-1252.
-std::optional<QByteArray> toWindows1252(const QString& text) {
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    for (const QChar c : text) {
-        const auto* upper = std::find(std::begin(upperControls), std::end(upperControls), c.unicode());
-        if (upper != std::end(upperControls))
-            bytes.append(char(0x80 + (upper - upperControls)));
-        else if (c < QChar(0x80) || (c >= QChar(0xa0) && c <= QChar(0xff)))
-            bytes.append(char(c.unicode()));
-        else
-            return std::nullopt;
-    }
-    return bytes;
-}
-
-bool isUtf8(QByteArrayView bytes) { return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8(); }
 
 QByteArrayView trimmed(QByteArrayView text) {
     constexpr QByteArrayView blanks(" \t\r\v\f");
@@ -88,7 +55,7 @@ struct Line {
 /// The bytes of a file, and how to find and change a value in them.
 class Document {
 public:
-    explicit Document(QByteArray bytes) : m_bytes(std::move(bytes)), m_isUtf8(isUtf8(m_bytes)) {}
+    explicit Document(QByteArray bytes) : m_bytes(std::move(bytes)), m_isUtf8(CodePages::isUtf8(m_bytes)) {}
 
     const QByteArray& bytes() const { return m_bytes; }
     QString value(const QString& section, const QString& key) const;
@@ -107,7 +74,7 @@ private:
         return QByteArrayView(m_bytes).sliced(begin, end - begin);
     }
     QString decoded(QByteArrayView bytes) const {
-        return m_isUtf8 ? QString::fromUtf8(bytes) : fromWindows1252(bytes);
+        return CodePages::decode(bytes, m_isUtf8 ? CodePages::utf8 : 1252);
     }
     bool isName(QByteArrayView bytes, const QString& name) const {
         return decoded(trimmed(bytes)).compare(name, Qt::CaseInsensitive) == 0;
@@ -115,7 +82,7 @@ private:
     bool nextLine(Line& line) const;
     Place find(const QString& section, const QString& key) const;
     QByteArray encoded(const QString& text) const {
-        return m_isUtf8 ? text.toUtf8() : toWindows1252(text).value_or(QByteArray());
+        return m_isUtf8 ? text.toUtf8() : CodePages::toWindows1252(text).value_or(QByteArray());
     }
     QByteArray lineBreak() const;
     void becomeUtf8();
@@ -183,7 +150,7 @@ bool Document::setValue(const QString& section, const QString& key, const QStrin
         return false;
     const QString line = asLine(value);
     // Text that Windows-1252 does not have turns the whole file into UTF-8.
-    if (!m_isUtf8 && !toWindows1252(section + key + line))
+    if (!m_isUtf8 && !CodePages::toWindows1252(section + key + line))
         becomeUtf8();
     const Place place = find(section, key);
     if (place.valueBegin >= 0) {
@@ -198,7 +165,7 @@ bool Document::setValue(const QString& section, const QString& key, const QStrin
         m_bytes.insert(at, isLineOpen ? end + added : added);
     }
     // Bytes of Windows-1252 can happen to be valid UTF-8 once the last one that was not has gone.
-    if (!m_isUtf8 && isUtf8(m_bytes))
+    if (!m_isUtf8 && CodePages::isUtf8(m_bytes))
         becomeUtf8();
     const Place written = find(section, key);
     return written.valueBegin >= 0 && decoded(view(written.valueBegin, written.valueEnd)) == line;
@@ -211,7 +178,7 @@ QByteArray Document::lineBreak() const {
 
 void Document::becomeUtf8() {
     const qsizetype mark = m_bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
-    m_bytes.replace(mark, m_bytes.size() - mark, fromWindows1252(view(mark, m_bytes.size())).toUtf8());
+    m_bytes.replace(mark, m_bytes.size() - mark, CodePages::decode(view(mark, m_bytes.size()), 1252).toUtf8());
     m_isUtf8 = true;
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CWKS.h"
 #include "items/KeyNames.h"
-#include "items/RichText.h"
 #include "items/WorkDescription.h"
 #include "items/WorkGroups.h"
 #include "support/CommandLine.h"
@@ -30,8 +29,6 @@ private slots:
     void deletingSeveralLeavesTheirCharacters();
     void descriptionIsADocument();
     void descriptionThatFailsLeavesNothing();
-    void documentsAreReadAsText_data();
-    void documentsAreReadAsText();
     void keysAreRenamed();
     void commandLineWorksOnWorks();
 
@@ -355,27 +352,6 @@ void TestWorks::descriptionThatFailsLeavesNothing() {
     QVERIFY(!WorkDescription(*m_home->session, work).write("Lost"));
     QVERIFY(m_home->messages.told.back().startsWith("An unexpected error has occurred!"));
     QCOMPARE(count("Cards"), 0);
-}
-
-void TestWorks::documentsAreReadAsText_data() {
-    QTest::addColumn<QByteArray>("document");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("formatted") << QByteArray("{\\rtf1\\ansi{\\fonttbl{\\f0 Verdana;}}{\\colortbl ;\\red1;}"
-                                             "{\\*\\generator X;}\\b Bold\\b0  and\r\n caf\\'e9\\par next}")
-                               << "Bold and café\nnext";
-    QTest::newRow("characters") << QByteArray("{\\rtf1\\uc1 \\u8364?\\'80\\u-10179?\\u-9212?\\endash\\{\\}}")
-                                << "€€🐄–{}";
-    QTest::newRow("long fallback") << QByteArray("{\\rtf1\\uc2\\u233\\'65\\'27x}") << "éx";
-    QTest::newRow("cut off") << QByteArray("{\\rtf1 text\\'e") << QString("text") + QChar(0x0e);
-    QTest::newRow("too many ends") << QByteArray("{\\rtf1 a}}}}b") << "ab";
-    QTest::newRow("plain") << QByteArray("not \xC3\xA9 RTF\r\n") << "not é RTF\n";
-    QTest::newRow("nothing") << QByteArray() << "";
-    QTest::newRow("deep") << "{\\rtf1 " + QByteArray(1'000'000, '{') << "";
-}
-
-void TestWorks::documentsAreReadAsText() {
-    QFETCH(QByteArray, document);
-    QTEST(RichText::toText(document), "text");
 }
 
 void TestWorks::keysAreRenamed() {
