@@ -178,7 +178,8 @@ QByteArray Document::lineBreak() const {
 
 void Document::becomeUtf8() {
     const qsizetype mark = m_bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
-    m_bytes.replace(mark, m_bytes.size() - mark, CodePages::decode(view(mark, m_bytes.size()), 1252).toUtf8());
+    m_bytes.replace(mark, m_bytes.size() - mark,
+                    CodePages::decode(view(mark, m_bytes.size()), 1252).toUtf8());
     m_isUtf8 = true;
 }
 

@@ -148,10 +148,10 @@ void TestComposerCatalog::addsRenamesAndRemoves() {
         QVERIFY(catalog.remove(branch.number, {0, first, second}));
         QVERIFY(messages.asked.back().text.startsWith(branch.removeSeveral));
         QCOMPARE(catalog.nodes(branch.number).size(), size_t(1));
-        QCOMPARE(
-            number(
-                QStringLiteral("SELECT %1 FROM Compositions WHERE CompID = %2").arg(branch.names.key).arg(title)),
-            0);
+        QCOMPARE(number(QStringLiteral("SELECT %1 FROM Compositions WHERE CompID = %2")
+                            .arg(branch.names.key)
+                            .arg(title)),
+                 0);
         QCOMPARE(ComposerCatalog(*m_home->session, other).nodes(branch.number).size(), size_t(2));
     }
 }

@@ -408,7 +408,8 @@ void TestDeletions::logoOutlivesAMergeThatFailed() {
     sample.session->connection().runNative("DROP TRIGGER broken");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(sample.items().Migra(ItemKind::Label, 1, 2));
-    QVERIFY(!QFile::exists(logo) && AttachmentFiles(*sample.session).exists(Session::Folder::Labels, 2)); // it had none
+    QVERIFY(!QFile::exists(logo) &&
+            AttachmentFiles(*sample.session).exists(Session::Folder::Labels, 2)); // it had none
 }
 
 QTEST_GUILESS_MAIN(TestDeletions)
