@@ -7,7 +7,7 @@
 
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QPushButton>
+#include <QToolButton>
 
 namespace tessaranth {
 
@@ -21,13 +21,12 @@ RecLookupField::RecLookupField(const RecContext& context, int kind, const QStrin
     m_name->setReadOnly(true);
     m_name->setFocusPolicy(Qt::ClickFocus);
     const auto button = [&](const QString& caption, const QString& objectName, const QString& tip) {
-        auto* made = new QPushButton(caption);
+        auto* made = new QToolButton;
+        made->setText(caption);
         made->setObjectName(objectName);
         made->setToolTip(tip);
         made->setAccessibleName(tip);
-        made->setAutoDefault(false);
-        constexpr int width = 30;
-        made->setFixedWidth(width);
+        made->setFocusPolicy(Qt::StrongFocus);
         row->addWidget(made);
         return made;
     };
@@ -35,8 +34,8 @@ RecLookupField::RecLookupField(const RecContext& context, int kind, const QStrin
     const QString word = noun.toLower();
     m_choose = button(QStringLiteral("..."), QStringLiteral("cmd") + noun, tr("Add/Change the %1").arg(word));
     m_clear = button(QStringLiteral("×"), QStringLiteral("cmdClear") + noun, tr("Clear the %1").arg(word));
-    connect(m_choose, &QPushButton::clicked, this, &RecLookupField::choose);
-    connect(m_clear, &QPushButton::clicked, this, [this] {
+    connect(m_choose, &QToolButton::clicked, this, &RecLookupField::choose);
+    connect(m_clear, &QToolButton::clicked, this, [this] {
         setId(0);
         m_choose->setFocus(); // the command is disabled now
         emit changed();

@@ -18,7 +18,7 @@ public:
 
     qint64 id() const { return m_id; }
     void setId(qint64 id); ///< 0 for none
-    QPushButton* chooser() const { return m_choose; }
+    QToolButton* chooser() const { return m_choose; }
 
 signals:
     void changed();
@@ -31,8 +31,8 @@ private:
     QString m_listTitle;
     qint64 m_id = 0;
     QLineEdit* m_name = nullptr;
-    QPushButton* m_choose = nullptr;
-    QPushButton* m_clear = nullptr;
+    QToolButton* m_choose = nullptr;
+    QToolButton* m_clear = nullptr;
 };
 
 } // namespace tessaranth

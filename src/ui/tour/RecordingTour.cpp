@@ -8,7 +8,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QPushButton>
+#include <QAbstractButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
@@ -25,7 +25,7 @@ void takeOpened(TourCamera& camera, QWidget& form, const char* button, const QSt
             opened->reject();
         }
     });
-    form.findChild<QPushButton*>(QLatin1String(button))->click();
+    form.findChild<QAbstractButton*>(QLatin1String(button))->click();
 }
 
 void showTab(QTabWidget& tabs, int tab, const char* list) {
