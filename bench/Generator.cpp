@@ -13,11 +13,13 @@ namespace tessaranth {
 
 namespace {
 
-const char* const syllables[] = {"ba",  "ber", "cho", "da",   "dvo", "el",  "fran", "gré",
-                                 "hän", "ja",  "ku",  "lisz", "mar", "ná",  "or",   "pär",
-                                 "qui", "ro",  "šo",  "tal",  "ur",  "ver", "wag",  "zem"};
-const char* const forms[] = {"Symphony", "Concerto",   "Sonata",       "Quartet", "Étude",
-                             "Mass",     "Ouvertüre",  "Suite",        "Prélude", "Trio",
+const char* const syllables[] = {"ba",  "ber", "cho", "da",   "dvo", "el",  "fran", "gre",
+                                 "han", "ja",  "ku",  "lisz", "mar", "na",  "or",   "par",
+                                 "qui", "ro",  "so",  "tal",  "ur",  "ver", "wag",  "zem"};
+/// Instead of one of the others, once in fifty: about every fifth title has an accent then.
+const char* const accented[] = {"gré", "hän", "ná", "pär", "šo", "dvoř"};
+const char* const forms[] = {"Symphony", "Concerto",   "Sonata",       "Quartet", "Elegy",
+                             "Mass",     "Overture",   "Suite",        "Prelude", "Trio",
                              "Nocturne", "Variations", "Missa brevis", "Lied",    "Fantasia"};
 
 class Generator {
@@ -50,7 +52,8 @@ private:
     std::string name(int parts) {
         std::string text;
         for (int i = 0; i < parts; ++i)
-            text += syllables[below(int(std::size(syllables)))];
+            text += below(50) == 0 ? accented[below(int(std::size(accented)))]
+                                   : syllables[below(int(std::size(syllables)))];
         if (static_cast<unsigned char>(text.front()) < 128)
             text.front() = char(toupper(text.front()));
         return text;

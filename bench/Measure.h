@@ -26,6 +26,7 @@ double bareQuery(const BenchContext& context, const char* sql);
 // The topics, in the order of the table; each is a file of this folder.
 void measureLists(const BenchContext& context);
 void measureStatements(const BenchContext& context);
+void measureRecordings(const BenchContext& context);
 void measureQuickSearch(const BenchContext& context);
 void measureCards(const BenchContext& context);
 void measureClasses(const BenchContext& context);

@@ -147,7 +147,7 @@ bool RecordingLists::performed(Session& session, qint64 recording, std::vector<P
                 }
                 if (performs)
                     performer.works.addRow(
-                        work.work, QStringLiteral("Comp"),
+                        work.id, QStringLiteral("Comp"),
                         {composers.value(work.composer), title, names.join(QStringLiteral(", "))});
             }
         }

@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPainter>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QTreeView>
@@ -36,17 +37,20 @@ public:
         : QStyledItemDelegate(parent), m_present(icons.icon(QStringLiteral("CheckGreen"))),
           m_missing(icons.icon(QStringLiteral("CheckRed"))) {}
 
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const QIcon& icon = option->text == RecordingLists::present ? m_present : m_missing;
-        if (icon.isNull())
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        const bool isPresent = index.data().toString() == RecordingLists::present;
+        const QIcon& icon = isPresent ? m_present : m_missing;
+        if (icon.isNull()) {
+            QStyledItemDelegate::paint(painter, option, index);
             return;
-        option->icon = icon;
-        option->text.clear();
-        option->features |= QStyleOptionViewItem::HasDecoration;
-        option->decorationAlignment = Qt::AlignCenter;
-        option->decorationPosition = QStyleOptionViewItem::Top;
+        }
+        QStyleOptionViewItem bare(option);
+        const QStyle* style = option.widget->style();
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &bare, painter, option.widget);
+        QRect place(QPoint(), option.decorationSize);
+        place.moveCenter(option.rect.center());
+        icon.paint(painter, place);
     }
 
 private:
@@ -125,9 +129,19 @@ void frmRecCheck::fill() {
     if (!RecordingLists::parts(m_session, list, progress))
         return;
     m_model->setList(std::move(list));
-    FormHelpers::fitColumns(m_view);
+    fitColumns();
     m_view->setCurrentIndex(m_model->index(0, 0));
     m_state->setText(QStringLiteral("Recordings: ") + QString::number(m_model->rowCount()));
+}
+
+// The pictures take what their headings need; the titles get the rest.
+void frmRecCheck::fitColumns() {
+    FormHelpers::fitColumns(m_view);
+    QHeaderView* header = m_view->header();
+    header->setStretchLastSection(false);
+    for (int column = 1; column < m_model->columnCount(); ++column)
+        header->setSectionResizeMode(column, QHeaderView::Interactive);
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 void frmRecCheck::done(int result) {

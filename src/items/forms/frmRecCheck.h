@@ -29,6 +29,7 @@ protected:
 
 private:
     void buildUi();
+    void fitColumns();
     void openCard();
 
     Session& m_session;
