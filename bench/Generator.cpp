@@ -16,7 +16,7 @@ namespace {
 const char* const syllables[] = {"ba",  "ber", "cho", "da",   "dvo", "el",  "fran", "gre",
                                  "han", "ja",  "ku",  "lisz", "mar", "na",  "or",   "par",
                                  "qui", "ro",  "so",  "tal",  "ur",  "ver", "wag",  "zem"};
-/// Instead of one of the others, once in fifty: about every fifth title has an accent then.
+/// Instead of one of the others, once in 25: about every fifth title of a recording has an accent then.
 const char* const accented[] = {"gré", "hän", "ná", "pär", "šo", "dvoř"};
 const char* const forms[] = {"Symphony", "Concerto",   "Sonata",       "Quartet", "Elegy",
                              "Mass",     "Overture",   "Suite",        "Prelude", "Trio",
@@ -52,7 +52,7 @@ private:
     std::string name(int parts) {
         std::string text;
         for (int i = 0; i < parts; ++i)
-            text += below(50) == 0 ? accented[below(int(std::size(accented)))]
+            text += below(25) == 0 ? accented[below(int(std::size(accented)))]
                                    : syllables[below(int(std::size(syllables)))];
         if (static_cast<unsigned char>(text.front()) < 128)
             text.front() = char(toupper(text.front()));

@@ -110,7 +110,7 @@ void frmRecCheck::buildUi() {
     layout->addWidget(buttons);
     const int kept = m_session.configuration().read(section, widthKey).toInt();
     const QMargins margins = layout->contentsMargins();
-    resize(qBound(leastWidth, kept > 0 ? kept : 780, mostWidth) + margins.left() + margins.right(), 520);
+    resize(qBound(leastWidth, kept > 0 ? kept : 940, mostWidth) + margins.left() + margins.right(), 520);
 }
 
 // The window is there before its rows are, so that a large catalog shows how far it is.
