@@ -94,6 +94,7 @@ private slots:
     void managerDeletesAndMerges();
     void chooserTypesAhead();
     void chooserTakesSeveral();
+    void chooserKeepsWhatWasChosen();
     void chooserMakesNewOnes();
     void chooserOfAReadyList();
 };
@@ -405,6 +406,26 @@ void TestPersonForms::chooserTakesSeveral() {
     QCOMPARE(form.names(), expected);
     QCOMPARE(form.ids().size(), size_t(3));
     QCOMPARE(desk.items().person(ItemKind::Performer, form.ids()[2]).last, expected[2].section(',', 0, 0));
+}
+
+void TestPersonForms::chooserKeepsWhatWasChosen() {
+    Desk desk;
+    frmListChooser form(*desk.session, desk.icons, ItemKind::Performer, "  Performers list", true);
+    open(form);
+    type(form, "cal");
+    key(form, Qt::Key_Space, Qt::ControlModifier);
+    type(form, "k"); // replaces what was typed; the first row that fits is chosen only as long as it is first
+    type(form, "ar");
+    const QString second = firstCell(list(form), 0);
+    QVERIFY(form.findChild<QLabel*>("state")->text().contains("2 chosen"));
+    key(form, Qt::Key_Space, Qt::ControlModifier);
+    type(form, "nobody is called so");
+    QCOMPARE(form.names().size(), 2);
+    form.findChild<QLineEdit*>("txtFilter")->clear();
+    QCOMPARE(list(form).selectionModel()->selectedRows().size(), 2);
+    click(form, "cmdChoose");
+    QVERIFY(form.names()[0].startsWith("Cal"));
+    QCOMPARE(form.names()[1], second);
 }
 
 void TestPersonForms::chooserMakesNewOnes() {

@@ -68,7 +68,7 @@ void frmListChooser::buildUi(const QString& iconKey) {
     m_list = FormHelpers::narrowedList(
         this, m_icons,
         {QStringLiteral("txtFilter"), tr("Narrow the list"),
-         m_kind ? tr("Type the beginning of a name") : tr("Type a part of the title or number"),
+         m_kind ? tr("Type the beginning of a name") : tr("Type a part of the name or number"),
          QStringLiteral("lvItems"), title},
         m_several);
     m_list.text->installEventFilter(this);

@@ -47,30 +47,38 @@ const Opened allOpened[] = {{0, "cmdLabel", "choose-label"},       {1, "cmdPfrAd
                             {1, "cmdPfrWorks", "performed-works"}, {2, "cmdWksAdd", "choose-works"},
                             {3, "cmdCastAdd", "choose-cast"},      {3, "cmdCastRoles", "choose-roles"}};
 
+constexpr int tracksTab = 4;
+
+qint64 mostOf(Session& session, const char* rows) {
+    return session.connection()
+        .single(QStringLiteral("SELECT RecID FROM %1 GROUP BY RecID ORDER BY Count(*) DESC")
+                    .arg(QLatin1String(rows)))
+        .toInteger();
+}
+
 } // namespace
 
-// An opera with its cast, where there is one: the recording with the most roles.
+// An opera with its cast, and the tracks of the recording that has the most.
 void tourRecordings(TourCamera& camera, Session& session, const IconStore& icons) {
-    const qint64 opera =
-        session.connection()
-            .single(QStringLiteral("SELECT CompOnRec.RecID FROM CompOnRec INNER JOIN CompOnRecPfr ON "
-                                   "CompOnRec.CompOnRecID = CompOnRecPfr.CompOnRecID "
-                                   "GROUP BY CompOnRec.RecID ORDER BY Max(CompOnRecPfr.PersonageID) DESC"))
-            .toInteger();
-    frmRec editor(session, icons, opera, nullptr);
-    editor.show();
-    auto* tabs = editor.findChild<QTabWidget*>(QStringLiteral("tabs"));
-    const char* const lists[] = {nullptr, "lvPfr", nullptr, "lvPfr", "LvTracks"};
-    for (int tab = 0; tab < tabs->count(); ++tab) {
-        showTab(*tabs, tab, lists[tab]);
-        camera.take(editor, QStringLiteral("recording-%1").arg(tab + 1));
-        for (const Opened& opened : allOpened)
-            if (opened.tab == tab) {
-                editor.show();
-                showTab(*tabs, tab, lists[tab]);
-                takeOpened(camera, editor, opened.button,
-                           QStringLiteral("recording-") + QLatin1String(opened.name));
-            }
+    const qint64 opera = mostOf(session, "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
+                                         "CompOnRecPfr.CompOnRecID WHERE CompOnRecPfr.PersonageID > 0");
+    const char* const lists[] = {nullptr, "lvPfr", nullptr, "lvPfr"};
+    if (opera != 0) {
+        frmRec editor(session, icons, opera, nullptr);
+        auto* tabs = editor.findChild<QTabWidget*>(QStringLiteral("tabs"));
+        for (int tab = 0; tab < tracksTab; ++tab) {
+            showTab(*tabs, tab, lists[tab]);
+            camera.take(editor, QStringLiteral("recording-%1").arg(tab + 1));
+            for (const Opened& opened : allOpened)
+                if (opened.tab == tab)
+                    takeOpened(camera, editor, opened.button,
+                               QStringLiteral("recording-") + QLatin1String(opened.name));
+        }
+    }
+    if (const qint64 most = mostOf(session, "Tracks"); most != 0) {
+        frmRec editor(session, icons, most, nullptr);
+        showTab(*editor.findChild<QTabWidget*>(QStringLiteral("tabs")), tracksTab, "LvTracks");
+        camera.take(editor, QStringLiteral("recording-5"));
     }
     frmRec fresh(session, icons, 0, nullptr);
     camera.take(fresh, QStringLiteral("recording-new"));
