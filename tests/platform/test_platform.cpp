@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AppFolder.h"
+#include "platform/DesktopScheme.h"
 #include "platform/OperatingSystem.h"
+#include "platform/Radar.h"
 #include "platform/Registry.h"
 #include "platform/SingleInstance.h"
 #include "platform/Volumes.h"
@@ -9,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QStorageInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -60,6 +63,8 @@ private slots:
     void secondInstance();
     void killedInstance();
     void volumes();
+    void radar();
+    void desktopColours();
 };
 
 void PlatformTest::operatingSystem_data() {
@@ -108,6 +113,33 @@ void PlatformTest::operatingSystem() {
     QCOMPARE(versionGateMessage(name), refusal);
     if (!QStringList{"NT4", "2000", "XP", "VISTA"}.contains(name))
         QVERIFY(!isAdministrator(name));
+}
+
+void PlatformTest::radar() {
+    struct : DiscDrives {
+        QStringList volumeNames() const override { return names; }
+        QStringList names{"Data", "audio cd (E:)"};
+    } drives;
+    Radar radar(drives);
+    QSignalSpy inserted(&radar, &Radar::discInserted);
+    radar.setEnabled(true);
+    radar.look(); // still the same disc
+    QCOMPARE(inserted.size(), 1);
+    drives.names = QStringList{};
+    radar.look();
+    drives.names = QStringList{"Audio CD"};
+    radar.look();
+    QCOMPARE(inserted.size(), 2);
+    radar.setEnabled(false);
+    QVERIFY(!radar.isEnabled());
+}
+
+void PlatformTest::desktopColours() {
+    QVERIFY(desktopScheme(Qt::white, QColor(48, 140, 198)) == DesktopScheme::NormalColor);
+    QVERIFY(desktopScheme(Qt::white, QColor(140, 160, 70)) == DesktopScheme::HomeStead);
+    QVERIFY(desktopScheme(Qt::white, QColor(170, 170, 175)) == DesktopScheme::Metallic);
+    QVERIFY(desktopScheme(Qt::black, QColor(48, 140, 198)) == DesktopScheme::Metallic);
+    QVERIFY(desktopScheme() == DesktopScheme::NormalColor); // without a desktop
 }
 
 void PlatformTest::runningSystem() {

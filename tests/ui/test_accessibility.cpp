@@ -17,6 +17,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -87,6 +88,13 @@ bool isClipped(const QWidget* widget) {
         return false;
     if (label && label->wordWrap())
         return label->heightForWidth(label->width()) > label->height() + 1;
+    // A style would have every button as wide as "Cancel"; less is enough for "...".
+    if (const auto* button = qobject_cast<const QPushButton*>(widget)) {
+        const int icon = button->icon().isNull() ? 0 : button->iconSize().width() + 4;
+        constexpr int frame = 6;
+        return button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + icon + frame >
+               button->width();
+    }
     return widget->sizeHint().width() > widget->width() + 1;
 }
 

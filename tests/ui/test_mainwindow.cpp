@@ -264,9 +264,13 @@ void TestMainWindow::exitAsksInTheseWords() {
     const Question& question = m_home->messages.asked.back();
     QCOMPARE(question.text, "Exit the program?");
     QCOMPARE(question.buttons, std::vector<Answer>({Answer::Yes, Answer::No}));
+    m_window->toolbox()->view()->sortByColumn(1, Qt::DescendingOrder);
+    const QStringList sorted = names();
     m_home->messages.willAnswer(Answer::Yes);
     QVERIFY(m_window->close());
     QVERIFY(!m_home->session->configuration().read("MDI", "Main").isEmpty());
+    m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
+    QCOMPARE(names(), sorted); // the columns are as they were left
 }
 
 void TestMainWindow::placeOffEveryScreenIsCorrected_data() {
