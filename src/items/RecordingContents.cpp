@@ -192,7 +192,8 @@ bool RecordingContents::readTracks(Tracks& tracks) {
             if (row == 0 || rows.value(row, disc).toInteger() != rows.value(row - 1, disc).toInteger()) {
                 closeDisc();
                 heading = found.list.addRow(
-                    0, {}, {s("DISC ") + QString::number(rows.value(row, disc).toInteger())});
+                    0, s("Disc"),
+                    {QString(), s("DISC ") + QString::number(rows.value(row, disc).toInteger())});
                 found.list.setBold(heading, true);
                 ++found.discs;
             }

@@ -161,8 +161,8 @@ void TestRecordingContents::discsHaveHeadings() {
     RecordingContents::Tracks tracks;
     QVERIFY(RecordingContents(session(), id).readTracks(tracks));
     QCOMPARE(rows(tracks.list),
-             (QStringList{"|DISC 1||1:04:10", "Track|1|Recondita|", "Track|2|Te Deum|64:10", "|DISC 2||03:20",
-                          "Track|1|Vissi d'arte|03:20"}));
+             (QStringList{"Disc||DISC 1|1:04:10", "Track|1|Recondita|", "Track|2|Te Deum|64:10",
+                          "Disc||DISC 2|03:20", "Track|1|Vissi d'arte|03:20"}));
     QVERIFY(tracks.list.isBold(0) && !tracks.list.isBold(1));
     QCOMPARE(tracks.count, 3);
     QCOMPARE(tracks.discs, 2);

@@ -4,6 +4,7 @@
 #include "items/OpenCards.h"
 #include "items/RecordingContents.h"
 #include "items/forms/SpecsView.h"
+#include "items/forms/frmRec.h"
 #include "store/Session.h"
 #include "ui/CardColours.h"
 #include "ui/CardTabs.h"
@@ -14,6 +15,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QResizeEvent>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
@@ -24,7 +26,7 @@ namespace tessaranth {
 
 namespace {
 
-/// Rows as high as the texts of their last column, which may be everybody who sings in an opera.
+/// Rows as high as their texts within the columns' widths; one may be everybody who sings in an opera.
 class WrappingDelegate final : public QStyledItemDelegate {
 public:
     explicit WrappingDelegate(QTreeView* view) : QStyledItemDelegate(view), m_view(view) {}
@@ -33,7 +35,7 @@ public:
         QSize size = QStyledItemDelegate::sizeHint(option, index);
         const int margin = m_view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_view) + 1;
         const int width = m_view->columnWidth(index.column()) - 2 * margin;
-        if (index.column() + 1 == index.model()->columnCount() && width > 0)
+        if (index.column() > 0 && width > 0)
             size.setHeight(qMax(
                 size.height(),
                 option.fontMetrics.boundingRect(0, 0, width, 10000, Qt::TextWordWrap, index.data().toString())
@@ -110,6 +112,7 @@ void RecContentsPanel::buildUi() {
     works->setWordWrap(true);
     works->setItemDelegate(new WrappingDelegate(works));
     connect(works->header(), &QHeaderView::sectionResized, works, &QTreeView::doItemsLayout);
+    works->viewport()->installEventFilter(this);
     // The headings of the discs belong where they stand.
     m_lists[Tracks].view->setSortingEnabled(false);
     m_lists[Tracks].view->header()->setSectionsClickable(false);
@@ -140,11 +143,18 @@ void RecContentsPanel::addCommands() {
         connect(this, &CardPanel::changed, action, [this, action, key] { action->setEnabled(canRun(key)); });
         addAction(action);
     };
+    add(QStringLiteral("mnuCardRecContentsManage"), tr("&Manage..."), QStringLiteral("Manage"),
+        [this] { manage(); });
     add(
         QStringLiteral("mnuCardRecContentsGoTo"), tr("&Open artist card"), QStringLiteral("GoToCard"),
         [this] { goToArtist(); }, [this] { return !selectedArtist().isEmpty(); });
     add(QStringLiteral("mnuCardRecContentsRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
         [this] { load(); });
+}
+
+// The editor reloads the card after each part that it stores.
+void RecContentsPanel::manage() {
+    frmRec(m_context.session, m_context.icons, m_context.id, &m_context.cards, window()).exec();
 }
 
 // ---- reading
@@ -179,7 +189,7 @@ void RecContentsPanel::loadWorks() {
     m_tabs->setTabText(Works, tr("Works (%1)").arg(works.list.rowCount()));
     m_performers->setText(works.performers);
     m_lists[Works].model->setList(std::move(works.list));
-    FormHelpers::fitColumns(m_lists[Works].view);
+    fitWorks();
 }
 
 void RecContentsPanel::loadTracks() {
@@ -211,6 +221,22 @@ void RecContentsPanel::bringToFront(int area) {
     m_areas->setCurrentIndex(area);
     m_performers->setVisible(area != Artists);
     emit changed();
+}
+
+// Whatever the width, the performers are in sight.
+void RecContentsPanel::fitWorks() {
+    QTreeView* view = m_lists[Works].view;
+    const int whole = view->viewport()->width();
+    FormHelpers::fitColumns(view);
+    view->setColumnWidth(1, qMin(view->columnWidth(1), whole * 22 / 100));
+    view->setColumnWidth(2, qMin(view->columnWidth(2), whole * 38 / 100));
+}
+
+bool RecContentsPanel::eventFilter(QObject* watched, QEvent* event) {
+    const auto* resize = event->type() == QEvent::Resize ? static_cast<QResizeEvent*>(event) : nullptr;
+    if (resize && resize->size().width() != resize->oldSize().width())
+        fitWorks();
+    return CardPanel::eventFilter(watched, event);
 }
 
 void RecContentsPanel::resizeEvent(QResizeEvent* event) {

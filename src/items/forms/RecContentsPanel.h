@@ -35,6 +35,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct List {
@@ -50,7 +51,9 @@ private:
     void loadTracks();
     QString selectedArtist() const; ///< the code of the person selected in front; empty for none
     void goToArtist();
+    void manage();
     void placeSplitter();
+    void fitWorks();
 
     SpecsView* m_specs = nullptr;
     QSplitter* m_splitter = nullptr;

@@ -233,6 +233,9 @@ void frmItem::setPanelHidden(bool hidden) {
     if (m_status != State::Gone)
         m_status = hidden ? State::PanelHidden : State::Shown;
     m_stack->setVisible(!hidden);
+    // What is above gets the place.
+    QWidget* lower = m_stack->parentWidget();
+    lower->setMaximumHeight(hidden ? lower->layout()->sizeHint().height() : QWIDGETSIZE_MAX);
     m_toggle->setText(hidden ? tr("Show panel") : tr("Hide panel"));
     followPanel();
 }
