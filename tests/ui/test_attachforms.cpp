@@ -5,6 +5,7 @@
 #include "items/forms/MediaPanel.h"
 #include "items/forms/RelationsPanel.h"
 #include "items/forms/WebPanel.h"
+#include "items/forms/frmItem.h"
 #include "items/forms/frmListManager.h"
 #include "items/forms/frmMediaPath.h"
 #include "items/forms/frmMediaProperties.h"
@@ -15,6 +16,7 @@
 #include "support/FakeDesktop.h"
 #include "support/ItemCatalog.h"
 #include "ui/IconStore.h"
+#include "ui/MainWindow.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -107,6 +109,7 @@ private slots:
     void labelThatCannotBeSaved();
     void customCardEditor();
     void placesOfMedia();
+    void keysOfAPanelWithinTheFrame();
 };
 
 void TestAttachForms::mediaPanel() {
@@ -370,6 +373,30 @@ void TestAttachForms::placesOfMedia() {
     QVERIFY(!form.isVisible());
     QCOMPARE(desk.text("SELECT MediaFolder FROM Media"), QString("E:\\a"));
     QCOMPARE(desk.cards.reloaded, QStringList("#Cps4"));
+}
+
+// The toolbox uses the same keys for its own list, wherever the focus is.
+void TestAttachForms::keysOfAPanelWithinTheFrame() {
+    Desk desk;
+    MainWindow window(*desk.session, desk.icons);
+    open(window);
+    window.openCard("Cps", 1);
+    auto* card = window.findChild<frmItem*>();
+    QVERIFY(card->showPanel("Web"));
+    auto* view = card->findChild<QTreeView*>("lvWeb");
+    view->setFocus();
+    inNextForm<frmNewWeb>([](frmNewWeb& form) { key(form, Qt::Key_Escape); });
+    QTest::keyClick(view, Qt::Key_Insert);
+    card->showPanel("Media");
+    desk.run("INSERT INTO Media (RelatedCat, RelatedID, MediaTitle) VALUES ('Cps', 1, 'elsewhere')");
+    view = card->findChild<QTreeView*>("lvMedia");
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(view->model()->rowCount(), 1);
+    desk.messages.willAnswer(Answer::Yes); // exit
+    window.close();
 }
 
 QTEST_MAIN(TestAttachForms)

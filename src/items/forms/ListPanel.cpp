@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QDataStream>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSet>
 #include <QTreeView>
@@ -24,6 +25,7 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
     m_view->setAccessibleName(words.spoken);
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_view->setFrameShape(QFrame::NoFrame);
+    m_view->installEventFilter(this);
     layout->addWidget(m_view);
     // On the list itself, so that its menu, its keys and files dropped on it work while it is empty.
     m_empty = new QLabel(words.empty);
@@ -46,6 +48,29 @@ void ListPanel::addEntry(const QString& key, const QString& caption, const QStri
     connect(action, &QAction::triggered, this, [this, key] { run(key); });
     m_view->addAction(action);
     m_entries.emplace_back(key, action);
+}
+
+QAction* ListPanel::actionOf(const QEvent* event) const {
+    const QKeySequence keys(static_cast<const QKeyEvent*>(event)->keyCombination());
+    for (const auto& [key, action] : m_entries)
+        if (action->isEnabled() && action->shortcut() == keys)
+            return action;
+    return nullptr;
+}
+
+// The frame has some of these keys for its own lists; while the list has the focus, they are the list's.
+bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && actionOf(event)) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        if (QAction* action = actionOf(event)) {
+            action->trigger();
+            return true;
+        }
+    }
+    return CardPanel::eventFilter(watched, event);
 }
 
 void ListPanel::setDefaultCommand(const QString& key) {

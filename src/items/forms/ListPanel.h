@@ -21,6 +21,7 @@ class ListPanel : public CardPanel {
 public:
     void load() override;
     QString heading() const override; ///< "Alias (3)"
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     struct Words {
@@ -47,6 +48,7 @@ protected:
     void enable();
 
 private:
+    QAction* actionOf(const QEvent* keyEvent) const;
     void select(const std::vector<qint64>& ids);
     QString arrangementKey() const;
     void restoreWidths();
