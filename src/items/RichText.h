@@ -3,6 +3,8 @@
 
 #include "items/RtfReader.h"
 
+class QImage;
+class QTextCursor;
 class QTextDocument;
 
 namespace tessaranth {
@@ -23,6 +25,12 @@ QString toText(const QByteArray& document);
 QByteArray fromDocument(const QTextDocument& document);
 /// Replaces what a text document held; as `toText` as to bytes that are not RTF. Without undoing.
 RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document);
+
+/// Puts a document where the cursor stands, in place of its selection, as one step to undo. A paragraph that
+/// the cursor stands within keeps its alignment.
+RtfOutcome insert(const QByteArray& rtf, QTextCursor& cursor);
+/// A document with nothing but a picture.
+QByteArray fromImage(const QImage& image);
 
 } // namespace RichText
 

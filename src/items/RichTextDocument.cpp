@@ -3,6 +3,7 @@
 #include "items/RtfWriter.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QImage>
 #include <QPixmap>
 #include <QTextBlock>
@@ -23,8 +24,10 @@ constexpr double pointsPerPixel = 0.75;
 
 class DocumentSink final : public RtfSink {
 public:
-    explicit DocumentSink(QTextDocument& document) : m_document(document), m_cursor(&document) {
+    explicit DocumentSink(const QTextCursor& cursor) : m_cursor(cursor) {
         m_cursor.beginEditBlock();
+        m_cursor.removeSelectedText();
+        m_isWithin = m_cursor.block().length() > 1; // the end of the paragraph counts
     }
     ~DocumentSink() override { m_cursor.endEditBlock(); }
 
@@ -39,18 +42,18 @@ private:
     void startParagraph();
     const QTextCharFormat& format(const RtfStyle& style);
 
-    QTextDocument& m_document;
     QTextCursor m_cursor;
-    bool m_isNew = false; ///< the next content begins another paragraph
-    int m_pictures = 0;
+    bool m_isWithin = false;         ///< in a paragraph that was there before
+    bool m_isNew = false;            ///< the next content begins another paragraph
     std::optional<RtfStyle> m_style; ///< that m_format was made for
     QTextCharFormat m_format;
 };
 
 void DocumentSink::startParagraph() {
-    if (m_isNew)
-        m_cursor.insertBlock(QTextBlockFormat(), m_cursor.charFormat());
-    m_isNew = false;
+    if (!m_isNew)
+        return;
+    m_cursor.insertBlock(QTextBlockFormat(), m_cursor.charFormat());
+    m_isNew = m_isWithin = false;
 }
 
 const QTextCharFormat& DocumentSink::format(const RtfStyle& style) {
@@ -87,19 +90,24 @@ void DocumentSink::picture(const RtfPicture& picture, const RtfStyle& style) {
     startParagraph();
     QTextImageFormat image;
     image.merge(format(style));
-    image.setName(QStringLiteral("picture-%1").arg(++m_pictures));
+    // One name for one picture, also when it is pasted into another document.
+    image.setName(
+        QString::fromLatin1(QCryptographicHash::hash(picture.bytes, QCryptographicHash::Sha1).toHex()));
     image.setProperty(pictureBytes, picture.bytes);
     if (picture.width > 0 && picture.height > 0) {
         image.setWidth(picture.width / double(twipsPerPixel));
         image.setHeight(picture.height / double(twipsPerPixel));
     }
     // Decoded when it is shown; most documents are read without being scrolled to their end.
-    m_document.addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
+    m_cursor.document()->addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
     m_cursor.insertImage(image);
 }
 
 void DocumentSink::endParagraph(const RtfParagraph& paragraph, const RtfStyle& mark) {
     startParagraph();
+    m_isNew = true;
+    if (m_isWithin)
+        return;
     QTextBlockFormat block;
     block.setAlignment(paragraph.alignment);
     if (paragraph.left != 0)
@@ -108,7 +116,6 @@ void DocumentSink::endParagraph(const RtfParagraph& paragraph, const RtfStyle& m
         block.setTextIndent(paragraph.first / double(twipsPerPixel));
     m_cursor.setBlockFormat(block);
     m_cursor.setBlockCharFormat(format(mark));
-    m_isNew = true;
 }
 
 // ---- writing
@@ -235,14 +242,33 @@ RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document) {
     document.setDefaultFont(QFont(defaultFont, defaultPoints));
     RtfOutcome outcome;
     if (looksLikeRtf(bytes)) {
-        DocumentSink sink(document);
+        DocumentSink sink{QTextCursor(&document)};
         outcome = readRtf(bytes, sink);
     } else {
-        DocumentSink sink(document);
+        DocumentSink sink{QTextCursor(&document)};
         readRtf(fromText(toText(bytes)), sink);
     }
     document.setUndoRedoEnabled(canUndo);
     return outcome;
+}
+
+RtfOutcome insert(const QByteArray& rtf, QTextCursor& cursor) {
+    DocumentSink sink(cursor);
+    return readRtf(rtf, sink);
+}
+
+QByteArray fromImage(const QImage& image) {
+    RtfPicture picture;
+    QBuffer buffer(&picture.bytes);
+    image.save(&buffer, "PNG");
+    RtfStyle style;
+    style.font = defaultFont;
+    style.halfPoints = defaultPoints * 2;
+    RtfWriter writer;
+    if (!picture.bytes.isEmpty())
+        writer.picture(picture, style);
+    writer.endParagraph({}, style);
+    return writer.document();
 }
 
 } // namespace tessaranth::RichText

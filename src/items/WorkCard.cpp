@@ -2,10 +2,10 @@
 #include "items/WorkCard.h"
 
 #include "items/CWKS.h"
+#include "items/CardDocuments.h"
 #include "items/CardRecordings.h"
 #include "items/Guarded.h"
 #include "items/RichText.h"
-#include "items/WorkDescription.h"
 
 #include <QCoreApplication>
 #include <QSaveFile>
@@ -62,6 +62,18 @@ void readLines(Session& session, const Work& work, WorkCard& card) {
     add("PERSONAGES:", charactersOf(session, work.id));
 }
 
+QStringList documentsOf(Session& session, qint64 work) {
+    CardDocuments documents(session, {QStringLiteral("Comp"), work});
+    ItemList titles;
+    QStringList texts;
+    if (documents.LoadDocs(titles))
+        for (int row = 0; row < titles.rowCount(); ++row)
+            if (const auto stored = documents.read(titles.id(row)))
+                texts << RichText::toText(*stored).trimmed();
+    texts.removeAll(QString());
+    return texts;
+}
+
 } // namespace
 
 bool readWorkCard(Session& session, qint64 id, WorkCard& card) {
@@ -79,11 +91,8 @@ bool readWorkCard(Session& session, qint64 id, WorkCard& card) {
         if (readCardHeading(session, QStringLiteral("Cps"), work.composer, composer))
             found.composerName = composer.name + QStringLiteral(" (") + composer.years + u')';
         readLines(session, work, found);
-        WorkDescription::Text document;
-        WorkDescription(session, id).read(document);
         found.description = work.description.trimmed();
-        if (const QString text = document.text.trimmed(); !text.isEmpty())
-            found.description += (found.description.isEmpty() ? QString() : QStringLiteral("\n\n")) + text;
+        found.documents = documentsOf(session, id);
         if (!readWorkRecordings(session, id, found.recordings))
             return false;
         card = std::move(found);
@@ -100,6 +109,8 @@ QString WorkCard::text() const {
         paragraphs << line.label + u' ' + QString(line.value).replace(u'\n', QStringLiteral(", "));
     if (!description.isEmpty())
         paragraphs << QString() << description;
+    for (const QString& document : documents)
+        paragraphs << QString() << document;
     if (recordings.rowCount() > 0)
         paragraphs << QString() << tr("RECORDINGS:");
     for (int row = 0; row < recordings.rowCount(); ++row) {

@@ -16,7 +16,8 @@ struct WorkCard {
     QString number; ///< with the composer's acronym
     QString subTitle;
     std::vector<CardLine> lines; ///< of what is known only
-    QString description;         ///< the short text, then the description document's
+    QString description;         ///< the short text
+    QStringList documents;       ///< texts of the work's documents, the long description among them
     ItemList recordings;
 
     /// The whole card as plain text, a line each, for a document.

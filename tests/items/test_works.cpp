@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CWKS.h"
 #include "items/KeyNames.h"
+#include "items/RichText.h"
 #include "items/WorkDescription.h"
 #include "items/WorkGroups.h"
 #include "support/CommandLine.h"
@@ -208,7 +209,7 @@ void TestWorks::refusesWhatCannotBeStored() {
     QVERIFY(!m_works->ModificaWork(gone));
     QCOMPARE(m_works->addCharacter(id, "Nobody"), 0);
     QCOMPARE(m_works->importCharacters(id, write("list.txt", "Nobody\n")), -1);
-    QVERIFY(!WorkDescription(*m_home->session, id).write("Nothing"));
+    QVERIFY(!WorkDescription(*m_home->session, id).write(RichText::fromText("Nothing")));
     QVERIFY(!m_works->EliminaWork(id));
     QCOMPARE(count("Compositions") + count("Personages") + count("Cards"), 0);
 }
@@ -271,8 +272,8 @@ void TestWorks::deletingOneTakesItsCharacters() {
     const qint64 other = add("Kept");
     m_works->addCharacter(work, "Orfeo");
     m_works->addCharacter(other, "Euridice");
-    QVERIFY(WorkDescription(*m_home->session, work).write("Long"));
-    QVERIFY(WorkDescription(*m_home->session, other).write("Stays"));
+    QVERIFY(WorkDescription(*m_home->session, work).write(RichText::fromText("Long")));
+    QVERIFY(WorkDescription(*m_home->session, other).write(RichText::fromText("Stays")));
     Connection& connection = m_home->session->connection();
     for (const qint64 id : {work, other}) {
         connection.execute(QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
@@ -299,7 +300,7 @@ void TestWorks::deletingSeveralLeavesTheirCharacters() {
     const qint64 second = add("Second");
     add("Kept");
     m_works->addCharacter(first, "Stays");
-    QVERIFY(WorkDescription(*m_home->session, second).write("Goes"));
+    QVERIFY(WorkDescription(*m_home->session, second).write(RichText::fromText("Goes")));
     QVERIFY(!m_works->EliminaWorkBatch({})); // does not ask
     m_home->messages.willAnswer(Answer::Yes);
     QVERIFY(m_works->EliminaWorkBatch({first, second}));
@@ -319,20 +320,16 @@ void TestWorks::descriptionIsADocument() {
                                "VALUES ('Comp', %1, 'Notes', 4)")
                            .arg(work));
     WorkDescription description(*m_home->session, work);
-    WorkDescription::Text read;
-    QVERIFY(description.read(read) && read.card == 0 && read.text.isEmpty());
-    const QString text = "Fremd bin ich \\eingezogen {1}\n\tüber 春 🎻\n\nEnde";
+    QVERIFY(description.document() == 0 && !description.read());
+    const QByteArray text = RichText::fromText("Fremd bin ich \\eingezogen {1}\n\tüber 春 🎻\n\nEnde");
     QVERIFY(description.write(text));
-    QVERIFY(description.read(read));
-    QCOMPARE(read.text, text);
-    QVERIFY(!read.formatted);
+    QCOMPARE(description.read().value(), text);
     QCOMPARE(connection.single("SELECT OrderNbr FROM Cards WHERE CardTitle = 'Descr'").toInteger(), 5);
-    QVERIFY(QFile::exists(documents() + '/' + QString::number(read.card)));
-    const qint64 card = read.card;
-    QVERIFY(description.write("Shorter")); // the same document
-    QVERIFY(description.read(read));
-    QCOMPARE(read.card, card);
-    QCOMPARE(read.text, "Shorter");
+    const qint64 document = description.document();
+    QVERIFY(QFile::exists(documents() + '/' + QString::number(document)));
+    QVERIFY(description.write(RichText::fromText("Shorter"))); // the same document
+    QCOMPARE(description.document(), document);
+    QCOMPARE(RichText::toText(description.read().value()), "Shorter");
 
     m_home->messages.willAnswer(Answer::No);
     QVERIFY(!description.remove());
@@ -349,8 +346,8 @@ void TestWorks::descriptionThatFailsLeavesNothing() {
     QDir(documents()).removeRecursively();
     QFile blocker(documents());
     QVERIFY(blocker.open(QIODevice::WriteOnly));
-    QVERIFY(!WorkDescription(*m_home->session, work).write("Lost"));
-    QVERIFY(m_home->messages.told.back().startsWith("An unexpected error has occurred!"));
+    QVERIFY(!WorkDescription(*m_home->session, work).write(RichText::fromText("Lost")));
+    QVERIFY(m_home->messages.told.back().contains("cannot be written"));
     QCOMPARE(count("Cards"), 0);
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The windows of works and of key names, worked with the keyboard and the mouse only.
 #include "items/ItemKind.h"
-#include "items/WorkDescription.h"
 #include "items/forms/frmKeys.h"
 #include "items/forms/frmWorkEditor.h"
 #include "support/TestHome.h"
@@ -18,6 +17,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <QTreeView>
 
@@ -34,8 +34,7 @@ private slots:
     void titleIsDemanded();
     void namesNewGroups();
     void closingAsksAboutChanges();
-    void longDescriptionComesBack();
-    void formattedDescriptionIsNotOverwritten();
+    void longDescriptionHasItsEditor();
     void charactersSaveTheWorkFirst();
     void workGoneMeanwhileStaysTyped();
     void tabKeyVisitsTheFieldsInOrder();
@@ -204,45 +203,40 @@ void TestWorkEditor::closingAsksAboutChanges() {
     QCOMPARE(stored().title, "Vespro");
 }
 
-void TestWorkEditor::longDescriptionComesBack() {
+void TestWorkEditor::longDescriptionHasItsEditor() {
+    key(Qt::Key_D, Qt::AltModifier);
+    key(Qt::Key_E, Qt::AltModifier); // refused: there is no title yet
     type("Combattimento");
     key(Qt::Key_D, Qt::AltModifier);
-    key(Qt::Key_L, Qt::AltModifier);
-    type("Tancredi è");
-    key(Qt::Key_S, Qt::AltModifier);
+    bool opened = false;
+    QTimer::singleShot(0, this, [&] {
+        auto* editor = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QVERIFY(editor);
+        opened = editor->windowTitle().startsWith(" New description");
+        auto* text = editor->findChild<QTextEdit*>("txtDocument");
+        QTest::keyClick(text, Qt::Key_B, Qt::ControlModifier);
+        QTest::keyClicks(text, "Tancredi");
+        QTest::keyClick(text, Qt::Key_S, Qt::ControlModifier);
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(!editor->isVisible());
+    });
+    key(Qt::Key_E, Qt::AltModifier);
+    QVERIFY(opened);
+    auto* shown = find<QTextEdit>("txtDocument");
+    QCOMPARE(shown->toPlainText(), "Tancredi");
+    shown->moveCursor(QTextCursor::End);
+    QCOMPARE(shown->fontWeight(), int(QFont::Bold));
     QCOMPARE(count("Cards WHERE CardTitle = 'Descr' AND RelatedCat = 'Comp'"), 1);
     edit(m_editor->workId());
-    QCOMPARE(find<QPlainTextEdit>("txtDocument")->toPlainText(), "Tancredi è");
+    QCOMPARE(find<QTextEdit>("txtDocument")->toPlainText(), "Tancredi");
     key(Qt::Key_D, Qt::AltModifier);
     m_home->messages.willAnswer(Answer::Yes);
     key(Qt::Key_R, Qt::AltModifier);
     QCOMPARE(m_home->messages.asked.back().text, "Do you want to remove this description?");
-    QVERIFY(find<QPlainTextEdit>("txtDocument")->toPlainText().isEmpty());
+    QVERIFY(find<QTextEdit>("txtDocument")->toPlainText().isEmpty());
     QVERIFY(!find<QPushButton>("cmdRemoveDescr")->isEnabled());
     QCOMPARE(count("Cards"), 0);
     key(Qt::Key_Escape);
-}
-
-void TestWorkEditor::formattedDescriptionIsNotOverwritten() {
-    Work work;
-    work.composer = m_composer;
-    work.title = "Selva morale";
-    QVERIFY(CWKS(*m_home->session).AggiungiWork(work));
-    QVERIFY(WorkDescription(*m_home->session, work.id).write("x"));
-    const QString path = m_home->session->dataFolder(Session::Folder::Documents) + '/' +
-                         m_home->session->connection().single("SELECT CardID FROM Cards").toText();
-    const QByteArray formatted("{\\rtf1\\ansi \\b Bold\\b0  text}");
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(formatted) == formatted.size());
-    file.close();
-    edit(work.id);
-    key(Qt::Key_D, Qt::AltModifier);
-    key(Qt::Key_L, Qt::AltModifier);
-    type("overwritten?");
-    QCOMPARE(find<QPlainTextEdit>("txtDocument")->toPlainText(), "Bold text");
-    QVERIFY(find<QLabel>("documentNote")->text().contains("formatted"));
-    key(Qt::Key_S, Qt::AltModifier);
-    QCOMPARE(bytesOf(path), formatted);
 }
 
 void TestWorkEditor::charactersSaveTheWorkFirst() {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/CardPanels.h"
 
+#include "items/forms/DocumentListPanel.h"
+#include "items/forms/DocumentPanel.h"
 #include "items/forms/ImagesPanel.h"
 #include "items/forms/MediaPanel.h"
 #include "items/forms/RecContentsPanel.h"
@@ -22,10 +24,10 @@ struct Factory {
     const char* name;
     CardPanel* (*make)(const CardContext& context, QWidget* parent);
 };
-const Factory factories[] = {{"Images", make<ImagesPanel>},  {"Comp", make<WorksPanel>},
-                             {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>},
-                             {"Media", make<MediaPanel>},    {"Web", make<WebPanel>},
-                             {"Rel", make<RelationsPanel>}};
+const Factory factories[] = {
+    {"Images", make<ImagesPanel>}, {"Doc", make<DocumentPanel>},   {"Docs", make<DocumentListPanel>},
+    {"Comp", make<WorksPanel>},    {"Rec", make<RecordingsPanel>}, {"RecContents", make<RecContentsPanel>},
+    {"Media", make<MediaPanel>},   {"Web", make<WebPanel>},        {"Rel", make<RelationsPanel>}};
 
 } // namespace
 

@@ -1,41 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/WorkDescription.h"
-
 #include <QWidget>
+#include <functional>
 
-class QLabel;
 class QPlainTextEdit;
 class QPushButton;
+class QTextEdit;
 
 namespace tessaranth {
 
+class IconStore;
 class Session;
 
-/// The two descriptions of a work: the text in its row, and the long one that is a document.
+/// The two descriptions of a work: the text in its row, and the long one that is a document and has its own
+/// editor.
 class WorkDescriptionTab final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit WorkDescriptionTab(Session& session, QWidget* parent = nullptr);
+    /// `workToDescribe` saves a work that is new first; 0: it could not be.
+    WorkDescriptionTab(Session& session, const IconStore& icons, std::function<qint64()> workToDescribe,
+                       QWidget* parent = nullptr);
 
     void show(qint64 work, const QString& description);
     QString description() const;
-    bool isDocumentChanged() const;
-    /// Writes the long description if it was changed; false when that failed or was declined.
-    bool saveDocument(qint64 work);
 
 private:
     void showDocument(qint64 work);
-    bool remove();
+    void edit();
+    void remove();
 
     Session& m_session;
+    const IconStore& m_icons;
+    std::function<qint64()> m_workToDescribe;
     qint64 m_work = 0;
-    WorkDescription::Text m_stored;
     QPlainTextEdit* m_description = nullptr;
-    QPlainTextEdit* m_document = nullptr;
-    QLabel* m_note = nullptr;
+    QTextEdit* m_document = nullptr;
     QPushButton* m_remove = nullptr;
 };
 

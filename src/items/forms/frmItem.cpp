@@ -6,6 +6,8 @@
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
 #include "items/forms/CardPanels.h"
+#include "items/forms/DocumentListPanel.h"
+#include "items/forms/DocumentPanel.h"
 #include "items/forms/ImagesPanel.h"
 #include "items/forms/RecContentsPanel.h"
 #include "items/forms/frmClassItem.h"
@@ -204,6 +206,11 @@ CardPanel* frmItem::panelNamed(const QString& name) {
     m_panels.insert(name, made);
     m_stack->addWidget(made);
     connect(made, &CardPanel::changed, this, &frmItem::followPanel);
+    const auto* titles = qobject_cast<DocumentListPanel*>(made);
+    if (auto* documents = m_upper->findChild<DocumentPanel*>(); titles && documents) {
+        connect(titles, &DocumentListPanel::chosen, documents, &DocumentPanel::showItem);
+        connect(documents, &DocumentPanel::listChanged, made, &CardPanel::load);
+    }
     if (auto* areas = qobject_cast<RecContentsPanel*>(made))
         areas->restore(int(m_heading.contentsState), m_heading.splitter);
     return made;

@@ -3,6 +3,7 @@
 
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
+#include "items/forms/DocumentPanel.h"
 #include "items/forms/SpecsView.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
@@ -79,6 +80,9 @@ QWidget* frmWork::buildRight() {
     m_description->setFrameShape(QFrame::NoFrame);
     m_description->document()->setDocumentMargin(8);
     right->addWidget(m_description);
+    m_documents = new DocumentPanel(m_context);
+    connect(m_documents, &CardPanel::changed, this, &frmWork::showDocuments);
+    right->addWidget(m_documents);
     auto* lower = new QWidget;
     auto* column = new QVBoxLayout(lower);
     column->setContentsMargins(0, 0, 0, 0);
@@ -100,6 +104,24 @@ QWidget* frmWork::buildRight() {
     return right;
 }
 
+// A work without documents leaves their place to its recordings; the first comes from the Card menu.
+void frmWork::showDocuments() {
+    m_documents->setVisible(m_documents->index() >= 0);
+    emit changed();
+}
+
+bool frmWork::knows(const QString& command) const {
+    return m_own.knows(command) || m_documents->knows(command);
+}
+
+bool frmWork::canRun(const QString& command) const {
+    return m_own.knows(command) ? m_own.canRun(command) : m_documents->canRun(command);
+}
+
+void frmWork::run(const QString& command) {
+    m_own.knows(command) ? m_own.run(command) : m_documents->run(command);
+}
+
 void frmWork::addEntry(const QString& key, const QString& caption, const QString& shortcut,
                        std::function<void()> what, std::function<bool()> when) {
     m_own.addCommand(key, std::move(what), std::move(when));
@@ -116,6 +138,7 @@ bool frmWork::reload() {
         return false;
     paint();
     showWork();
+    m_documents->load();
     return true;
 }
 

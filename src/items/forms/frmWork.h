@@ -13,10 +13,12 @@ class QTreeView;
 namespace tessaranth {
 
 class CardBand;
+class DocumentPanel;
 class ItemListModel;
 class SpecsView;
 
-/// The card of a work: what is known of it, its description, and the recordings that contain it.
+/// The card of a work: what is known of it, its description and documents, and the recordings that contain
+/// it.
 class frmWork final : public ChildWindow {
     Q_OBJECT
 
@@ -27,9 +29,9 @@ public:
     QString key() const override;
     QString iconKey() const override { return QStringLiteral("Comp"); }
     bool reload() override;
-    bool knows(const QString& command) const override { return m_own.knows(command); }
-    bool canRun(const QString& command) const override { return m_own.canRun(command); }
-    void run(const QString& command) override { m_own.run(command); }
+    bool knows(const QString& command) const override;
+    bool canRun(const QString& command) const override;
+    void run(const QString& command) override;
 
 private:
     void buildUi();
@@ -39,6 +41,7 @@ private:
                   std::function<void()> what, std::function<bool()> when = {});
     void paint();
     void showWork();
+    void showDocuments();
     void edit();
     void exportCard();
     qint64 selectedRecording() const;
@@ -54,6 +57,7 @@ private:
     SpecsView* m_lines = nullptr;
     QPushButton* m_composer = nullptr;
     QPlainTextEdit* m_description = nullptr;
+    DocumentPanel* m_documents = nullptr;
     QLabel* m_count = nullptr;
     ItemListModel* m_model = nullptr;
     QTreeView* m_recordings = nullptr;

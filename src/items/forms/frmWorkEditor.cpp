@@ -55,7 +55,7 @@ void frmWorkEditor::buildUi() {
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(QStringLiteral("tabs"));
     m_specs = new WorkSpecsTab(m_session, m_stored.composer);
-    m_description = new WorkDescriptionTab(m_session);
+    m_description = new WorkDescriptionTab(m_session, m_icons, [this] { return savedWork(); });
     m_characters = new WorkCharactersTab(m_session, m_icons, [this] { return savedWork(); });
     m_tabs->addTab(m_specs, tr("Work speci&fications"));
     m_tabs->addTab(m_description, tr("Work &description"));
@@ -88,7 +88,7 @@ Work frmWorkEditor::typed() const {
     return work;
 }
 
-bool frmWorkEditor::isChanged() const { return typed() != m_stored || m_description->isDocumentChanged(); }
+bool frmWorkEditor::isChanged() const { return typed() != m_stored; }
 
 bool frmWorkEditor::save() {
     const Work fields = typed();
@@ -102,10 +102,10 @@ bool frmWorkEditor::save() {
     m_stored = fields;
     m_stored.id = work.id;
     m_done = true;
-    return m_description->saveDocument(work.id);
+    return true;
 }
 
-// The characters are rows of their own that need the work's key.
+// The characters and the long description are rows of their own that need the work's key.
 qint64 frmWorkEditor::savedWork() {
     if (m_stored.id == 0)
         save();

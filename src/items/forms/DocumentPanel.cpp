@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "items/forms/DocumentPanel.h"
+
+#include "items/RichText.h"
+#include "items/forms/frmRTB.h"
+
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QTextEdit>
+#include <QUrl>
+
+namespace tessaranth {
+
+namespace {
+
+QStringList filesOf(const QMimeData* data) {
+    QStringList files;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile())
+            files.push_back(url.toLocalFile());
+    return files;
+}
+
+} // namespace
+
+DocumentPanel::DocumentPanel(const CardContext& context, QWidget* parent)
+    : DocumentPanel(context,
+                    std::make_unique<CardDocuments>(context.session, CardOwner{context.code, context.id}),
+                    parent) {}
+
+DocumentPanel::DocumentPanel(const CardContext& context, std::unique_ptr<CardDocuments> documents,
+                             QWidget* parent)
+    : PagedPanel(context, documents->files(),
+                 {QStringLiteral("mnuCardDoc"), QStringLiteral("Documents"), QStringLiteral("Back2"),
+                  QStringLiteral("Forward2"), QStringLiteral("Show previous document"),
+                  QStringLiteral("Show next document"), QStringLiteral("Alt+Left"),
+                  QStringLiteral("Alt+Right"), tr("Sort documents"), tr("Order of the documents"),
+                  QStringLiteral("Doc")},
+                 parent),
+      m_documents(std::move(documents)) {
+    setObjectName(QStringLiteral("documentPanel"));
+    setAcceptDrops(true);
+    m_text = new QTextEdit;
+    m_text->setObjectName(QStringLiteral("txtDocument"));
+    m_text->setReadOnly(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setAcceptDrops(false);
+    m_text->setFrameShape(QFrame::NoFrame);
+    m_text->setTabChangesFocus(true);
+    m_text->setContextMenuPolicy(Qt::NoContextMenu); // the panel's own
+    addCommands();
+    buildUi(m_text);
+    connect(m_text, &QTextEdit::selectionChanged, this, &DocumentPanel::enable);
+    load();
+}
+
+void DocumentPanel::addCommands() {
+    const auto one = [this] { return hasCurrent(); };
+    addTurning();
+    addEntry(QStringLiteral("Add"), tr("&Add..."), QStringLiteral("Ins"), QStringLiteral("Add"),
+             [this] { edit(0); });
+    addEntry(
+        QStringLiteral("Edit"), tr("&Edit..."), QStringLiteral("Return"), QStringLiteral("Edit"),
+        [this] { edit(current()); }, one);
+    addKeeping();
+    addSorting();
+    addEntry(
+        QStringLiteral("Export"), tr("E&xport..."), {}, QStringLiteral("Export"),
+        [this] { m_documents->ExportDocToFile(current()); }, [this] { return hasFile(); });
+    addEntry(
+        QStringLiteral("Copy"), tr("&Copy"), QStringLiteral("Ctrl+C"), QStringLiteral("Copy"),
+        [this] { m_text->copy(); }, [this] { return m_text->textCursor().hasSelection(); });
+}
+
+void DocumentPanel::showCurrent() {
+    QString instead;
+    std::optional<QByteArray> stored;
+    if (!hasCurrent())
+        instead = tr("No documents yet.\nPress Ins to write one, or drop a text file here.");
+    else if (!hasFile())
+        instead = QStringLiteral("File not found!");
+    else
+        stored = m_documents->read(current());
+    RichText::toDocument(stored.value_or(QByteArray()), *m_text->document());
+    m_text->setPlaceholderText(instead);
+    m_text->setAccessibleName(hasCurrent() ? currentTitle() : tr("Document of the card"));
+    m_text->setAccessibleDescription(instead);
+    m_text->moveCursor(QTextCursor::Start);
+}
+
+void DocumentPanel::edit(qint64 id) {
+    frmRTB form(m_context.session, m_context.icons, {m_context.code, m_context.id}, frmRTB::Mode::Doc, id,
+                this);
+    if (form.exec() == QDialog::Accepted)
+        loadChanged(form.document());
+}
+
+void DocumentPanel::dragEnterEvent(QDragEnterEvent* event) {
+    if (filesOf(event->mimeData()).isEmpty())
+        return;
+    event->setDropAction(Qt::CopyAction); // the source keeps its files
+    event->accept();
+}
+
+void DocumentPanel::dropEvent(QDropEvent* event) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    qint64 last = 0;
+    for (const QString& file : filesOf(event->mimeData()))
+        if (const qint64 added = m_documents->addFile(file))
+            last = added;
+    if (last != 0)
+        loadChanged(last);
+}
+
+} // namespace tessaranth

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "items/CardDocuments.h"
+#include "items/forms/PagedPanel.h"
+
+class QTextEdit;
+
+namespace tessaranth {
+
+/// The documents of a card or work, one at a time, to be read. Text files can be dropped on it.
+class DocumentPanel final : public PagedPanel {
+    Q_OBJECT
+
+public:
+    explicit DocumentPanel(const CardContext& context, QWidget* parent = nullptr);
+
+protected:
+    void showCurrent() override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    explicit DocumentPanel(const CardContext& context, std::unique_ptr<CardDocuments> documents,
+                           QWidget* parent);
+    void addCommands();
+    void edit(qint64 id);
+
+    std::unique_ptr<CardDocuments> m_documents;
+    QTextEdit* m_text = nullptr;
+};
+
+} // namespace tessaranth
