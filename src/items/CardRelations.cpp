@@ -102,37 +102,4 @@ bool CardRelations::change(int kind, const QSet<qint64>& add, const QSet<qint64>
     });
 }
 
-ItemList CardRelations::read(const QString& statement, const char* iconKey, const char* heading) {
-    ItemList list({{QString::fromLatin1(heading)}});
-    guarded(m_session, [&] {
-        Query run = m_session.connection().query(statement);
-        while (run.next())
-            list.addRow(run.integer(0), QString::fromLatin1(iconKey), {run.text(1).trimmed()});
-        return true;
-    });
-    return list;
-}
-
-ItemList CardRelations::categories() {
-    return read(QStringLiteral("SELECT UserDefClassID, UserDefClassName FROM UserDefClass ORDER BY "
-                               "UserDefClassName"),
-                "TvClass", "Category");
-}
-
-ItemList CardRelations::subCategories(qint64 category) {
-    return read(QStringLiteral("SELECT UserDefSubCatID, UserDefSubCatName FROM UserDefSubCat WHERE "
-                               "UserDefClassID = %1 ORDER BY UserDefSubCatName")
-                    .arg(category),
-                "TvSubClass", "Sub-category");
-}
-
-ItemList CardRelations::cardsIn(qint64 subCategory) {
-    return read(QStringLiteral("SELECT UserDef.UserDefID, UserDef.UserDefTitle, "
-                               "UserDefSubCatJoin.UserDefSubCatID FROM UserDef INNER JOIN UserDefSubCatJoin "
-                               "ON UserDef.UserDefID = UserDefSubCatJoin.UserDefID WHERE UserDefSubCatID = "
-                               "%1 ORDER BY UserDefTitle")
-                    .arg(subCategory),
-                "User", "Title");
-}
-
 } // namespace tessaranth

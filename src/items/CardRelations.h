@@ -37,15 +37,9 @@ public:
     /// is as wished already, and a card that is gone, is passed over.
     bool change(int kind, const QSet<qint64>& add, const QSet<qint64>& remove);
 
-    // What the custom cards are chosen by.
-    ItemList categories();                   ///< "Class"
-    ItemList subCategories(qint64 category); ///< of one category
-    ItemList cardsIn(qint64 subCategory);    ///< custom cards in it
-
 private:
     bool isCustom() const;
     QString rowsOf(int kind) const;
-    ItemList read(const QString& statement, const char* iconKey, const char* heading);
 
     Session& m_session;
     CardOwner m_card;

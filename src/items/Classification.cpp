@@ -166,55 +166,75 @@ bool Classification::unclassified(ItemList& list) {
 
 bool Classification::all(ItemList& list) { return read({}, list); }
 
-// The links are read once, in whatever order they lie: sorting them all would take longer than reading them,
-// and hardly any cell holds more than one name.
+// The links are read once, card after card as their index holds them, and without the names that they lead
+// to: with every card in every category the names of five million links would take most of the time.
 bool Classification::globalView(ItemList& list) {
     return guarded(m_session, [&] {
-        Connection& connection = m_session.connection();
         std::vector<ItemList::Heading> headings{{itemKind(m_kind)->list.headings.front()}};
         QHash<qint64, int> columns;
         for (const NameTable::Row& category : names(Category).rows(m_session, 0)) {
             columns.insert(category.id, int(headings.size()));
             headings.push_back({category.name});
         }
+        ItemList found(std::move(headings));
         ItemList cards;
         if (!all(cards))
             return false;
-        ItemList found(std::move(headings));
-        found.reserve(cards.rowCount());
         QHash<qint64, int> rows;
         rows.reserve(cards.rowCount());
+        found.reserve(cards.rowCount());
         for (int row = 0; row < cards.rowCount(); ++row)
             rows.insert(cards.id(row), found.addRow(cards.id(row), cards.iconKey(row), {cards.text(row, 0)}));
-
-        QHash<std::pair<int, int>, QStringList> several;
-        QSet<QString> shared; // a name takes memory once, however many cells hold it
-        Query run = connection.query(
-            sql("SELECT xxx.xxxID, xxxSubCat.xxxClassID, xxxSubCat.xxxSubCatName FROM xxx INNER JOIN "
-                "((xxxClass INNER JOIN xxxSubCat ON xxxClass.xxxClassID = xxxSubCat.xxxClassID) INNER JOIN "
-                "xxxSubCatJoin ON xxxSubCat.xxxSubCatID = xxxSubCatJoin.xxxSubCatID) ON xxx.xxxID = "
-                "xxxSubCatJoin.xxxID"));
-        while (run.next()) {
-            const int row = rows.value(run.integer(0), -1);
-            const int column = columns.value(run.integer(1), -1);
-            if (row < 0 || column < 0)
-                continue;
-            const QString name = *shared.insert(run.text(2).trimmed());
-            if (const QString& first = found.text(row, column); first.isEmpty())
-                found.setText(row, column, name);
-            else if (QStringList& names = several[{row, column}]; names.isEmpty())
-                names = QStringList{first, name};
-            else
-                names.push_back(name);
-        }
-        for (auto cell = several.begin(); cell != several.end(); ++cell) {
-            std::sort(cell->begin(), cell->end(),
-                      [](const QString& a, const QString& b) { return TextOrder::compare(a, b) < 0; });
-            found.setText(cell.key().first, cell.key().second, cell->join(u' '));
-        }
+        fillCells(rows, columns, found);
         list = std::move(found);
         return true;
     });
+}
+
+void Classification::fillCells(const QHash<qint64, int>& rows, const QHash<qint64, int>& columns,
+                               ItemList& list) {
+    struct Sub {
+        int column;
+        QString name;
+    };
+    std::vector<Sub> subs; // by name
+    QHash<qint64, int> places;
+    const Recordset stored =
+        Recordset::open(m_session.connection(), sql("SELECT * FROM xxxSubCat ORDER BY xxxSubCatName"));
+    for (int row = 0; row < stored.rowCount(); ++row) {
+        const int column = columns.value(stored.value(row, sql("xxxClassID")).toInteger(), -1);
+        if (column < 0)
+            continue;
+        places.insert(stored.value(row, sql("xxxSubCatID")).toInteger(), int(subs.size()));
+        subs.push_back({column, stored.value(row, sql("xxxSubCatName")).toText().trimmed()});
+    }
+
+    std::vector<int> ofCard;
+    const auto writeCard = [&](qint64 card) {
+        const int row = rows.value(card, -1);
+        std::sort(ofCard.begin(), ofCard.end());
+        ofCard.erase(std::unique(ofCard.begin(), ofCard.end()), ofCard.end());
+        for (const int place : ofCard) {
+            const Sub& sub = subs[size_t(place)];
+            if (row < 0)
+                break;
+            const QString& before = list.text(row, sub.column);
+            list.setText(row, sub.column, before.isEmpty() ? sub.name : before + u' ' + sub.name);
+        }
+        ofCard.clear();
+    };
+    qint64 card = 0;
+    Query run =
+        m_session.connection().query(sql("SELECT xxxID, xxxSubCatID FROM xxxSubCatJoin ORDER BY xxxID"));
+    while (run.next()) {
+        if (const qint64 next = run.integer(0); next != card) {
+            writeCard(card);
+            card = next;
+        }
+        if (const auto place = places.constFind(run.integer(1)); place != places.constEnd())
+            ofCard.push_back(*place);
+    }
+    writeCard(card);
 }
 
 // ---- one card

@@ -93,6 +93,7 @@ private:
     QString fit(Level level, qint64 owner, const QString& text, qint64 except);
     bool read(const QString& condition, ItemList& list);
     QString nameCell(const class Query& run) const;
+    void fillCells(const QHash<qint64, int>& rows, const QHash<qint64, int>& columns, ItemList& list);
     QSet<qint64> allSubCategories();
     std::vector<qint64> cardsIn(Level level, qint64 id);
     void assignOne(qint64 card, const QSet<qint64>& subCategories, const QSet<qint64>& untouched);

@@ -190,6 +190,11 @@ QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action
     return button;
 }
 
+void openHelp(QWidget* form) {
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QCoreApplication::sendEvent(form, &key);
+}
+
 Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& question,
                       const std::function<bool()>& save) {
     const Answer answer =

@@ -12,7 +12,6 @@
 
 #include <QAction>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QSplitter>
@@ -117,17 +116,13 @@ std::vector<frmClass::Entry> frmClass::commands() {
              [this] { remove(Classification::SubCategory); }, level(Classification::SubCategory)},
             {"mnuItemsClassify", items, tr("&Class"), "Classify the items", "Class", "Ctrl+K",
              [this] { classify(); }, card},
-            // The help of the program takes the key from here as it does from a window.
             {"mnuHelpHelp",
              tr("&Help"),
              tr("&Help"),
              tr("Show the help of this window"),
              "Help",
-             {},
-             [this] {
-                 QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-                 QCoreApplication::sendEvent(this, &key);
-             },
+             "F1",
+             [this] { FormHelpers::openHelp(this); },
              {}}};
 }
 

@@ -17,15 +17,6 @@
 
 namespace tessaranth {
 
-namespace {
-
-void addAll(QComboBox* box, const IconStore& icons, const ItemList& list) {
-    for (int row = 0; row < list.rowCount(); ++row)
-        box->addItem(icons.icon(list.iconKey(row)), list.text(row, 0), list.id(row));
-}
-
-} // namespace
-
 frmNewRelations::frmNewRelations(Session& session, const IconStore& icons, const CardOwner& card,
                                  QWidget* parent)
     : EditForm(session, icons, parent), m_relations(session, card),
@@ -36,6 +27,8 @@ frmNewRelations::frmNewRelations(Session& session, const IconStore& icons, const
         const QSet<qint64> related = m_relations.related(kind);
         m_kinds.insert(kind, {related, related});
     }
+    if (!m_isCustom)
+        m_classes = Classification(session, ItemKind::Custom).tree().value_or(Classification::Tree());
     buildUi();
     fill();
 }
@@ -84,7 +77,8 @@ void frmNewRelations::addChoosers(QVBoxLayout* layout) {
         m_first->setAccessibleName(tr("Category"));
         // Cards that nobody put into a category can be related too.
         m_first->addItem(m_icons.icon(QStringLiteral("User")), tr("All custom items"), 0);
-        addAll(m_first, m_icons, m_relations.categories());
+        for (const Classification::Node& category : m_classes.categories)
+            m_first->addItem(m_icons.icon(QStringLiteral("TvClass")), category.name, category.id);
         fields->addRow(tr("&Category:"), m_first);
         fields->addRow(tr("&Sub-category:"), m_second);
         m_second->setEnabled(false);
@@ -103,9 +97,10 @@ void frmNewRelations::addChoosers(QVBoxLayout* layout) {
 void frmNewRelations::fillSubCategories() {
     const QSignalBlocker blocker(m_second); // the list follows the category, once
     m_second->clear();
-    const qint64 category = m_first->currentData().toLongLong();
-    if (category != 0)
-        addAll(m_second, m_icons, m_relations.subCategories(category));
+    for (const Classification::Node& category : m_classes.categories)
+        if (category.id == m_first->currentData().toLongLong())
+            for (const Classification::SubNode& sub : category.subCategories)
+                m_second->addItem(m_icons.icon(QStringLiteral("TvSubClass")), sub.name, sub.id);
     m_second->setEnabled(m_second->count() > 0);
 }
 
@@ -116,7 +111,7 @@ void frmNewRelations::fill() {
     if (m_isCustom || first == 0)
         CMIT(m_session).ElencoInLv(m_kind, m_all);
     else
-        m_all = m_relations.cardsIn(m_second->currentData().toLongLong());
+        Classification(m_session, m_kind).items(m_second->currentData().toLongLong(), m_all);
     m_checks->setChecked(m_kinds[m_kind].now);
     narrow();
     FormHelpers::fitColumns(m_view);

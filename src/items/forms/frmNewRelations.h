@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/CardRelations.h"
+#include "items/Classification.h"
 #include "items/forms/EditForm.h"
 
 #include <QMap>
@@ -45,6 +46,7 @@ private:
 
     CardRelations m_relations;
     bool m_isCustom;
+    Classification::Tree m_classes; ///< what custom cards are chosen by
     QMap<int, Kind> m_kinds;
     int m_kind = 0; ///< of the cards in the list
     ItemList m_all; ///< not yet narrowed

@@ -14,7 +14,6 @@
 #include "ui/frmCharmap.h"
 
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
@@ -112,10 +111,8 @@ void frmRec::buildButtons(QVBoxLayout* layout) {
     QPushButton* special = button(tr("Sp&ecial characters"), "Charmap", tr("Special characters"),
                                   [this] { frmCharmap::insertInto(focusWidget(), m_context.icons, this); });
     special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
-    button(tr("&Help"), "cmdHelp", tr("The help page of this window  (F1)"), [this] {
-        QKeyEvent help(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-        QCoreApplication::sendEvent(this, &help);
-    });
+    button(tr("&Help"), "cmdHelp", tr("The help page of this window  (F1)"),
+           [this] { FormHelpers::openHelp(this); });
     row->addStretch();
     m_apply = button(tr("&Apply"), "cmdApply", tr("Save this tab  (Ctrl+S)"), [this] { apply(); });
     m_cancel = button(tr("Ca&ncel"), "cmdCancel", tr("Drop the edits of this tab"), [this] { revert(); });
