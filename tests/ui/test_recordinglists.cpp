@@ -54,6 +54,7 @@ void TestRecordingLists::listOpensOrChooses() {
         form.show();
         auto* view = form.findChild<QTreeView*>("lvRecordings");
         const QPoint first = view->visualRect(view->model()->index(0, 0)).center();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, first);
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, first);
         QCOMPARE(form.result(), int(QDialog::Accepted));
         QVERIFY(catalog.number(QString("SELECT CompOnRecID FROM CompOnRec WHERE CompID = %1 AND RecID = %2")
