@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -35,13 +36,14 @@ void WksOnPfr::buildUi(const IconStore& icons) {
     const auto step = [&](const QString& caption, const char* name, const char* key, int places) {
         QPushButton* button = box->addButton(caption, QDialogButtonBox::ActionRole);
         button->setObjectName(QLatin1String(name));
-        button->setShortcut(QKeySequence(QLatin1String(key)));
+        connect(new QShortcut(QKeySequence(QLatin1String(key)), this), &QShortcut::activated, button,
+                &QPushButton::click);
         connect(button, &QPushButton::clicked, this, [this, places] { go(places); });
         return button;
     };
-    m_back = step(tr("Back"), "cmdBack", "Alt+Left", -1);
+    m_back = step(tr("&Back"), "cmdBack", "Alt+Left", -1);
     m_back->setToolTip(tr("The performer before this one  (Alt+Left)"));
-    m_forward = step(tr("Forward"), "cmdForward", "Alt+Right", 1);
+    m_forward = step(tr("&Forward"), "cmdForward", "Alt+Right", 1);
     m_forward->setToolTip(tr("The performer behind this one  (Alt+Right)"));
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(box);

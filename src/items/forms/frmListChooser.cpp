@@ -94,7 +94,7 @@ void frmListChooser::buildUi(const QString& iconKey) {
     connect(m_choose, &QPushButton::clicked, this, &frmListChooser::choose);
     fill();
     constexpr int narrowColumns = 2;
-    resize(m_list.model->columnCount() > narrowColumns ? 760 : 520, 520);
+    resize(m_list.model->columnCount() > narrowColumns ? 820 : 520, 520);
     m_list.text->setFocus();
 }
 
