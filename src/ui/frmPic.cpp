@@ -76,6 +76,7 @@ void frmPic::buildUi() {
                        QStringLiteral("Show previous image"), [this] { step(-1); });
     m_position = new QLabel;
     m_position->setObjectName(QStringLiteral("lblImagePosition"));
+    m_position->setContentsMargins(4, 0, 4, 0);
     row->addWidget(m_position);
     m_forward = addButton(row, QStringLiteral("Forward1"), QStringLiteral("Forward1"),
                           QStringLiteral("Show next image"), [this] { step(1); });
@@ -92,7 +93,9 @@ void frmPic::buildUi() {
     layout->addLayout(row);
     layout->addWidget(m_view, 1);
     connect(m_view, &PictureView::zoomChanged, this, &frmPic::showZoom);
+    setTabOrder(m_view, m_back);
     setFocusProxy(m_view);
+    m_view->setFocus();
 }
 
 QToolButton* frmPic::addButton(QHBoxLayout* row, const QString& name, const QString& iconKey,
@@ -132,6 +135,7 @@ void frmPic::addZoomControls(QHBoxLayout* row) {
 }
 
 void frmPic::addPointerButtons(QHBoxLayout* row) {
+    row->addWidget(new QLabel(tr("Click:")));
     for (int mode = 0; mode < int(std::size(pointerModes)); ++mode) {
         const PointerMode& pointer = pointerModes[mode];
         QToolButton* button = addButton(row, QLatin1String(pointer.command), QLatin1String(pointer.iconKey),

@@ -9,6 +9,7 @@
 #include "ui/WindowProgress.h"
 
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -62,12 +63,14 @@ void frmAlign::buildUi() {
     m_note->setTextFormat(Qt::PlainText);
     m_note->setWordWrap(true);
     layout->addWidget(m_note);
-    m_lost.counted = QT_TR_NOOP("%1 rows without their file, %2 ticked");
+    m_lost.counted = QT_TR_NOOP("Rows without their file: %1, ticked: %2");
     addSide(layout, m_lost, tr("&Rows whose file is missing: delete the row"), QStringLiteral("Lost"));
-    m_stray.counted = QT_TR_NOOP("%1 files without a row, %2 ticked");
+    m_stray.counted = QT_TR_NOOP("Files without a row: %1, ticked: %2");
     addSide(layout, m_stray, tr("&Files without a row: set the file aside"), QStringLiteral("Stray"));
     m_repair = FormHelpers::buttonRow(this, layout, tr("Re&pair"), QStringLiteral("cmdRepair"));
     connect(m_repair, &QPushButton::clicked, this, &frmAlign::repair);
+    // It stays open after a repair, which nothing takes back.
+    findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->setText(tr("&Close"));
     resize(680, 600);
 }
 
@@ -103,15 +106,15 @@ void frmAlign::load() {
 }
 
 void frmAlign::showFindings() {
-    ItemList lost({{tr("Title")}, {tr("Card")}, {tr("Folder")}, {tr("File"), true}});
+    ItemList lost({{tr("Title")}, {tr("Card")}, {tr("File"), true}, {tr("Folder")}});
     for (const FileAlignment::LostFile& row : m_findings.lost)
         lost.addRow(lost.rowCount() + 1, iconOf(row.folder),
-                    {row.title, row.card, FileAlignment::caption(row.folder), QString::number(row.id)});
-    ItemList stray({{tr("File")}, {tr("Folder")}, {tr("Size in KB"), true}});
+                    {row.title, row.card, QString::number(row.id), FileAlignment::caption(row.folder)});
+    ItemList stray({{tr("File")}, {tr("Size in KB"), true}, {tr("Folder")}});
     for (const FileAlignment::StrayFile& file : m_findings.stray)
         stray.addRow(
             stray.rowCount() + 1, iconOf(file.folder),
-            {file.name, FileAlignment::caption(file.folder), QString::number((file.bytes + 1023) / 1024)});
+            {file.name, QString::number((file.bytes + 1023) / 1024), FileAlignment::caption(file.folder)});
     m_lost.model->setList(std::move(lost));
     m_stray.model->setList(std::move(stray));
     for (Side* side : {&m_lost, &m_stray}) {
