@@ -282,10 +282,16 @@ bool CardImages::ExportImageToFile(qint64 id) {
 
 bool CardImages::exportTo(qint64 id, const QString& file) {
     return guarded(m_session, [&] {
-        const QByteArray bytes = PictureFile::toBitmap(PictureFile::decode(path(id)));
+        const QImage image = PictureFile::decode(path(id));
         QSaveFile target(file);
-        if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
+        const auto refuse = [&] {
             throw FileError(tr("%1 cannot be written: %2").arg(file, target.errorString()));
+        };
+        if (!target.open(QIODevice::WriteOnly))
+            refuse();
+        PictureFile::writeBitmap(image, target);
+        if (!target.commit())
+            refuse();
         return true;
     });
 }

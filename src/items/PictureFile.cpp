@@ -123,18 +123,17 @@ QImage decode(const QString& path, QSize bounds) {
     return decodeWith(reader, QDir::toNativeSeparators(path), bounds);
 }
 
-QByteArray toBitmap(const QImage& image) {
-    QImage opaque(image.size(), QImage::Format_RGB32);
-    if (opaque.isNull())
-        throw FileError(tr("There is not enough memory for a picture of this size."));
-    opaque.fill(Qt::white);
-    QPainter(&opaque).drawImage(0, 0, image);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (!opaque.save(&buffer, "BMP"))
-        throw FileError(tr("The picture cannot be converted."));
-    return bytes;
+void writeBitmap(const QImage& image, QIODevice& target) {
+    QImage opaque = image;
+    if (image.hasAlphaChannel()) {
+        opaque = QImage(image.size(), QImage::Format_RGB32);
+        if (opaque.isNull())
+            throw FileError(tr("There is not enough memory for a picture of this size."));
+        opaque.fill(Qt::white);
+        QPainter(&opaque).drawImage(0, 0, image);
+    }
+    if (!opaque.save(&target, "BMP"))
+        throw FileError(tr("The picture cannot be written: %1").arg(target.errorString()));
 }
 
 } // namespace tessaranth::PictureFile

@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QString>
 
+class QIODevice;
+
 namespace tessaranth {
 
 /// Reading pictures that come from anywhere: the type is told by the content, never by the name, and nothing
@@ -30,8 +32,8 @@ Facts facts(const QString& path);
 /// The picture, made smaller to fit into `bounds` where it is larger; whole with empty bounds. Of an
 /// animation the first frame. Throws FileError.
 QImage decode(const QString& path, QSize bounds = {});
-/// A picture as a bitmap without transparency: see-through parts become white.
-QByteArray toBitmap(const QImage& image);
+/// Writes a picture as a bitmap (BMP) without transparency: see-through parts become white. Throws FileError.
+void writeBitmap(const QImage& image, QIODevice& target);
 
 } // namespace PictureFile
 
