@@ -16,7 +16,8 @@ namespace {
 
 const QString root = QStringLiteral("/tsrthres");
 
-/// Draws an icon at the size that is asked for; its dark lines become light ones on a dark window.
+/// Draws an icon at the size that is asked for; on a dark window dark lines become light and paper
+/// becomes dark.
 class LineIcon final : public QIconEngine {
 public:
     explicit LineIcon(QByteArray drawing) : m_drawing(std::move(drawing)) {}
@@ -24,7 +25,10 @@ public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         constexpr int dark = 128;
         const bool isOnDark = QGuiApplication::palette().color(QPalette::Window).lightness() < dark;
-        QSvgRenderer renderer(isOnDark ? QByteArray(m_drawing).replace("#3a3f4a", "#d5d9e0") : m_drawing);
+        QByteArray drawing = m_drawing;
+        if (isOnDark)
+            drawing.replace("#3a3f4a", "#d5d9e0").replace("#fbf7ec", "#30343c");
+        QSvgRenderer renderer(drawing);
         painter->save();
         painter->setOpacity(mode == QIcon::Disabled ? 0.35 : 1.0);
         const int side = qMin(rect.width(), rect.height());
