@@ -6,9 +6,9 @@
 #include "store/Session.h"
 #include "ui/TourCamera.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
-#include <QAbstractButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
