@@ -36,17 +36,17 @@ constexpr unsigned cards = persons | bit(ItemKind::Recording) | bit(ItemKind::Cu
 const std::vector<ItemActions::Row>& ItemActions::rows() {
     using S = Selection;
     static const std::vector<Row> table{
-    {"mnuToolboxGoto", "GoToCard", "Go to Card", "Go to card", "", cards, S::Some, true, &ItemActions::goToCards},
-    {"mnuToolboxRefresh", "Refresh", "Refresh", "Refresh list", "F5", cards, S::Any, true, &ItemActions::refresh},
-    {"mnuToolboxAdd", "New", "New", "Add a new item", "Ins", cards, S::Any, true, &ItemActions::createOne},
-    {"mnuToolboxEdit", "Edit", "Edit", "Edit the selected item", "F2", cards, S::One, true, &ItemActions::edit},
-    {"mnuToolboxDelete", "Delete", "Delete", "Delete the selected item(s)", "Del", cards, S::Some, true, &ItemActions::remove},
-    {"mnuToolboxMigrate", "AU", "Migrate", "Migrate the selected item", "", cards, S::One, true, &ItemActions::merge},
-    {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "Ctrl+K", composers, S::One, false, &ItemActions::manageCatalog},
-    {"mnuToolboxWork", "Comp", "New work", "Add new work to current composer", "Alt+Ins", composers, S::One, false, &ItemActions::addWork},
-    {"mnuItemsClassify", "Class", "Classify", "Classify the items", "Ctrl+T", cards, S::Some, false, &ItemActions::classify},
-    {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Ctrl+L", cards, S::Any, true, &ItemActions::filter},
-    {"mnuToolboxFilterRemove", "Clear", "Filter remove", "Show all items again", "", cards, S::Filtered, false, &ItemActions::removeFilter}};
+    {"mnuToolboxGoto", "GoToCard", "Go to Card", "Go to card", "Go to card", "", cards, S::Some, &ItemActions::goToCards},
+    {"mnuToolboxRefresh", "Refresh", "Refresh", "Refresh list", "Refresh list", "F5", cards, S::Any, &ItemActions::refresh},
+    {"mnuToolboxAdd", "New", "New", "Add a new item", "Add new item", "Ins", cards, S::Any, &ItemActions::createOne},
+    {"mnuToolboxEdit", "Edit", "Edit", "Edit the selected item", "Edit item", "F2", cards, S::One, &ItemActions::edit},
+    {"mnuToolboxDelete", "Delete", "Delete", "Delete the selected item(s)", "Delete item", "Del", cards, S::Some, &ItemActions::remove},
+    {"mnuToolboxMigrate", "AU", "Migrate", "Migrate the selected item", "Migrate item", "", cards, S::One, &ItemActions::merge},
+    {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "", "Ctrl+K", composers, S::One, &ItemActions::manageCatalog},
+    {"mnuToolboxWork", "Comp", "New work", "Add new work to current composer", "", "Alt+Ins", composers, S::One, &ItemActions::addWork},
+    {"mnuItemsClassify", "Class", "Classify", "Classify the items", "", "Ctrl+T", cards, S::Some, &ItemActions::classify},
+    {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Apply filter", "Ctrl+L", cards, S::Any, &ItemActions::filter},
+    {"mnuToolboxFilterRemove", "Clear", "Filter remove", "Show all items again", "", "", cards, S::Filtered, &ItemActions::removeFilter}};
     return table;
 }
 // clang-format on
@@ -68,14 +68,16 @@ void ItemActions::addActions() {
     for (const Row& row : rows()) {
         auto* action = new QAction(m_icons.icon(QLatin1String(row.iconKey)), tr(row.text), this);
         action->setObjectName(QLatin1String(row.key));
-        action->setToolTip(tr(row.tip));
+        const bool isOnBar = *row.barTip != '\0';
+        action->setToolTip(tr(isOnBar ? row.barTip : row.tip));
+        action->setStatusTip(tr(row.tip));
         action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
         // The list's own keys would else act while a card has the focus.
         action->setShortcutContext(row.selection == Selection::Any ? Qt::WindowShortcut : Qt::WidgetShortcut);
         connect(action, &QAction::triggered, this, row.run);
         m_actions.push_back(action);
         all.push_back(action);
-        if (row.isOnBar)
+        if (isOnBar)
             onBar.push_back(action);
     }
     m_toolbox.setActions(onBar, all);

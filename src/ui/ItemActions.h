@@ -38,11 +38,11 @@ private:
         const char* key;
         const char* iconKey;
         const char* text;
-        const char* tip;
+        const char* tip;    ///< in the menu
+        const char* barTip; ///< on the tool bar; empty: not there
         const char* shortcut;
         unsigned kinds; ///< a bit for each kind of card that it is for
         Selection selection;
-        bool isOnBar;
         void (ItemActions::*run)();
     };
     static const std::vector<Row>& rows();
