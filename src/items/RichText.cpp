@@ -47,10 +47,8 @@ QByteArray fromText(const QString& text) {
 }
 
 QString toText(const QByteArray& document) {
-    if (!looksLikeRtf(document))
-        return CodePages::decodeText(document).remove(QChar(0)).remove(u'\r');
     TextSink sink;
-    readRtf(document, sink);
+    readRtf(looksLikeRtf(document) ? document : fromText(CodePages::decodeText(document)), sink);
     return sink.result.replace(QChar(QChar::LineSeparator), u'\n');
 }
 

@@ -70,8 +70,9 @@ QString fromTable(QByteArrayView bytes, std::span<const char16_t> table) {
 } // namespace
 
 QString decode(QByteArrayView bytes, int codePage) {
-    if (codePage == utf8)
-        return QString::fromUtf8(bytes);
+    if (codePage == utf8) // a mark in the middle of a file is a character like others
+        return QStringDecoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom)
+            .decode(bytes);
     if (const auto table = tableOf(codePage))
         return fromTable(bytes, *table);
     // How the system's converters call them; one that has none leaves the text readable where it is Latin.

@@ -11,6 +11,7 @@
 #include <QSaveFile>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+#include <algorithm>
 
 namespace tessaranth {
 
@@ -148,7 +149,13 @@ std::vector<Field> readSchema(QXmlStreamReader& xml) {
             QString name = xml.attributes().value(rowsetSpace, QLatin1String("name")).toString();
             if (name.isEmpty())
                 name = xml.attributes().value(QLatin1String("name")).toString();
-            fields.push_back({name, Field::Type::Text, 0});
+            const auto known = std::find_if(fields.begin(), fields.end(), [&](const Field& field) {
+                return field.name.compare(name, Qt::CaseInsensitive) == 0;
+            });
+            if (known != fields.end())
+                xml.raiseError(tr("The field %1 is described twice.").arg(name));
+            else
+                fields.push_back({name, Field::Type::Text, 0});
         } else if (xml.name() == QLatin1String("datatype") && !fields.empty()) {
             const QString word = xml.attributes().value(typeSpace, QLatin1String("type")).toString();
             for (const TypeWord& entry : typeWords)

@@ -224,9 +224,9 @@ private:
     void storeContents() {
         for (auto& [recording, contents] : m_contents) {
             RecordingEditor editor(m_session, recording);
-            const auto check = [&](bool stored) {
+            const auto check = [this, &place = contents.place](bool stored) {
                 if (!stored)
-                    throw FileError(contents.place + QStringLiteral(": ") + m_messages.lastText());
+                    throw FileError(place + QStringLiteral(": ") + m_messages.lastText());
             };
             check(editor.applyArtists(contents.composers, contents.performers));
             check(editor.applyWorks(contents.works));
