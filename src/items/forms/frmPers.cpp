@@ -2,6 +2,8 @@
 #include "items/forms/frmPers.h"
 
 #include "items/CMIT.h"
+#include "items/CardDocuments.h"
+#include "items/RichText.h"
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
@@ -144,10 +146,26 @@ bool frmPers::save() {
         }
     }
     Person person = typed();
+    const bool isNew = person.id == 0;
     if (!CMIT(m_session).ModificaItem(m_kind, person))
         return false;
     m_stored = person;
+    if (isNew && !m_dateNote.isEmpty())
+        offerDateNote();
     return true;
+}
+
+// The fields of the years take four digits; what the archive says beyond them has its place in a document.
+void frmPers::offerDateNote() {
+    Question question;
+    question.title = windowTitle().trimmed();
+    question.text =
+        tr("The internal list says of the dates: %1\nKeep this as a document of the card?").arg(m_dateNote);
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::Yes;
+    if (m_session.messages().ask(question) == Answer::Yes)
+        CardDocuments(m_session, {itemKind(m_kind)->code, m_stored.id})
+            .add(RichText::fromText(m_dateNote), tr("Dates"));
 }
 
 void frmPers::importFromArchive() {
@@ -157,8 +175,9 @@ void frmPers::importFromArchive() {
     Person chosen = form.person();
     chosen.id = m_stored.id;
     show(chosen);
-    m_note->setText(tr("The internal list says of the dates: %1").arg(form.dateNote()));
-    m_note->setVisible(!form.dateNote().isEmpty());
+    m_dateNote = form.dateNote();
+    m_note->setText(tr("The internal list says of the dates: %1").arg(m_dateNote));
+    m_note->setVisible(!m_dateNote.isEmpty());
 }
 
 void frmPers::insertSpecial() {

@@ -31,12 +31,14 @@ private:
     void checkYears();
     bool save();
     void importFromArchive();
+    void offerDateNote();
     void insertSpecial();
 
     Session& m_session;
     const IconStore& m_icons;
     int m_kind;
     Person m_stored;
+    QString m_dateNote; ///< of the person taken from the internal list
     QLineEdit* m_last = nullptr;
     QLineEdit* m_first = nullptr;
     QLineEdit* m_born = nullptr;
