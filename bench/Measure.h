@@ -30,5 +30,6 @@ void measureRecordings(const BenchContext& context);
 void measureQuickSearch(const BenchContext& context);
 void measureCards(const BenchContext& context);
 void measureClasses(const BenchContext& context);
+void measureDocuments(const BenchContext& context);
 
 } // namespace tessaranth

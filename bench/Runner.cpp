@@ -108,7 +108,7 @@ int runBench(const QString& catalog, const QString& folder, int repeat) {
         const BareCatalog bare(copy);
         const BenchContext context{session, bare.database(), repeat};
         for (const auto& measure : {measureLists, measureStatements, measureRecordings, measureQuickSearch,
-                                    measureCards, measureClasses})
+                                    measureCards, measureClasses, measureDocuments})
             measure(context);
     }
     line("backup, checked", medianMs(1, [&] { Maintenance(session).backup(progress); }), 0);
