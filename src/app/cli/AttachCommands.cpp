@@ -3,6 +3,7 @@
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
 #include "items/CMIT.h"
+#include "items/CardDocuments.h"
 #include "items/CardImages.h"
 #include "items/CardLinks.h"
 #include "items/CardMedia.h"
@@ -35,6 +36,10 @@ qint64 attachImage(Session& session, const CardOwner& card, const Words& words) 
     return CardImages(session, card).add(QString::fromStdString(words.what), titleOf(words));
 }
 
+qint64 attachDocument(Session& session, const CardOwner& card, const Words& words) {
+    return CardDocuments(session, card).addFile(QString::fromStdString(words.what), titleOf(words));
+}
+
 /// What can be attached: one command each. `attach` answers with the new row's key, or 0 when it failed and
 /// said why.
 struct Attachable {
@@ -44,7 +49,8 @@ struct Attachable {
     qint64 (*attach)(Session&, const CardOwner&, const Words&);
 };
 const Attachable attachables[] = {
-    {"image", "Add a picture (BMP, JPEG, GIF or PNG) to a card and print its number", "FILE", attachImage}};
+    {"image", "Add a picture (BMP, JPEG, GIF or PNG) to a card and print its number", "FILE", attachImage},
+    {"doc", "Add a text or RTF file to a card as a document and print its number", "FILE", attachDocument}};
 
 /// Adds what can be added, and fails when that is not all.
 int attachMedia(CliContext& context, Session& session, const CardOwner& card, const Words& words) {
