@@ -25,6 +25,7 @@
 #include "ui/tour/AttachTour.h"
 #include "ui/tour/CardTour.h"
 #include "ui/tour/ClassTour.h"
+#include "ui/tour/DocumentTour.h"
 #include "ui/tour/ImagesTour.h"
 #include "ui/tour/RecordingListsTour.h"
 #include "ui/tour/RecordingTour.h"
@@ -147,6 +148,7 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     tourCards(camera, session, icons);
     tourRecordingLists(camera, session, icons);
     tourImages(camera, session, icons, window);
+    tourDocuments(camera, session, icons, window);
     tourAttachments(camera, session, icons);
     showClasses(camera, session, icons, window);
     tourSettings(camera, session, icons, window);

@@ -3,9 +3,11 @@
 
 #include "items/RichText.h"
 #include "items/forms/frmRTB.h"
+#include "ui/CardColours.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QTextBlock>
 #include <QTextEdit>
 #include <QUrl>
 
@@ -82,10 +84,46 @@ void DocumentPanel::showCurrent() {
     else
         stored = m_documents->read(current());
     RichText::toDocument(stored.value_or(QByteArray()), *m_text->document());
+    keepReadable();
     m_text->setPlaceholderText(instead);
     m_text->setAccessibleName(hasCurrent() ? currentTitle() : tr("Document of the card"));
     m_text->setAccessibleDescription(instead);
     m_text->moveCursor(QTextCursor::Start);
+}
+
+// The colours of a text were chosen for paper; here they stand on the card's.
+void DocumentPanel::keepReadable() {
+    const QColor card = m_text->palette().color(QPalette::Base);
+    struct Piece {
+        int from, to;
+        QTextCharFormat format;
+    };
+    std::vector<Piece> pieces; // changing a format while going through them would lose the way
+    for (QTextBlock block = m_text->document()->begin(); block.isValid(); block = block.next())
+        for (auto at = block.begin(); !at.atEnd(); ++at) {
+            const QTextCharFormat format = at.fragment().charFormat();
+            const bool hasGround = format.background().style() != Qt::NoBrush;
+            if (!hasGround && format.foreground().style() == Qt::NoBrush)
+                continue;
+            const QColor text =
+                format.foreground().style() == Qt::NoBrush ? QColor(Qt::black) : format.foreground().color();
+            QTextCharFormat changed;
+            changed.setForeground(readableOn(text, hasGround ? format.background().color() : card));
+            pieces.push_back(
+                {at.fragment().position(), at.fragment().position() + at.fragment().length(), changed});
+        }
+    QTextCursor cursor(m_text->document());
+    for (const Piece& piece : pieces) {
+        cursor.setPosition(piece.from);
+        cursor.setPosition(piece.to, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(piece.format);
+    }
+}
+
+void DocumentPanel::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange && m_text)
+        showCurrent();
+    PagedPanel::changeEvent(event);
 }
 
 void DocumentPanel::edit(qint64 id) {

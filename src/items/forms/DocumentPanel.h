@@ -17,6 +17,7 @@ public:
 
 protected:
     void showCurrent() override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -25,6 +26,7 @@ private:
                            QWidget* parent);
     void addCommands();
     void edit(qint64 id);
+    void keepReadable();
 
     std::unique_ptr<CardDocuments> m_documents;
     QTextEdit* m_text = nullptr;

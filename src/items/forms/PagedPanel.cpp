@@ -113,7 +113,7 @@ void PagedPanel::loadAt(qint64 id) {
     while (row < count() && m_list.id(row) != id)
         ++row;
     m_index = row < count() ? row : qMin(qMax(m_index, 0), count() - 1);
-    show();
+    refresh();
 }
 
 void PagedPanel::loadChanged(qint64 id) {
@@ -125,7 +125,7 @@ void PagedPanel::showPage(int index) {
     if (index < 0 || index >= count())
         return;
     m_index = index;
-    show();
+    refresh();
 }
 
 void PagedPanel::showItem(qint64 id) {
@@ -134,7 +134,7 @@ void PagedPanel::showItem(qint64 id) {
             showPage(row);
 }
 
-void PagedPanel::show() {
+void PagedPanel::refresh() {
     showCurrent();
     m_title->setText(currentTitle());
     m_title->setToolTip(currentTitle().toHtmlEscaped());

@@ -61,7 +61,7 @@ protected:
     void enable();
 
 private:
-    void show();
+    void refresh();
     void sort();
     QAction* entry(const QString& name) const;
 

@@ -118,8 +118,8 @@ void frmItem::buildAreas() {
         });
 }
 
-// A card is divided as the user divided the last one of its kind; before that, one without pictures gives
-// their place to the panel.
+// A card is divided as the user divided the last one of its kind; before that, one without pictures
+// and documents gives their place to the panel.
 void frmItem::placeSplitters() {
     const auto* images = m_upper->findChild<ImagesPanel*>();
     const int upper = images && images->index() >= 0 ? 250 : 110;

@@ -50,6 +50,11 @@ void frmRTB::buildUi() {
     m_edit->setObjectName(QStringLiteral("txtDocument"));
     m_edit->setAccessibleName(tr("Text of the document"));
     m_edit->setContextMenuPolicy(Qt::ActionsContextMenu);
+    // Colours are chosen for paper, which is what other programs and printers show them on.
+    QPalette paper = m_edit->palette();
+    paper.setColor(QPalette::Base, Qt::white);
+    paper.setColor(QPalette::Text, Qt::black);
+    m_edit->setPalette(paper);
     QToolBar* bar = buildToolBar();
     layout->addWidget(bar);
     layout->addWidget(m_edit, 1);
@@ -180,10 +185,10 @@ void frmRTB::load() {
     const std::optional<QByteArray> stored = m_documents.read(m_document);
     if (!stored && !m_documents.hasFile(m_document))
         m_session.messages().warning(caption().trimmed(), QStringLiteral("File not found!"));
-    show(stored.value_or(QByteArray()));
+    showText(stored.value_or(QByteArray()));
 }
 
-void frmRTB::show(const QByteArray& rtf) {
+void frmRTB::showText(const QByteArray& rtf) {
     const RtfOutcome outcome = RichText::toDocument(rtf, *m_edit->document());
     QStringList notes;
     if (!outcome.error.isEmpty())
@@ -202,7 +207,7 @@ void frmRTB::show(const QByteArray& rtf) {
 }
 
 void frmRTB::startEmpty() {
-    show(RichText::fromText({}));
+    showText(RichText::fromText({}));
     QTextCharFormat format;
     format.setFontFamilies({RichText::defaultFont});
     format.setFontPointSize(RichText::defaultPoints);
@@ -268,7 +273,7 @@ void frmRTB::openFile() {
         return;
     if (m_mode == Mode::Doc && !m_edit->document()->isEmpty())
         m_document = 0;
-    show(*text);
+    showText(*text);
     m_edit->document()->setModified(true);
 }
 

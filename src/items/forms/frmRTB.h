@@ -37,7 +37,7 @@ private:
     QToolBar* buildToolBar();
     void addFontFields(QToolBar* bar);
     void load();
-    void show(const QByteArray& rtf);
+    void showText(const QByteArray& rtf);
     void startEmpty();
     QString caption();
     bool save();
