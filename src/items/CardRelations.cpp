@@ -89,7 +89,10 @@ bool CardRelations::change(int kind, const QSet<qint64>& add, const QSet<qint64>
             else
                 present.insert(id);
         }
-        for (const qint64 id : add) {
+        // A set hands out its values in another order in every run of the program.
+        QList<qint64> inOrder(add.cbegin(), add.cend());
+        std::sort(inOrder.begin(), inOrder.end());
+        for (const qint64 id : inOrder) {
             if (present.contains(id) || !items.exists(kind, id))
                 continue;
             const CardOwner item = isCustom() ? CardOwner{itemKind(kind)->code, id} : m_card;

@@ -7,6 +7,7 @@
 #include "items/forms/frmItem.h"
 #include "items/forms/frmRTB.h"
 #include "support/ItemCatalog.h"
+#include "ui/CardColours.h"
 #include "ui/IconStore.h"
 
 #include <QAction>
@@ -31,6 +32,7 @@ private slots:
     void importsWhatIsText_data();
     void importsWhatIsText();
     void panelGoesThroughThem();
+    void colouredTextsStayReadable();
     void editorWritesWhatItsToolBarMakes();
     void editorAsksBeforeItForgets();
     void undoingHasNames();
@@ -179,6 +181,16 @@ void TestDocuments::panelGoesThroughThem() {
     card.run("mnuCardDocRemove");
     QCOMPARE(list->model()->rowCount(), 2);
     QCOMPARE(panel->index(), 1);
+}
+
+void TestDocuments::colouredTextsStayReadable() {
+    m_documents->add("{\\rtf1{\\colortbl;\\red140\\green30\\blue30;}\\cf1 dark red}", "One");
+    frmItem card({*m_home->session, *m_icons, m_cards, m_owner.code, m_owner.id});
+    card.show();
+    const auto* shown = card.findChild<DocumentPanel*>()->findChild<QTextEdit*>();
+    QTextCursor cursor(shown->document());
+    cursor.setPosition(3);
+    QVERIFY(contrast(cursor.charFormat().foreground().color(), shown->palette().color(QPalette::Base)) >= 3);
 }
 
 void TestDocuments::editorWritesWhatItsToolBarMakes() {

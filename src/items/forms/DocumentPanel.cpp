@@ -93,7 +93,8 @@ void DocumentPanel::showCurrent() {
 
 // The colours of a text were chosen for paper; here they stand on the card's.
 void DocumentPanel::keepReadable() {
-    const QColor card = m_text->palette().color(QPalette::Base);
+    // The panel hears of another palette before the text in it does.
+    const QColor card = palette().color(QPalette::Base);
     struct Piece {
         int from, to;
         QTextCharFormat format;

@@ -16,6 +16,10 @@
 
 namespace tessaranth {
 
+namespace {
+constexpr int emptyMargin = 4;
+}
+
 ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* parent)
     : CardPanel(context, parent), m_words(words) {
     auto* layout = new QVBoxLayout(this);
@@ -34,7 +38,9 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
     m_empty->setWordWrap(true);
     m_empty->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* above = new QVBoxLayout(m_view->viewport());
+    above->setContentsMargins(emptyMargin, 0, emptyMargin, 0);
     above->addWidget(m_empty);
+    m_view->viewport()->installEventFilter(this);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListPanel::enable);
     connect(m_view->header(), &QHeaderView::sectionResized, this, &ListPanel::keepWidths);
 }
@@ -60,6 +66,11 @@ QAction* ListPanel::actionOf(const QEvent* event) const {
 
 // The frame has some of these keys for its own lists; while the list has the focus, they are the list's.
 bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_view->viewport()) {
+        if (event->type() == QEvent::Resize)
+            fitEmptyText();
+        return CardPanel::eventFilter(watched, event);
+    }
     if (event->type() == QEvent::ShortcutOverride && actionOf(event)) {
         event->accept();
         return true;
@@ -71,6 +82,16 @@ bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return CardPanel::eventFilter(watched, event);
+}
+
+// A card between two tiles may leave room for one line, which says what is the matter, or for none.
+void ListPanel::fitEmptyText() {
+    const QSize room = m_view->viewport()->size();
+    for (const QString& text : {m_words.empty, m_words.empty.section(u'\n', 0, 0), QString()}) {
+        m_empty->setText(text);
+        if (m_empty->heightForWidth(room.width() - 2 * emptyMargin) <= room.height())
+            break;
+    }
 }
 
 void ListPanel::setDefaultCommand(const QString& key) {

@@ -53,6 +53,7 @@ private:
     QString arrangementKey() const;
     void restoreWidths();
     void keepWidths(int column);
+    void fitEmptyText();
 
     Words m_words;
     bool m_fitting = false; ///< widths change though the user did not change them
