@@ -43,7 +43,8 @@ int secondStart(const QString& folder, bool isKilled = false) {
         process.waitForReadyRead(10'000); // it says so once it holds the lock
         process.kill();
     }
-    while (!process.waitForFinished(10))
+    // Its end may be noticed among the events, and then there is nothing left to wait for.
+    while (process.state() != QProcess::NotRunning && !process.waitForFinished(10))
         QCoreApplication::processEvents();
     return process.exitCode();
 }
