@@ -7,6 +7,8 @@
 #include "platform/Errors.h"
 
 #ifdef TESSARANTH_BENCH_MODEL
+#include "ui/OffscreenLog.h"
+
 #include <QApplication>
 using Application = QApplication; // windows are measured too
 #else
@@ -20,6 +22,9 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const Application application(argc, argv);
+#ifdef TESSARANTH_BENCH_MODEL
+    tessaranth::hideOffscreenWarnings();
+#endif
     const QStringList words = QGuiApplication::arguments().mid(1);
     try {
         if (words.size() >= 3 && words[0] == QLatin1String("generate")) {

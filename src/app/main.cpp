@@ -7,6 +7,7 @@
 #include "ui/Appearance.h"
 #include "ui/IconStore.h"
 #include "ui/MainWindow.h"
+#include "ui/OffscreenLog.h"
 #include "ui/SplashScreen.h"
 #include "ui/Tour.h"
 #include "ui/WindowMessages.h"
@@ -29,6 +30,7 @@ void chooseFont() {
 }
 
 int runTourOn(Session& session, const IconStore& icons, const QString& folder) {
+    hideOffscreenWarnings();
     MainWindow window(session, icons);
     window.resize(1180, 760);
     const QStringList files = runTour(session, icons, window, folder);
