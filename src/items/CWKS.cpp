@@ -3,6 +3,7 @@
 
 #include "items/Attachments.h"
 #include "items/Person.h"
+#include "platform/CodePages.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
@@ -377,9 +378,9 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         const int limit =
             m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
         int number = 0;
-        while (!file.atEnd()) {
+        for (const QString& line : CodePages::decodeText(file.readAll()).split(u'\n')) {
             ++number;
-            const QString name = cleanName(QString::fromUtf8(file.readLine()));
+            const QString name = cleanName(line);
             if (name.size() > limit)
                 throw Error(tr("Line %1: at most %2 characters.").arg(number).arg(limit));
             if (name.isEmpty() || hasCharacter(work, name, 0))

@@ -5,6 +5,7 @@
 #include "platform/Desktop.h"
 #include "platform/DesktopScheme.h"
 #include "platform/Messages.h"
+#include "store/Arrangements.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
 #include "store/clsDb.h"
@@ -64,9 +65,7 @@ public:
     void loadRuntime();
     void saveRuntime();
 
-    /// How the user arranged a list, such as its column widths, by the list's name; while the program runs.
-    QByteArray arrangement(const QString& list) const { return m_arrangements.value(list); }
-    void setArrangement(const QString& list, const QByteArray& state) { m_arrangements.insert(list, state); }
+    Arrangements& arrangements() { return m_arrangements; }
 
     void setDatabasePath(const QString& path) { m_databasePath = path; }
     void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
@@ -82,6 +81,7 @@ private:
     SystemDesktop m_systemDesktop;
     Desktop* m_desktop = &m_systemDesktop;
     Configuration m_configuration;
+    Arrangements m_arrangements{m_configuration};
     std::unique_ptr<Connection> m_connection;
     clsDb m_fieldLengths;
     QString m_databasePath;
@@ -90,7 +90,6 @@ private:
     bool m_isAdministrator = false;
     DesktopScheme m_desktopScheme = DesktopScheme::NormalColor;
     QMap<QString, QString> m_runtime;
-    QHash<QString, QByteArray> m_arrangements;
     QHash<qint64, QString> m_carrierIcons;
     std::vector<KeyName> m_keyNames;
 };

@@ -174,6 +174,7 @@ void shutDown(Session& session, Progress& progress) {
     if (!session.isOpen())
         return;
     session.saveRuntime();
+    session.arrangements().save();
     // Run on the open connection: closed and opened again, another program could come between.
     Maintenance(session).atExit(progress);
     session.closeConnection();

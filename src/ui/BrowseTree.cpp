@@ -61,6 +61,7 @@ void BrowseTree::buildUi() {
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_tree);
     splitter->addWidget(m_list);
+    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("Browse"));
     layout->addWidget(splitter, 1);
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("browseCount"));

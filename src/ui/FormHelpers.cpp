@@ -2,6 +2,7 @@
 #include "ui/FormHelpers.h"
 
 #include "platform/Messages.h"
+#include "store/Arrangements.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
 
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -188,6 +190,15 @@ QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action
     box->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
     button->setDefault(true);
     return button;
+}
+
+void keepSplitter(QSplitter* splitter, Arrangements& arrangements, const QString& name) {
+    const QList<int> sizes = arrangements.read(Arrangements::splitters, name);
+    if (sizes.size() == splitter->count())
+        splitter->setSizes(sizes);
+    QObject::connect(splitter, &QSplitter::splitterMoved, splitter, [splitter, name, &arrangements] {
+        arrangements.keep(Arrangements::splitters, name, splitter->sizes());
+    });
 }
 
 void openHelp(QWidget* form) {

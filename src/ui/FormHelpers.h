@@ -10,12 +10,14 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QSplitter;
 class QTreeView;
 class QVBoxLayout;
 class QWidget;
 
 namespace tessaranth {
 
+class Arrangements;
 class IconStore;
 class ItemListModel;
 class Messages;
@@ -55,6 +57,9 @@ std::vector<qint64> selectedIds(const QTreeView* view, const ItemListModel* mode
 void moveInList(QLineEdit* text, QTreeView* view);
 /// Columns as wide as what they show, within reason.
 void fitColumns(QTreeView* view);
+/// Divides an area as the user divided it the last time, and remembers how it is divided from now on. Called
+/// after the parts were put in and given the sizes that they have at first.
+void keepSplitter(QSplitter* splitter, Arrangements& arrangements, const QString& name);
 /// A command on the rows of a list in three ways: the button that is returned, a key within the list (may be
 /// empty), and the list's context menu.
 QPushButton* commandButton(QAbstractItemView* view, const QString& caption, const QString& objectName,

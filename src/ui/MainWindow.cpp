@@ -11,6 +11,7 @@
 #include "ui/BrowseTree.h"
 #include "ui/CardWindows.h"
 #include "ui/Commands.h"
+#include "ui/DialogSizes.h"
 #include "ui/Help.h"
 #include "ui/IconStore.h"
 #include "ui/ItemActions.h"
@@ -38,6 +39,7 @@ MainWindow::MainWindow(Session& session, const IconStore& icons, QWidget* parent
     setObjectName(QStringLiteral("mdiMain"));
     setWindowTitle(QStringLiteral("Tessaranth"));
     setWindowIcon(icons.icon(QStringLiteral("Violin")));
+    new DialogSizes(session.arrangements(), this);
     buildUi();
     buildCards();
     m_items = std::make_unique<ItemActions>(session, icons, *m_toolbox, *this, this);

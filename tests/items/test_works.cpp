@@ -260,11 +260,13 @@ void TestWorks::charactersAreImported() {
     QCOMPARE(characters(work),
              QStringList({"Don Giovanni", "Donna Elvira", "L'ospite 100%", "Leporello", "Zdeňka"}));
     QCOMPARE(m_works->importCharacters(work, file), 0);
+    QCOMPARE(m_works->importCharacters(work, write("old.txt", "M\xE9lisande")), 1); // Windows-1252
+    QVERIFY(characters(work).contains("Mélisande"));
     // All or nothing: the line that is too long comes after a good one.
     QCOMPARE(m_works->importCharacters(work, write("long.txt", "Good\n" + QByteArray(10'000, 'x'))), -1);
     QVERIFY(m_home->messages.told.back().startsWith("Line 2"));
     QCOMPARE(m_works->importCharacters(work, m_home->file("missing.txt")), -1);
-    QCOMPARE(count("Personages"), 5);
+    QCOMPARE(count("Personages"), 6);
 }
 
 void TestWorks::deletingOneTakesItsCharacters() {

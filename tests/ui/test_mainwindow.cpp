@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/ItemKind.h"
+#include "items/forms/frmItem.h"
+#include "items/forms/frmKeys.h"
 #include "support/TestHome.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
@@ -16,6 +18,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -38,6 +41,7 @@ private slots:
     void listsAreManagedFromTheMenu();
     void importsOfManyShowAtOnce();
     void exitAsksInTheseWords();
+    void arrangementsComeBack();
     void placeOffEveryScreenIsCorrected_data();
     void placeOffEveryScreenIsCorrected();
 
@@ -271,6 +275,42 @@ void TestMainWindow::exitAsksInTheseWords() {
     QVERIFY(!m_home->session->configuration().read("MDI", "Main").isEmpty());
     m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
     QCOMPARE(names(), sorted); // the columns are as they were left
+}
+
+void TestMainWindow::arrangementsComeBack() {
+    const auto sizeOfDialog = [this](const QSize& wanted) {
+        frmKeys form(*m_home->session, *m_icons);
+        form.show();
+        const QSize shown = form.size();
+        if (!wanted.isEmpty())
+            form.resize(wanted);
+        form.close();
+        return shown;
+    };
+    const auto upperPart = [this](int wanted) {
+        frmItem card({*m_home->session, *m_icons, *m_window, "Cps", 1});
+        card.resize(800, 700);
+        card.show();
+        auto* splitter = card.findChild<QSplitter*>("cardSplitter");
+        if (wanted > 0) {
+            splitter->setSizes({wanted, splitter->height() - wanted});
+            emit splitter->splitterMoved(wanted, 1);
+        }
+        return splitter->sizes()[0];
+    };
+    const QSize factory = sizeOfDialog({500, 444});
+    QVERIFY(factory != QSize(500, 444));
+    QCOMPARE(sizeOfDialog({}), QSize(500, 444));
+    upperPart(310);
+    m_home->messages.willAnswer(Answer::Yes);
+    QVERIFY(m_window->close());
+    m_window.reset();
+    shutDown(*m_home->session, m_home->progress);
+    open();
+    QCOMPARE(sizeOfDialog({}), QSize(500, 444));
+    QVERIFY(qAbs(upperPart(0) - 310) < 12);
+    m_home->session->configuration().write("Forms", "frmKeys", "wide,-7");
+    QCOMPARE(sizeOfDialog({}), factory);
 }
 
 void TestMainWindow::placeOffEveryScreenIsCorrected_data() {

@@ -6,7 +6,6 @@
 #include "ui/ItemListModel.h"
 
 #include <QAction>
-#include <QDataStream>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -132,9 +131,7 @@ QString ListPanel::arrangementKey() const { return m_words.name + m_context.code
 
 // A list that the user has not arranged yet is as wide as its texts.
 void ListPanel::restoreWidths() {
-    QDataStream stored(m_context.session.arrangement(arrangementKey()));
-    QList<int> widths;
-    stored >> widths;
+    const QList<int> widths = m_context.session.arrangements().read(Arrangements::forms, arrangementKey());
     m_fitting = true;
     if (widths.size() == m_model->columnCount())
         for (int column = 0; column < widths.size(); ++column)
@@ -151,10 +148,7 @@ void ListPanel::keepWidths(int column) {
     QList<int> widths;
     for (int each = 0; each < m_model->columnCount(); ++each)
         widths.push_back(m_view->columnWidth(each));
-    QByteArray state;
-    QDataStream stream(&state, QIODevice::WriteOnly);
-    stream << widths;
-    m_context.session.setArrangement(arrangementKey(), state);
+    m_context.session.arrangements().keep(Arrangements::forms, arrangementKey(), widths);
 }
 
 QString ListPanel::heading() const {

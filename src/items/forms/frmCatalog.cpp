@@ -58,6 +58,7 @@ void frmCatalog::buildUi() {
     splitter->addWidget(buildWorks());
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({280, 620});
+    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("frmCatalog"));
     layout->addWidget(splitter, 1);
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("count"));

@@ -59,6 +59,7 @@ void frmClass::buildUi() {
     splitter->addWidget(m_list);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({280, 660});
+    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("frmClass"));
     layout->addWidget(splitter, 1);
 
     auto* status = new QHBoxLayout;

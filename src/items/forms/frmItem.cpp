@@ -17,6 +17,7 @@
 #include "store/Session.h"
 #include "ui/CardTabs.h"
 #include "ui/ElidedLabel.h"
+#include "ui/FormHelpers.h"
 #include "ui/IconStore.h"
 
 #include <QCloseEvent>
@@ -112,10 +113,6 @@ void frmItem::buildAreas() {
             connect(area, &CardPanel::changed, this, &ChildWindow::changed);
         }
     m_split->addWidget(m_upper);
-    for (QSplitter* splitter : {m_split, m_upper})
-        connect(splitter, &QSplitter::splitterMoved, this, [this, splitter] {
-            m_context.session.setArrangement(splitter->objectName() + m_context.code, splitter->saveState());
-        });
 }
 
 // A card is divided as the user divided the last one of its kind; before that, one without pictures
@@ -128,7 +125,8 @@ void frmItem::placeSplitters() {
     m_split->setStretchFactor(1, 1);
     m_upper->setSizes({2, 3});
     for (QSplitter* splitter : {m_split, m_upper})
-        splitter->restoreState(m_context.session.arrangement(splitter->objectName() + m_context.code));
+        FormHelpers::keepSplitter(splitter, m_context.session.arrangements(),
+                                  splitter->objectName() + m_context.code);
 }
 
 QWidget* frmItem::buildPanelBar() {

@@ -44,6 +44,7 @@ void frmWork::buildUi() {
     split->addWidget(buildRight());
     split->setStretchFactor(0, 2);
     split->setStretchFactor(1, 3);
+    FormHelpers::keepSplitter(split, m_context.session.arrangements(), split->objectName());
     layout->addWidget(split, 1);
     addEntry(
         QStringLiteral("mnuCardWorkCardGoto"), tr("&Go to card"), {}, [this] { goToRecording(); },
