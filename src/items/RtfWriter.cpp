@@ -105,6 +105,16 @@ void RtfWriter::setStyle(const RtfStyle& style) {
 }
 
 void RtfWriter::text(const QString& text, const RtfStyle& style) {
+    // Pieces that only the editor tells apart are one link.
+    if (!style.link.isEmpty() && m_linkEnd == m_body.size() + m_paragraph.size() && m_link == style.link) {
+        RtfStyle wanted = style;
+        wanted.link.clear();
+        if (m_style == wanted) {
+            m_paragraph.insert(m_paragraph.size() - 2, escaped(text));
+            m_linkEnd = m_body.size() + m_paragraph.size();
+            return;
+        }
+    }
     setStyle(style);
     if (style.link.isEmpty()) {
         m_paragraph += escaped(text);
@@ -113,6 +123,8 @@ void RtfWriter::text(const QString& text, const RtfStyle& style) {
     m_paragraph += "{\\field{\\*\\fldinst HYPERLINK \"" +
                    escaped(QString(style.link).remove(u'"').remove(u'\n')) + "\"}{\\fldrslt " +
                    escaped(text) + "}}";
+    m_link = style.link;
+    m_linkEnd = m_body.size() + m_paragraph.size();
 }
 
 void RtfWriter::picture(const RtfPicture& picture, const RtfStyle& style) {

@@ -26,6 +26,8 @@ private:
     QStringList m_fonts;
     std::vector<QRgb> m_colours;
     std::optional<RtfStyle> m_style; ///< of what was written last
+    QString m_link;                  ///< of the last link
+    qsizetype m_linkEnd = -1;        ///< where it ended, counted over all that was written
     QByteArray m_paragraph;
     QByteArray m_body;
 };

@@ -35,14 +35,13 @@ bool isQuoted(QByteArrayView text) {
 
 /// The text as it can stand on a line; quoted where reading would otherwise take something from it.
 QString asLine(const QString& text) {
-    QByteArray line = text.toUtf8();
-    for (char& c : line) {
-        if (c == '\r' || c == '\n' || c == '\0')
-            c = ' ';
+    QString line = text;
+    for (QChar& c : line) {
+        if (c == u'\r' || c == u'\n' || c == u'\0')
+            c = u' ';
     }
-    if (trimmed(line).size() != line.size() || isQuoted(line))
-        line = '"' + line + '"';
-    return QString::fromUtf8(line);
+    const QByteArray bytes = line.toUtf8();
+    return trimmed(bytes).size() != bytes.size() || isQuoted(bytes) ? u'"' + line + u'"' : line;
 }
 
 /// One line of the bytes, by offsets: the line break is in [end, next).

@@ -110,7 +110,24 @@ Value cellValue(const Field& field, const QString& text) {
     return Value(unescapedControls(text));
 }
 
-void writeSchema(QXmlStreamWriter& xml, const std::vector<Field>& fields) {
+/// What the cells of each field are called in the rows: by its name, where that is one that XML allows.
+QStringList attributeNames(const std::vector<Field>& fields) {
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z_][A-Za-z0-9_.-]*$"));
+    QStringList names;
+    for (const Field& field : fields)
+        names.push_back(field.name);
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (plain.match(names[i]).hasMatch())
+            continue;
+        QString coded = u'c' + QString::number(i);
+        while (names.contains(coded))
+            coded += u'_';
+        names[i] = coded;
+    }
+    return names;
+}
+
+void writeSchema(QXmlStreamWriter& xml, const std::vector<Field>& fields, const QStringList& attributes) {
     xml.writeStartElement(schemaSpace, QStringLiteral("Schema"));
     xml.writeAttribute(QStringLiteral("id"), QStringLiteral("RowsetSchema"));
     xml.writeStartElement(schemaSpace, QStringLiteral("ElementType"));
@@ -119,7 +136,9 @@ void writeSchema(QXmlStreamWriter& xml, const std::vector<Field>& fields) {
     for (size_t i = 0; i < fields.size(); ++i) {
         const Field& field = fields[i];
         xml.writeStartElement(schemaSpace, QStringLiteral("AttributeType"));
-        xml.writeAttribute(QStringLiteral("name"), field.name);
+        xml.writeAttribute(QStringLiteral("name"), attributes[qsizetype(i)]);
+        if (attributes[qsizetype(i)] != field.name)
+            xml.writeAttribute(rowsetSpace, QStringLiteral("name"), escapedControls(field.name));
         xml.writeAttribute(rowsetSpace, QStringLiteral("number"), QString::number(i + 1));
         xml.writeAttribute(rowsetSpace, QStringLiteral("nullable"), QStringLiteral("true"));
         xml.writeStartElement(schemaSpace, QStringLiteral("datatype"));
@@ -138,24 +157,29 @@ void writeSchema(QXmlStreamWriter& xml, const std::vector<Field>& fields) {
     xml.writeEndElement();
 }
 
-std::vector<Field> readSchema(QXmlStreamReader& xml) {
+std::vector<Field> readSchema(QXmlStreamReader& xml, QStringList& attributes) {
     std::vector<Field> fields;
+    attributes.clear();
     while (xml.readNext() != QXmlStreamReader::Invalid) {
         if (xml.isEndElement() && xml.name() == QLatin1String("Schema"))
             break;
         if (!xml.isStartElement())
             continue;
         if (xml.name() == QLatin1String("AttributeType")) {
-            QString name = xml.attributes().value(rowsetSpace, QLatin1String("name")).toString();
+            const QString attribute = xml.attributes().value(QLatin1String("name")).toString();
+            QString name =
+                unescapedControls(xml.attributes().value(rowsetSpace, QLatin1String("name")).toString());
             if (name.isEmpty())
-                name = xml.attributes().value(QLatin1String("name")).toString();
+                name = attribute;
+            if (name.isEmpty())
+                xml.raiseError(tr("A field has no name."));
             const auto known = std::find_if(fields.begin(), fields.end(), [&](const Field& field) {
                 return field.name.compare(name, Qt::CaseInsensitive) == 0;
             });
             if (known != fields.end())
                 xml.raiseError(tr("The field %1 is described twice.").arg(name));
-            else
-                fields.push_back({name, Field::Type::Text, 0});
+            fields.push_back({name, Field::Type::Text, 0});
+            attributes.push_back(attribute);
         } else if (xml.name() == QLatin1String("datatype") && !fields.empty()) {
             const QString word = xml.attributes().value(typeSpace, QLatin1String("type")).toString();
             for (const TypeWord& entry : typeWords)
@@ -181,14 +205,15 @@ void Recordset::save(const QString& path) const {
     xml.writeNamespace(typeSpace, QStringLiteral("dt"));
     xml.writeNamespace(rowsetSpace, QStringLiteral("rs"));
     xml.writeNamespace(rowSpace, QStringLiteral("z"));
-    writeSchema(xml, m_fields);
+    const QStringList attributes = attributeNames(m_fields);
+    writeSchema(xml, m_fields, attributes);
     xml.writeStartElement(rowsetSpace, QStringLiteral("data"));
     for (int row = 0; row < rowCount(); ++row) {
         xml.writeEmptyElement(rowSpace, QStringLiteral("row"));
         for (size_t i = 0; i < m_fields.size(); ++i) {
             const Value& cell = value(row, int(i));
             if (!cell.isNull())
-                xml.writeAttribute(m_fields[i].name, cellText(m_fields[i], cell));
+                xml.writeAttribute(attributes[qsizetype(i)], cellText(m_fields[i], cell));
         }
     }
     xml.writeEndDocument();
@@ -202,12 +227,17 @@ Recordset Recordset::load(const QString& path, int maxRows) {
         throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
     QXmlStreamReader xml(&file);
     Recordset set({});
+    QStringList names;
     while (!xml.atEnd()) {
         xml.readNext();
         if (!xml.isStartElement())
             continue;
         if (xml.namespaceUri() == schemaSpace && xml.name() == QLatin1String("Schema")) {
-            set.m_fields = readSchema(xml);
+            // Rows that were read by another description would not fit.
+            if (!set.m_fields.empty())
+                xml.raiseError(tr("The fields are described twice."));
+            else
+                set.m_fields = readSchema(xml, names);
         } else if (xml.namespaceUri() == rowSpace && xml.name() == QLatin1String("row")) {
             if (set.m_fields.empty())
                 throw FileError(tr("%1 has rows but no description of its fields.").arg(path));
@@ -215,10 +245,12 @@ Recordset Recordset::load(const QString& path, int maxRows) {
                 throw FileError(tr("%1 has more than %2 rows.").arg(path).arg(maxRows));
             const QXmlStreamAttributes attributes = xml.attributes();
             Row row;
-            for (const Field& field : set.m_fields)
-                row.cells.push_back(attributes.hasAttribute(field.name)
-                                        ? cellValue(field, attributes.value(field.name).toString())
+            for (size_t i = 0; i < set.m_fields.size(); ++i) {
+                const QString& name = names[qsizetype(i)];
+                row.cells.push_back(attributes.hasAttribute(name)
+                                        ? cellValue(set.m_fields[i], attributes.value(name).toString())
                                         : Value());
+            }
             set.m_visible.push_back(int(set.m_rows.size()));
             set.m_rows.push_back(std::move(row));
         }

@@ -126,7 +126,12 @@ void TestRecordset::filesKeepEverything() {
                    {"Price", Field::Type::Number},
                    {"Word with blanks"}});
     const QString odd = QString("tab\tline\nquote\"<&>' _x0041_ é 🎼 ") + QChar(1) + QChar(0xFFFE);
-    set.add({{"Title", odd}, {"Nbr", -7}, {"Yes", true}, {"Added", "2005-01-31 17:05:00"}, {"Price", 12.5}});
+    set.add({{"Title", odd},
+             {"Nbr", -7},
+             {"Yes", true},
+             {"Added", "2005-01-31 17:05:00"},
+             {"Price", 12.5},
+             {"Word with blanks", "kept"}});
     set.add({{"Title", ""}});
     set.save(path);
     const Recordset loaded = Recordset::load(path);
