@@ -30,6 +30,7 @@ private slots:
     void asksBeforeEditsAreLost();
     void warnsOfDoubles();
     void tracksOfOneDisc();
+    void keepsTracksTypedButNotAdded();
     void ordersByDragging();
     void survivesChangesElsewhere();
     void mnemonicsAreUniqueAndControlsNamed();
@@ -426,6 +427,38 @@ void TestRecordingEditor::tracksOfOneDisc() {
     click("cmdTrackPaste");
     QVERIFY(m_home->messages.told.back().contains("no text with tracks"));
     QVERIFY(!find("cmdApply")->isEnabled());
+}
+
+// Typed is typed, whether or not the button beside it was pressed.
+void TestRecordingEditor::keepsTracksTypedButNotAdded() {
+    key(Qt::Key_2, Qt::AltModifier); // no other tab yet; its key types nothing either
+    QVERIFY(find<QLineEdit>("txtTitle")->text().isEmpty());
+    m_home->run("INSERT INTO Rec (RecTitle, UnitsNbr) VALUES ('Set', 1)");
+    m_home->run(
+        "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'A', '01:00')");
+    m_home->run("INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 2, 'B', '')");
+    edit(1);
+    key(Qt::Key_5, Qt::AltModifier);
+    clickRow("LvTracks", "1");
+    QVERIFY(!find("cmdApply")->isEnabled());
+    auto* name = find<QLineEdit>("txtTrack");
+    name->setFocus();
+    type("a");
+    clickRow("LvTracks", "2");
+    QCOMPARE(list("LvTracks")->topLevelItem(0)->text(1), "Aa");
+    click("cmdCancel");
+    QCOMPARE(list("LvTracks")->topLevelItem(0)->text(1), "A");
+    QVERIFY(name->text().isEmpty() && !find("cmdApply")->isEnabled());
+    type("C");
+    find<QLineEdit>("meb")->setText("9");
+    m_home->messages.willAnswer(Answer::Yes);
+    m_editor->close(); // a length that is none cannot be saved
+    QVERIFY(m_editor->isVisible());
+    find<QLineEdit>("meb")->setText("02.00");
+    m_home->messages.willAnswer(Answer::Yes);
+    m_editor->close();
+    QVERIFY(!m_editor->isVisible());
+    QCOMPARE(m_home->text("SELECT TrackName FROM Tracks WHERE TrackNbr = 3"), "C");
 }
 
 // What the list tells when a row was dropped on the upper or lower half of another; a drag itself needs the

@@ -132,6 +132,7 @@ void RecTracksTab::buildInput(QBoxLayout* layout) {
     for (QLineEdit* edit : {m_name, m_length}) {
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::textChanged, this, &RecTracksTab::enable);
+        connect(edit, &QLineEdit::textChanged, this, &RecTab::changed);
     }
 }
 
@@ -142,6 +143,7 @@ QString RecTracksTab::discId() const { return m_discId->text().trimmed(); }
 // ---- discs
 
 void RecTracksTab::load() {
+    clearInput();
     fillDiscs();
     showDisc();
 }
@@ -156,12 +158,15 @@ void RecTracksTab::fillDiscs() {
     m_discs->setCurrentIndex(m_disc - 1);
 }
 
-// The tracks of the disc that is left must not go unsaved without a word.
+// The tracks of the disc that is left must not go unsaved without a word. The name of a track to come is not
+// asked about: it may have been meant for the other disc, and stays.
 void RecTracksTab::changeDisc() {
     const int wanted = m_discs->currentIndex() + 1;
-    if (isChanged() && FormHelpers::settleUnsaved(m_context.session.messages(), QStringLiteral("Unload form"),
-                                                  QStringLiteral("Do you want to save the changes?"),
-                                                  [this] { return apply(); }) == FormHelpers::Unsaved::Kept) {
+    takeSelected();
+    if (isListChanged() &&
+        FormHelpers::settleUnsaved(m_context.session.messages(), QStringLiteral("Unload form"),
+                                   QStringLiteral("Do you want to save the changes?"),
+                                   [this] { return apply(); }) == FormHelpers::Unsaved::Kept) {
         const QSignalBlocker blocker(m_discs);
         m_discs->setCurrentIndex(m_disc - 1);
         return;
@@ -176,16 +181,14 @@ void RecTracksTab::showDisc() {
     m_tracks = m_read = m_context.editor.tracks(m_disc);
     m_readId = m_context.editor.discId(m_disc).trimmed();
     m_discId->setText(m_readId);
-    // A name that is typed, but not yet added, stays; one that was copied from a track goes with it.
-    const bool copied = m_list->selectedRows().size() == 1;
+    if (m_copiedFrom >= 0 || !isTyped())
+        clearInput();
     show({});
-    if (copied) {
-        m_name->clear();
-        m_length->setText(noLength);
-    }
 }
 
 bool RecTracksTab::apply() {
+    if (isTyped() && !takeTyped())
+        return false;
     const auto tracks = m_tracks != m_read ? std::optional(m_tracks) : std::nullopt;
     const auto id = discId() != m_readId ? std::optional(discId()) : std::nullopt;
     if (!m_context.editor.applyTracks(m_disc, tracks, id))
@@ -232,13 +235,17 @@ void RecTracksTab::showTotal() {
 }
 
 void RecTracksTab::copySelected() {
+    takeSelected();
     const std::vector<int> rows = m_list->selectedRows();
     if (rows.size() == 1) {
-        const Track& track = m_tracks[size_t(rows.front())];
+        m_copiedFrom = rows.front();
+        const Track& track = m_tracks[size_t(m_copiedFrom)];
         m_name->setText(track.name);
         m_length->setText(track.length.isEmpty() ? noLength : QString(track.length).replace(u':', u'.'));
+        m_copied = {track.name.trimmed(), m_length->text()};
     }
     enable();
+    emit changed();
 }
 
 void RecTracksTab::enable() {
@@ -253,6 +260,44 @@ void RecTracksTab::enable() {
     m_up->setEnabled(!rows.empty() && rows.front() > 0);
     m_works->setEnabled(!rows.empty());
     m_down->setEnabled(!rows.empty() && rows.back() + 1 < int(m_tracks.size()));
+}
+
+// ---- what is typed, but not in the list yet
+
+bool RecTracksTab::isTyped() const {
+    return !m_name->text().trimmed().isEmpty() &&
+           Track{m_name->text().trimmed(), m_length->text()} != m_copied;
+}
+
+void RecTracksTab::clearInput() {
+    m_name->clear();
+    m_length->setText(noLength);
+    m_copied = {};
+    m_copiedFrom = -1;
+}
+
+// Whoever saves means what is seen: a track that was changed, or one more.
+bool RecTracksTab::takeTyped() {
+    const std::optional<Track> track = typed();
+    if (!track)
+        return false;
+    if (m_copiedFrom < 0) {
+        m_tracks.push_back(*track);
+        clearInput();
+        return true;
+    }
+    m_tracks[size_t(m_copiedFrom)] = *track;
+    m_copied = {track->name, m_length->text()};
+    QTreeWidgetItem* item = m_list->topLevelItem(m_copiedFrom);
+    item->setText(1, track->name);
+    item->setText(2, track->length);
+    return true;
+}
+
+// A changed name is not lost when another track is chosen, nor with a command on the rows.
+void RecTracksTab::takeSelected() {
+    if (m_copiedFrom >= 0 && isTyped() && RecordingEditor::isLength(m_length->text()))
+        takeTyped();
 }
 
 // ---- changes
@@ -276,10 +321,9 @@ void RecTracksTab::addTrack() {
     if (!track)
         return;
     m_tracks.push_back(*track);
+    clearInput();
     show({});
     m_list->scrollToBottom();
-    m_name->clear();
-    m_length->setText(noLength);
     m_name->setFocus();
 }
 
@@ -288,7 +332,7 @@ void RecTracksTab::setTrack() {
     const std::optional<Track> track = rows.size() == 1 ? typed() : std::nullopt;
     if (!track)
         return;
-    m_tracks[size_t(rows.front())] = *track;
+    takeTyped();
     show(rows);
 }
 
@@ -296,6 +340,7 @@ void RecTracksTab::removeTracks() {
     const std::vector<int> rows = m_list->selectedRows();
     if (rows.empty())
         return;
+    clearInput();
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
         m_tracks.erase(m_tracks.begin() + *row);
     show(m_tracks.empty() ? std::vector<int>()
@@ -306,6 +351,8 @@ void RecTracksTab::move(int target) {
     const std::vector<int> rows = m_list->selectedRows();
     if (rows.empty() || target < 0 || target > int(m_tracks.size()))
         return;
+    takeSelected();
+    m_copiedFrom = -1;
     const int first = moveElements(m_tracks, rows, target);
     show(numbersFrom(first, rows.size()));
 }
@@ -319,12 +366,14 @@ void RecTracksTab::addText(const QString& text) {
                                                  tr("The clipboard holds no text with tracks, one a line."));
         return;
     }
+    takeSelected();
     const int first = int(m_tracks.size());
     m_tracks.insert(m_tracks.end(), found.begin(), found.end());
     show(numbersFrom(first, found.size()));
 }
 
 void RecTracksTab::makeWorks() {
+    takeSelected();
     QStringList names;
     for (const int row : m_list->selectedRows())
         names.push_back(m_tracks[size_t(row)].name);

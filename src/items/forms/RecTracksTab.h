@@ -20,7 +20,7 @@ public:
     explicit RecTracksTab(RecContext& context);
 
     void load() override;
-    bool isChanged() const override { return m_tracks != m_read || discId() != m_readId; }
+    bool isChanged() const override { return isListChanged() || isTyped(); }
     bool apply() override;
     QWidget* firstField() const override;
     /// Puts the tracks that a text holds behind those that are there.
@@ -34,6 +34,11 @@ private:
     void buildList(QBoxLayout* layout);
     void buildInput(QBoxLayout* layout);
     QString discId() const;
+    bool isListChanged() const { return m_tracks != m_read || discId() != m_readId; }
+    bool isTyped() const;
+    bool takeTyped();
+    void takeSelected();
+    void clearInput();
     void fillDiscs();
     void changeDisc();
     void showDisc();
@@ -41,7 +46,6 @@ private:
     void showTotal();
     void copySelected();
     void enable();
-    bool checkLength();
     std::optional<Track> typed();
     void addTrack();
     void setTrack();
@@ -54,6 +58,8 @@ private:
     std::vector<Track> m_tracks;
     std::vector<Track> m_read;
     QString m_readId;
+    Track m_copied;        ///< what the input was filled with; anything else in it was typed
+    int m_copiedFrom = -1; ///< the row of that track; -1 when the input was empty
     QComboBox* m_discs = nullptr;
     QLineEdit* m_discId = nullptr;
     QLabel* m_total = nullptr;

@@ -94,6 +94,10 @@ void frmRec::addTab(RecTab* tab, const QString& caption) {
     m_all.push_back(tab);
     m_pages.push_back(page);
     connect(tab, &RecTab::changed, this, &frmRec::enable);
+    // The key of a tab that is disabled would reach the field with the focus, and type its digit there.
+    auto* idle = new QShortcut(QKeySequence::mnemonic(caption), this);
+    idle->setEnabled(false);
+    m_idleKeys.push_back(idle);
 }
 
 void frmRec::buildButtons(QVBoxLayout* layout) {
@@ -184,8 +188,10 @@ void frmRec::showHead() {
     const QString title = m_shown == 0 ? QString() : m_editor.specs().title;
     m_title->setText(m_title->fontMetrics().elidedText(title, Qt::ElideRight, titleWidth));
     m_title->setToolTip(title);
-    for (int tab = 1; tab < m_tabs->count(); ++tab)
+    for (int tab = 1; tab < m_tabs->count(); ++tab) {
         m_tabs->setTabEnabled(tab, m_editor.id() != 0);
+        m_idleKeys[size_t(tab)]->setEnabled(m_editor.id() == 0);
+    }
 }
 
 // Enter saves the specifications; in the other tabs it has a meaning of its own.

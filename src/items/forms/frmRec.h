@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class QLabel;
+class QShortcut;
 class QStackedWidget;
 class QTabWidget;
 class QVBoxLayout;
@@ -46,6 +47,7 @@ private:
     RecContext m_context;
     std::vector<RecTab*> m_all;
     std::vector<QStackedWidget*> m_pages; ///< of each tab: itself, or why it cannot be used yet
+    std::vector<QShortcut*> m_idleKeys;   ///< of each tab: takes its key while it is disabled
     int m_shown = 0;                      ///< the tab that is left when another one is chosen
     bool m_saved = false;
     QTabWidget* m_tabs = nullptr;
