@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CardImages.h"
 
-#include "items/Attachments.h"
-#include "items/CMIT.h"
 #include "items/Guarded.h"
 #include "items/Person.h"
 #include "platform/Progress.h"
-#include "store/Recordset.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -18,60 +15,34 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("CardImages", text); }
 
-constexpr auto folder = Session::Folder::Images;
-const QString table = QStringLiteral("Images");
 const QString importKind = QStringLiteral("Image");
 const QString exportKind = QStringLiteral("ImageEx");
 constexpr qsizetype reasonsShown = 10;
 
-QString byId(qint64 id) { return QStringLiteral(" FROM Images WHERE ImageID = ") + QString::number(id); }
+const CardFileKind& images() {
+    static const CardFileKind kind{QStringLiteral("Images"),
+                                   QStringLiteral("ImageID"),
+                                   QStringLiteral("ImageTitle"),
+                                   Session::Folder::Images,
+                                   QStringLiteral("Images"),
+                                   QStringLiteral("Image title"),
+                                   QStringLiteral("Rename the current image"),
+                                   QStringLiteral("Rename Image"),
+                                   QStringLiteral("Remove image"),
+                                   tr("This picture has been deleted meanwhile.")};
+    return kind;
+}
 
 QString titleOf(const QString& file) {
     const QFileInfo info(file);
     const QString base = cleanName(info.completeBaseName());
-    return (base.isEmpty() ? cleanName(info.fileName()) : base).left(CardImages::maxTitle);
-}
-
-QString checkedTitle(const QString& text) {
-    const QString title = cleanName(text);
-    if (title.isEmpty() || title.size() > CardImages::maxTitle)
-        throw Error(tr("A title has 1 to %1 characters.").arg(CardImages::maxTitle));
-    return title;
+    return (base.isEmpty() ? cleanName(info.fileName()) : base).left(CardFiles::maxTitle);
 }
 
 } // namespace
 
-bool CardImages::LoadImages(ItemList& list) {
-    return guarded(m_session, [&] {
-        ItemList found({{QStringLiteral("Title")}});
-        const Recordset rows = Recordset::open(
-            m_session.connection(),
-            QStringLiteral("SELECT * FROM Images WHERE (RelatedID = %1) AND (RelatedCat LIKE '%2') "
-                           "ORDER BY OrderNbr")
-                .arg(m_card.id)
-                .arg(quotedPattern(m_card.code)));
-        const int key = rows.fieldIndex(QStringLiteral("ImageID"));
-        const int title = rows.fieldIndex(QStringLiteral("ImageTitle"));
-        for (int row = 0; row < rows.rowCount(); ++row)
-            found.addRow(rows.value(row, key).toInteger(), table, {rows.value(row, title).toText()});
-        list = std::move(found);
-        return true;
-    });
-}
-
-QString CardImages::title(qint64 id) {
-    QString found;
-    guarded(m_session, [&] {
-        found = m_session.connection().single(QStringLiteral("SELECT ImageTitle") + byId(id)).toText();
-        return true;
-    });
-    return found;
-}
-
-void CardImages::requireImage(qint64 id) {
-    if (!m_session.connection().exists(QStringLiteral("SELECT *") + byId(id)))
-        throw Error(tr("This picture has been deleted meanwhile."));
-}
+CardImages::CardImages(Session& session, CardOwner card)
+    : m_files(session, std::move(card), images()), m_session(session) {}
 
 // ---- adding
 
@@ -89,65 +60,34 @@ QString CardImages::chooseFile(const QString& title) {
 }
 
 QString CardImages::askTitle(const QString& proposed) {
-    NameRequest request;
-    request.title = QStringLiteral("New image title");
-    request.heading = QStringLiteral("New image");
-    request.label = QStringLiteral("Image title");
-    request.iconKey = table;
-    request.button = QStringLiteral("Add");
-    request.defaultText = proposed;
-    request.maxLength = maxTitle;
-    return m_session.messages().inputName(request);
-}
-
-qint64 CardImages::addBytes(const QByteArray& bytes, const QString& text) {
-    const QString title = checkedTitle(text);
-    Transaction transaction(m_session.connection());
-    Recordset rows = Recordset::open(
-        m_session.connection(),
-        QStringLiteral(
-            "SELECT * FROM Images WHERE (RelatedID = %1) AND (RelatedCat = '%2') ORDER BY OrderNbr")
-            .arg(m_card.id)
-            .arg(quoted(m_card.code)));
-    rows.add({{QStringLiteral("ImageTitle"), title},
-              {QStringLiteral("RelatedID"), m_card.id},
-              {QStringLiteral("RelatedCat"), m_card.code},
-              {QStringLiteral("OrderNbr"), rows.rowCount() + 1}});
-    const qint64 id = m_session.connection().lastKey();
-    // The file first: once the row stands it has its picture, and without the file there is no row.
-    m_files.write(folder, id, bytes);
-    try {
-        transaction.commit();
-    } catch (const Error&) {
-        m_files.remove(folder, id);
-        throw;
-    }
-    return id;
+    return m_files.askTitle(QStringLiteral("New image title"), QStringLiteral("New image"),
+                            QStringLiteral("Add"), proposed);
 }
 
 qint64 CardImages::add(const QString& file, const QString& title) {
     qint64 id = 0;
-    if (m_card.require(m_session))
-        guarded(m_session, [&] { return (id = addBytes(PictureFile::read(file), title)) != 0; });
+    if (m_files.card().require(m_session))
+        guarded(m_session, [&] { id = m_files.addBytes(PictureFile::read(file), title); });
     return id;
 }
 
 qint64 CardImages::add(const QImage& image, const QString& title) {
     qint64 id = 0;
-    if (m_card.require(m_session))
-        guarded(m_session, [&] { return (id = addBytes(PictureFile::fromImage(image), title)) != 0; });
+    if (m_files.card().require(m_session))
+        guarded(m_session, [&] { id = m_files.addBytes(PictureFile::fromImage(image), title); });
     return id;
 }
 
 qint64 CardImages::ImportImageFromFile() {
     const QString file = chooseFile(QStringLiteral("Import Image"));
     qint64 id = 0;
-    if (!file.isEmpty() && m_card.require(m_session))
+    if (!file.isEmpty() && m_files.card().require(m_session))
         guarded(m_session, [&] {
             // Read before the title is asked for: nobody should name what cannot be added.
             const QByteArray bytes = PictureFile::read(file);
             const QString title = askTitle(titleOf(file));
-            return !title.isEmpty() && (id = addBytes(bytes, title)) != 0;
+            if (!title.isEmpty())
+                id = m_files.addBytes(bytes, title);
         });
     return id;
 }
@@ -160,7 +100,7 @@ qint64 CardImages::PasteImageFromClipboard(const QImage& image) {
 }
 
 int CardImages::addFiles(const QStringList& files, Progress& progress) {
-    if (files.isEmpty() || !m_card.require(m_session))
+    if (files.isEmpty() || !m_files.card().require(m_session))
         return 0;
     progress.stage(tr("Adding pictures"));
     int added = 0;
@@ -170,7 +110,7 @@ int CardImages::addFiles(const QStringList& files, Progress& progress) {
             const QByteArray bytes = PictureFile::read(files[i]);
             const QString proposed = titleOf(files[i]);
             const QString title = files.size() == 1 ? askTitle(proposed) : proposed;
-            if (!title.isEmpty() && addBytes(bytes, title) != 0)
+            if (!title.isEmpty() && m_files.addBytes(bytes, title) != 0)
                 ++added;
         } catch (const Error& error) {
             reasons << error.reason();
@@ -186,81 +126,17 @@ int CardImages::addFiles(const QStringList& files, Progress& progress) {
 
 // ---- changing
 
-bool CardImages::Rename_Image(qint64 id) {
-    NameRequest request;
-    request.title = QStringLiteral("Rename the current image");
-    request.heading = QStringLiteral("Rename Image");
-    request.label = QStringLiteral("Image title");
-    request.iconKey = table;
-    request.button = QStringLiteral("Rename");
-    request.defaultText = title(id);
-    request.maxLength = maxTitle;
-    const QString name = m_session.messages().inputName(request);
-    return !name.isEmpty() && rename(id, name);
-}
-
-bool CardImages::rename(qint64 id, const QString& text) {
-    return guarded(m_session, [&] {
-        const QString title = checkedTitle(text);
-        requireImage(id);
-        Recordset row = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
-        row.update(0, {{QStringLiteral("ImageTitle"), title}});
-        return true;
-    });
-}
-
 bool CardImages::Replace_Image(qint64 id) {
     const QString file = chooseFile(tr("Replace the current image"));
     return !file.isEmpty() && replace(id, file);
 }
 
 bool CardImages::replace(qint64 id, const QString& file) {
-    return guarded(m_session, [&] { return replaceBytes(id, PictureFile::read(file)); });
+    return guarded(m_session, [&] { m_files.replaceBytes(id, PictureFile::read(file)); });
 }
 
 bool CardImages::replace(qint64 id, const QImage& image) {
-    return guarded(m_session, [&] { return replaceBytes(id, PictureFile::fromImage(image)); });
-}
-
-bool CardImages::replaceBytes(qint64 id, const QByteArray& bytes) {
-    requireImage(id);
-    m_files.write(folder, id, bytes);
-    return true;
-}
-
-QString CardImages::cardName() {
-    const ItemKind* kind = itemKind(m_card.code);
-    return kind ? CMIT(m_session).nameOf(kind->number, m_card.id) : QString();
-}
-
-bool CardImages::Remove_Image(qint64 id) {
-    Question question;
-    question.title = QStringLiteral("Remove image");
-    question.text =
-        QStringLiteral("Do you want to delete\n") + title(id) + QStringLiteral("\nfrom ") + cardName() + u'?';
-    question.defaultButton = Answer::Cancel;
-    return m_session.messages().ask(question) == Answer::Ok && remove(id);
-}
-
-bool CardImages::remove(qint64 id) {
-    return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
-        m_session.connection().execute(QStringLiteral("DELETE") + byId(id));
-        Attachments(m_session).setOrder(table, m_card.code, m_card.id);
-        transaction.commit();
-        // After the row: a file that is left over can be found and set aside, a lost one cannot.
-        m_files.remove(folder, id);
-        return true;
-    });
-}
-
-bool CardImages::Sort_Images(const std::vector<qint64>& order) {
-    return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
-        Attachments(m_session).setOrder(table, m_card.code, m_card.id, order);
-        transaction.commit();
-        return true;
-    });
+    return guarded(m_session, [&] { m_files.replaceBytes(id, PictureFile::fromImage(image)); });
 }
 
 // ---- giving away
@@ -292,16 +168,12 @@ bool CardImages::exportTo(qint64 id, const QString& file) {
         PictureFile::writeBitmap(image, target);
         if (!target.commit())
             refuse();
-        return true;
     });
 }
 
 QImage CardImages::whole(qint64 id) {
     QImage image;
-    guarded(m_session, [&] {
-        image = PictureFile::decode(path(id));
-        return true;
-    });
+    guarded(m_session, [&] { image = PictureFile::decode(path(id)); });
     return image;
 }
 

@@ -1,28 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/AttachmentFiles.h"
-#include "items/CardOwner.h"
-#include "items/ItemList.h"
+#include "items/CardFiles.h"
 #include "items/PictureFile.h"
 
 #include <QImage>
 #include <QStringList>
-#include <vector>
 
 namespace tessaranth {
 
 class Progress;
 
-/// The pictures of a card, numbered from 1 without gaps; the first is the card's main picture. The bytes of a
-/// file are kept as they came. An operation that fails reports it through the session's messages and answers
-/// with false, 0 or nothing; catalog and data folder are then as before.
+/// The pictures of a card; the first is the card's main picture. The bytes of a file are kept as they came.
+/// As to failures see CardFiles.
 class CardImages {
 public:
-    CardImages(Session& session, CardOwner card)
-        : m_session(session), m_files(session), m_card(std::move(card)) {}
+    CardImages(Session& session, CardOwner card);
 
-    bool LoadImages(ItemList& list); ///< ids and titles in their order; reads no file
+    bool LoadImages(ItemList& list) { return m_files.load(list); }
 
     // Adding: the id of the new picture, or 0.
     qint64 ImportImageFromFile();                        ///< asks for the file and for the title
@@ -33,37 +28,30 @@ public:
     /// names. The number added, those that are no pictures are named in one message.
     int addFiles(const QStringList& files, Progress& progress);
 
-    bool Rename_Image(qint64 id); ///< asks for the title
-    bool rename(qint64 id, const QString& title);
+    bool Rename_Image(qint64 id) { return m_files.askRename(id); }
+    bool rename(qint64 id, const QString& title) { return m_files.rename(id, title); }
     bool Replace_Image(qint64 id); ///< asks for the file
     bool replace(qint64 id, const QString& file);
     bool replace(qint64 id, const QImage& image);
-    bool Remove_Image(qint64 id); ///< asks; those behind it move up
-    bool remove(qint64 id);
-    bool Sort_Images(const std::vector<qint64>& order);
+    bool Remove_Image(qint64 id) { return m_files.askRemove(id); }
+    bool remove(qint64 id) { return m_files.remove(id); }
+    bool Sort_Images(const std::vector<qint64>& order) { return m_files.sort(order); }
 
     bool ExportImageToFile(qint64 id); ///< asks for the file
     bool exportTo(qint64 id, const QString& file);
     QImage whole(qint64 id); ///< in its own size, for the clipboard
 
-    QString path(qint64 id) const { return m_files.path(Session::Folder::Images, id); }
-    bool hasFile(qint64 id) const { return m_files.exists(Session::Folder::Images, id); }
-    QString title(qint64 id); ///< empty when there is none such
-
-    /// Longest title, in characters.
-    static constexpr int maxTitle = 250;
+    QString path(qint64 id) const { return m_files.path(id); }
+    bool hasFile(qint64 id) const { return m_files.hasFile(id); }
+    QString title(qint64 id) { return m_files.title(id); }
+    CardFiles& files() { return m_files; }
 
 private:
-    qint64 addBytes(const QByteArray& bytes, const QString& title);
-    bool replaceBytes(qint64 id, const QByteArray& bytes);
     QString chooseFile(const QString& title);
     QString askTitle(const QString& proposed);
-    void requireImage(qint64 id);
-    QString cardName();
 
+    CardFiles m_files;
     Session& m_session;
-    AttachmentFiles m_files;
-    CardOwner m_card;
 };
 
 } // namespace tessaranth

@@ -13,9 +13,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
 #include <QTreeView>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace tessaranth::FormHelpers {
@@ -104,6 +106,23 @@ QLabel* quietLabel(const QString& text) {
 }
 
 QString plainCaption(QString name) { return name.replace(u'&', QStringLiteral("&&")); }
+
+QString fittingText(const QString& text, const QWidget* area, int margin) {
+    const QRect room = area->rect().adjusted(margin, margin, -margin, -margin);
+    for (const QString& shown : {text, text.section(u'\n', 0, 0)})
+        if (area->fontMetrics().boundingRect(room, Qt::TextWordWrap, shown).height() <= room.height())
+            return shown;
+    return {};
+}
+
+QStringList filesOf(const QMimeData* data) {
+    QStringList files;
+    if (data)
+        for (const QUrl& url : data->urls())
+            if (url.isLocalFile())
+                files.push_back(url.toLocalFile());
+    return files;
+}
 
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName,
                     int maxLength) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <functional>
 #include <vector>
 
@@ -9,6 +9,7 @@ class QAbstractItemView;
 class QDialog;
 class QLabel;
 class QLineEdit;
+class QMimeData;
 class QPushButton;
 class QSplitter;
 class QTreeView;
@@ -31,6 +32,11 @@ QWidget* head(const IconStore& icons, const QString& iconKey, const QString& hea
 QLabel* quietLabel(const QString& text);
 /// A name as the caption of a tab, button or menu entry: its "&" is none of a mnemonic.
 QString plainCaption(QString name);
+/// What an empty area says, as far as it finds room there: all of it, its first line, or nothing. `margin` is
+/// left free on every side.
+QString fittingText(const QString& text, const QWidget* area, int margin);
+/// The files on this machine that a drag or the clipboard holds; `data` may be null.
+QStringList filesOf(const QMimeData* data);
 /// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
 /// Paints a field yellow while what it holds is refused.

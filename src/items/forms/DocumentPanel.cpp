@@ -4,26 +4,14 @@
 #include "items/RichText.h"
 #include "items/forms/frmRTB.h"
 #include "ui/CardColours.h"
+#include "ui/FormHelpers.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextEdit>
-#include <QUrl>
 
 namespace tessaranth {
-
-namespace {
-
-QStringList filesOf(const QMimeData* data) {
-    QStringList files;
-    for (const QUrl& url : data->urls())
-        if (url.isLocalFile())
-            files.push_back(url.toLocalFile());
-    return files;
-}
-
-} // namespace
 
 DocumentPanel::DocumentPanel(const CardContext& context, QWidget* parent)
     : DocumentPanel(context,
@@ -50,6 +38,7 @@ DocumentPanel::DocumentPanel(const CardContext& context, std::unique_ptr<CardDoc
     m_text->setFrameShape(QFrame::NoFrame);
     m_text->setTabChangesFocus(true);
     m_text->setContextMenuPolicy(Qt::NoContextMenu); // the panel's own
+    m_text->viewport()->installEventFilter(this);
     addCommands();
     buildUi(m_text);
     connect(m_text, &QTextEdit::selectionChanged, this, &DocumentPanel::enable);
@@ -85,10 +74,23 @@ void DocumentPanel::showCurrent() {
         stored = m_documents->read(current());
     RichText::toDocument(stored.value_or(QByteArray()), *m_text->document());
     keepReadable();
-    m_text->setPlaceholderText(instead);
+    m_instead = instead;
+    fitEmptyText();
     m_text->setAccessibleName(hasCurrent() ? currentTitle() : tr("Document of the card"));
     m_text->setAccessibleDescription(instead);
     m_text->moveCursor(QTextCursor::Start);
+}
+
+// A card between two tiles may leave room for one line, which says what is the matter, or for none.
+void DocumentPanel::fitEmptyText() {
+    constexpr int margin = 4;
+    m_text->setPlaceholderText(FormHelpers::fittingText(m_instead, m_text->viewport(), margin));
+}
+
+bool DocumentPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_text->viewport() && event->type() == QEvent::Resize)
+        fitEmptyText();
+    return PagedPanel::eventFilter(watched, event);
 }
 
 // The colours of a text were chosen for paper; here they stand on the card's.
@@ -135,21 +137,27 @@ void DocumentPanel::edit(qint64 id) {
 }
 
 void DocumentPanel::dragEnterEvent(QDragEnterEvent* event) {
-    if (filesOf(event->mimeData()).isEmpty())
+    if (FormHelpers::filesOf(event->mimeData()).isEmpty())
         return;
     event->setDropAction(Qt::CopyAction); // the source keeps its files
     event->accept();
 }
 
+// The program that the files come from waits until this returns; a file that is no text leads to a message.
 void DocumentPanel::dropEvent(QDropEvent* event) {
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    qint64 last = 0;
-    for (const QString& file : filesOf(event->mimeData()))
-        if (const qint64 added = m_documents->addFile(file))
-            last = added;
-    if (last != 0)
-        loadChanged(last);
+    QMetaObject::invokeMethod(
+        this,
+        [this, files = FormHelpers::filesOf(event->mimeData())] {
+            qint64 last = 0;
+            for (const QString& file : files)
+                if (const qint64 added = m_documents->addFile(file))
+                    last = added;
+            if (last != 0)
+                loadChanged(last);
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace tessaranth

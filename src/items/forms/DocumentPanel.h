@@ -18,6 +18,7 @@ public:
 protected:
     void showCurrent() override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -27,9 +28,11 @@ private:
     void addCommands();
     void edit(qint64 id);
     void keepReadable();
+    void fitEmptyText();
 
     std::unique_ptr<CardDocuments> m_documents;
     QTextEdit* m_text = nullptr;
+    QString m_instead; ///< said where no document is shown
 };
 
 } // namespace tessaranth

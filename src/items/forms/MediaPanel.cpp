@@ -3,6 +3,7 @@
 
 #include "items/forms/frmMediaProperties.h"
 #include "store/Session.h"
+#include "ui/FormHelpers.h"
 #include "ui/WindowProgress.h"
 
 #include <QClipboard>
@@ -12,7 +13,6 @@
 #include <QMimeData>
 #include <QStyledItemDelegate>
 #include <QTreeView>
-#include <QUrl>
 
 namespace tessaranth {
 
@@ -33,16 +33,7 @@ public:
     }
 };
 
-QStringList filesOf(const QMimeData* data) {
-    QStringList files;
-    if (data)
-        for (const QUrl& url : data->urls())
-            if (url.isLocalFile())
-                files.push_back(url.toLocalFile());
-    return files;
-}
-
-QStringList clipboardFiles() { return filesOf(QGuiApplication::clipboard()->mimeData()); }
+QStringList clipboardFiles() { return FormHelpers::filesOf(QGuiApplication::clipboard()->mimeData()); }
 
 } // namespace
 
@@ -145,7 +136,7 @@ void MediaPanel::showProperties() {
 }
 
 void MediaPanel::dragEnterEvent(QDragEnterEvent* event) {
-    if (filesOf(event->mimeData()).isEmpty())
+    if (FormHelpers::filesOf(event->mimeData()).isEmpty())
         return;
     event->setDropAction(Qt::CopyAction); // the files stay where they are
     event->accept();
@@ -156,7 +147,8 @@ void MediaPanel::dropEvent(QDropEvent* event) {
     event->accept();
     // The program the files come from waits until this returns, and the answer may be a message box.
     QMetaObject::invokeMethod(
-        this, [this, files = filesOf(event->mimeData())] { addFiles(files); }, Qt::QueuedConnection);
+        this, [this, files = FormHelpers::filesOf(event->mimeData())] { addFiles(files); },
+        Qt::QueuedConnection);
 }
 
 } // namespace tessaranth

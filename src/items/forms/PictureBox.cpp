@@ -3,6 +3,7 @@
 
 #include "items/PictureFile.h"
 #include "platform/Errors.h"
+#include "ui/FormHelpers.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -58,7 +59,9 @@ void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (m_pixmap.isNull()) {
         painter.setPen(palette().color(foregroundRole()));
-        painter.drawText(rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap, m_text);
+        constexpr int margin = 6;
+        painter.drawText(rect().adjusted(margin, margin, -margin, -margin),
+                         Qt::AlignCenter | Qt::TextWordWrap, FormHelpers::fittingText(m_text, this, margin));
     } else {
         // A small picture is shown in its own size: enlarged it would only be blurred.
         QSize shown = m_pixmap.size() / devicePixelRatioF();

@@ -56,7 +56,7 @@ void tourImages(TourCamera& camera, Session& session, const IconStore& icons, Op
     panel.load();
     camera.take(panel, QStringLiteral("images"));
     QFile::remove(images.path(ids.back()));
-    panel.showImage(3);
+    panel.showPage(3);
     camera.take(panel, QStringLiteral("images-missed"));
 
     frmPic viewer(session, icons, card, 1);
