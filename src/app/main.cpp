@@ -31,9 +31,7 @@ void chooseFont() {
 
 int runTourOn(Session& session, const IconStore& icons, const QString& folder) {
     hideOffscreenWarnings();
-    MainWindow window(session, icons);
-    window.resize(1180, 760);
-    const QStringList files = runTour(session, icons, window, folder);
+    const QStringList files = runTour(session, icons, folder);
     QTextStream out(stdout);
     for (const QString& file : files)
         out << file << '\n';

@@ -15,6 +15,7 @@
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "store/forms/frmCleanup.h"
+#include "ui/Appearance.h"
 #include "ui/ItemListModel.h"
 #include "ui/MainWindow.h"
 #include "ui/Toolbox.h"
@@ -133,11 +134,7 @@ void showWorks(TourCamera& camera, Session& session, const IconStore& icons) {
     camera.take(keys, QStringLiteral("keys"));
 }
 
-} // namespace
-
-QStringList runTour(Session& session, const IconStore& icons, MainWindow& window, const QString& folder,
-                    const TourVisit& visit) {
-    TourCamera camera(folder, visit);
+void showWindows(TourCamera& camera, Session& session, const IconStore& icons, MainWindow& window) {
     showLists(camera, window);
     tourWindow(camera, session, window);
     showPersons(camera, session, icons, *window.toolbox());
@@ -162,7 +159,28 @@ QStringList runTour(Session& session, const IconStore& icons, MainWindow& window
     camera.take(cleanup, QStringLiteral("cleanup"));
     frmAbout about(session, icons);
     camera.take(about, QStringLiteral("about"));
-    return camera.files();
+}
+
+} // namespace
+
+QStringList runTour(Session& session, const IconStore& icons, const QString& folder, const TourVisit& visit) {
+    Configuration& configuration = session.configuration();
+    const QString section = QStringLiteral("Misc");
+    const QString key = QStringLiteral("Look");
+    const QString own = configuration.read(section, key);
+    QStringList files;
+    for (const QString& look : lookWords()) {
+        configuration.write(section, key, look);
+        applyLook(configuration.look());
+        MainWindow window(session, icons);
+        window.resize(1180, 760);
+        TourCamera camera(folder + u'/' + look.toLower(), visit);
+        showWindows(camera, session, icons, window);
+        files += camera.files();
+    }
+    configuration.write(section, key, own);
+    applyLook(configuration.look());
+    return files;
 }
 
 } // namespace tessaranth

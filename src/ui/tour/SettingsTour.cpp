@@ -2,7 +2,6 @@
 #include "ui/tour/SettingsTour.h"
 
 #include "search/forms/frmQuickSearch.h"
-#include "ui/Appearance.h"
 #include "ui/TourCamera.h"
 #include "ui/frmSettings.h"
 
@@ -26,9 +25,6 @@ void tourSettings(TourCamera& camera, Session& session, const IconStore& icons, 
     text->setText(QStringLiteral("moz"));
     TourCamera::waitForTyping();
     camera.take(quick, QStringLiteral("quick-hits"));
-    applyLook(Look::Dark);
-    camera.take(quick, QStringLiteral("quick-hits-dark"));
-    applyLook(Look::Classic);
     text->setText(QStringLiteral("nothing is called so"));
     TourCamera::waitForTyping();
     camera.take(quick, QStringLiteral("quick-no-hit"));
