@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/SampleCatalog.h"
 
+#include "items/CardHeading.h"
 #include "items/CardLinks.h"
 #include "items/CardRelations.h"
 #include "items/CatalogWriter.h"
@@ -72,6 +73,7 @@ public:
             progress.step(++done, std::size(tables));
         }
         storeContents();
+        leaveCards();
         transaction.commit();
     }
 
@@ -233,6 +235,15 @@ private:
             for (const auto& [disc, tracks] : contents.discs)
                 check(editor.applyTracks(disc, tracks, std::nullopt));
         }
+    }
+
+    /// Leaves each card with what its item is about, as somebody does who has looked through the collection.
+    void leaveCards() {
+        const std::pair<const char*, const char*> panels[] = {
+            {"Cps", "Comp"}, {"Pfr", "Rec"}, {"Rec", "RecContents"}, {"UserDef", "Rel"}};
+        for (const auto& [code, panel] : panels)
+            for (const qint64 id : std::as_const(m_keys[code]))
+                saveCardState(m_session, code, id, panel);
     }
 
     void custom(const TsvFile& file, int row) {

@@ -36,6 +36,7 @@ DocumentPanel::DocumentPanel(const CardContext& context, std::unique_ptr<CardDoc
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_text->setAcceptDrops(false);
     m_text->setFrameShape(QFrame::NoFrame);
+    m_text->setMinimumHeight(24); // as the pictures beside it
     m_text->setTabChangesFocus(true);
     m_text->setContextMenuPolicy(Qt::NoContextMenu); // the panel's own
     m_text->viewport()->installEventFilter(this);

@@ -25,7 +25,7 @@ QSize roundedUp(QSize size) {
 } // namespace
 
 PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
-    setMinimumSize(80, 80);
+    setMinimumSize(80, 24); // between tiles there is room for a line of text
     setFocusPolicy(Qt::StrongFocus);
 }
 

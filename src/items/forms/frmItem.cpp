@@ -26,6 +26,7 @@
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace tessaranth {
 
@@ -111,8 +112,25 @@ void frmItem::buildAreas() {
             m_upper->addWidget(area);
             m_areas.push_back(area);
             connect(area, &CardPanel::changed, this, &ChildWindow::changed);
+            connect(area, &CardPanel::changed, this, &frmItem::fitAreas);
         }
     m_split->addWidget(m_upper);
+}
+
+// In a card between tiles the panel needs the place more than areas that hold nothing; their commands stay.
+void frmItem::fitAreas() {
+    constexpr int roomForBoth = 300;
+    const auto holdsSomething = [](const QWidget* area) {
+        const auto* pages = qobject_cast<const PagedPanel*>(area);
+        return pages && pages->index() >= 0;
+    };
+    m_upper->setVisible(height() >= roomForBoth ||
+                        std::any_of(m_areas.begin(), m_areas.end(), holdsSomething));
+}
+
+void frmItem::resizeEvent(QResizeEvent* event) {
+    fitAreas();
+    ChildWindow::resizeEvent(event);
 }
 
 // A card is divided as the user divided the last one of its kind; before that, one without pictures

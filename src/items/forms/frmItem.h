@@ -51,11 +51,13 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void LeggiColoriForm();
     void buildUi();
     void buildAreas();
+    void fitAreas();
     QWidget* buildClassification();
     QWidget* buildPanelBar();
     void placeSplitters();
