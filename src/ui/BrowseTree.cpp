@@ -79,11 +79,13 @@ void BrowseTree::showEvent(QShowEvent* event) {
 }
 
 void BrowseTree::refresh() {
+    emit outdated();
     if (m_isRead)
         m_tree->fill();
 }
 
 void BrowseTree::cardChanged() {
+    emit outdated();
     if (isVisible())
         m_pause.start();
     else

@@ -32,6 +32,10 @@ public:
     /// Reads it again soon, once for however many cards have changed.
     void cardChanged();
 
+signals:
+    /// Cards or classes have changed elsewhere.
+    void outdated();
+
 protected:
     void showEvent(QShowEvent* event) override;
 

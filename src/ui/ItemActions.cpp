@@ -167,14 +167,18 @@ void ItemActions::merge() {
 
 void ItemActions::manageCatalog() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
-    if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
-        frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
+    if (ids.size() != 1 || m_toolbox.kind() != ItemKind::Composer)
+        return;
+    frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
+    m_cards.reloadCard(OpenCards::key(QStringLiteral("Cps"), ids.front()));
 }
 
 void ItemActions::addWork() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
-    if (ids.size() == 1 && m_toolbox.kind() == ItemKind::Composer)
-        frmWorkEditor(m_session, m_icons, ids.front(), 0, m_window).exec();
+    if (ids.size() != 1 || m_toolbox.kind() != ItemKind::Composer)
+        return;
+    frmWorkEditor(m_session, m_icons, ids.front(), 0, m_window).exec();
+    m_cards.reloadCard(OpenCards::key(QStringLiteral("Cps"), ids.front()));
 }
 
 void ItemActions::classify() {
@@ -185,8 +189,15 @@ void ItemActions::classify() {
 }
 
 void ItemActions::manageClasses() {
-    frmClass(m_session, m_icons, m_cards, m_window).exec();
-    m_toolbox.browse().refresh();
+    if (!m_classes) {
+        m_classes = new frmClass(m_session, m_icons, m_cards, m_window);
+        m_classes->setAttribute(Qt::WA_DeleteOnClose);
+        connect(&m_toolbox.browse(), &BrowseTree::outdated, m_classes, &frmClass::setOutdated);
+        connect(m_classes, &frmClass::classesChanged, &m_toolbox.browse(), &BrowseTree::refresh);
+    }
+    m_classes->show();
+    m_classes->raise();
+    m_classes->activateWindow();
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }

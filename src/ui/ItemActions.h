@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <vector>
 
 class QAction;
@@ -13,6 +14,7 @@ class IconStore;
 class OpenCards;
 class Session;
 class Toolbox;
+class frmClass;
 
 /// What the tool box does with the cards of its list: new, edit, delete, merge. Each command is enabled by
 /// the kind shown and by how many rows are selected.
@@ -68,6 +70,7 @@ private:
     OpenCards& m_cards;
     QWidget* m_window;
     std::vector<QAction*> m_actions; ///< one for each row
+    QPointer<frmClass> m_classes;    ///< while it is open
 };
 
 } // namespace tessaranth

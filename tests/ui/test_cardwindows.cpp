@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/ItemKind.h"
+#include "items/forms/frmClass.h"
 #include "support/FakeDesktop.h"
 #include "support/TestHome.h"
 #include "ui/CardWindows.h"
 #include "ui/Commands.h"
 #include "ui/IconStore.h"
+#include "ui/ItemListModel.h"
 #include "ui/MainWindow.h"
 #include "ui/TabStrip.h"
 #include "ui/Toolbox.h"
@@ -57,6 +59,7 @@ private slots:
     void windowsAreArrangedAndClosed();
     void manyWindowsStayUsable();
     void cardsOfTheToolbox();
+    void classificationsStandBesideTheCards();
     void shortcutsAndKeysAreUnique();
     void searchesOpenInTheBrowser_data();
     void searchesOpenInTheBrowser();
@@ -238,6 +241,28 @@ void TestCardWindows::cardsOfTheToolbox() {
     remove->trigger();
     QCOMPARE(view->model()->rowCount(), all);
     QCOMPARE(filter->iconText(), "Filter");
+}
+
+void TestCardWindows::classificationsStandBesideTheCards() {
+    for (int time = 0; time < 2; ++time)
+        action("mnuToolsManageClass")->trigger();
+    const QList<frmClass*> windows = m_window->findChildren<frmClass*>();
+    QCOMPARE(windows.size(), 1);
+    frmClass* classes = windows.front();
+    classes->findChild<ClassTree*>()->setPlace({ItemKind::Recording, ClassTree::GlobalView, 0});
+    auto* list = classes->findChild<QTreeView*>("LV");
+    const int rows = list->model()->rowCount();
+    emit list->activated(list->model()->index(0, 0));
+    QCOMPARE(cards().count(), 1);
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_window->toolbox()->showKind(ItemKind::Recording);
+    m_window->toolbox()->select(1);
+    m_home->messages.willAnswer(Answer::Yes);
+    m_window->findChild<QAction*>("mnuToolboxDelete")->trigger();
+    QCOMPARE(m_window->toolbox()->model()->rowCount(), rows - 1);
+    classes->activateWindow();
+    QTRY_COMPARE(list->model()->rowCount(), rows - 1);
 }
 
 void TestCardWindows::shortcutsAndKeysAreUnique() {

@@ -209,12 +209,15 @@ void frmClass::add(Level level) {
     m_tree->fill(at.kind);
     m_tree->setPlace(
         {at.kind, level == Classification::Category ? ClassTree::Category : ClassTree::SubCategory, added});
+    tellChange();
 }
 
 void frmClass::rename(Level level) {
     const ClassTree::Place at = m_tree->place();
-    if (classes().rename(level, at.id))
-        m_tree->fill(at.kind);
+    if (!classes().rename(level, at.id))
+        return;
+    m_tree->fill(at.kind);
+    tellChange();
 }
 
 void frmClass::remove(Level level) {
@@ -224,6 +227,19 @@ void frmClass::remove(Level level) {
         return;
     m_tree->fill(at.kind);
     m_tree->setPlace({at.kind, category != 0 ? ClassTree::Category : ClassTree::Categories, category});
+    tellChange();
+}
+
+// Whoever listens tells everybody, this window too.
+void frmClass::tellChange() {
+    emit classesChanged();
+    m_isOutdated = false;
+}
+
+void frmClass::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_isOutdated)
+        m_tree->fill();
+    QDialog::changeEvent(event);
 }
 
 // ---- cards
@@ -244,6 +260,7 @@ void frmClass::fillList() {
         isRead = reader.globalView(list);
     if (!isRead)
         return;
+    m_isOutdated = false;
     m_model->setList(std::move(list));
     const QHeaderView* header = m_list->header();
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())

@@ -9,7 +9,8 @@
 
 class QAction;
 class QLabel;
-class QMenu;
+class QMenuBar;
+class QToolBar;
 class QTreeView;
 
 namespace tessaranth {
@@ -18,12 +19,22 @@ class ItemListModel;
 
 /// The manager of the classifications: the tree of all kinds at the left, the cards of the chosen
 /// sub-category or of the global view at the right. Cards are classified by a command or by dragging them
-/// onto the tree.
+/// onto the tree. It can stay open beside the main window, where it opens cards.
 class frmClass final : public QDialog {
     Q_OBJECT
 
 public:
     frmClass(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
+
+    /// Cards or classes have changed elsewhere: it reads them again when the user comes back to it.
+    void setOutdated() { m_isOutdated = true; }
+
+signals:
+    /// Categories or sub-categories were added, renamed or deleted here.
+    void classesChanged();
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     using Level = Classification::Level;
@@ -54,6 +65,7 @@ private:
     void add(Level level);
     void rename(Level level);
     void remove(Level level);
+    void tellChange();
     void classify();
     void drop(int kind, qint64 subCategory, const QList<qint64>& cards);
     void openCard(const QModelIndex& index);
@@ -66,9 +78,10 @@ private:
     ItemListModel* m_model = nullptr;
     QTreeView* m_list = nullptr;
     QLabel* m_count = nullptr;
-    class QMenuBar* m_menus = nullptr;
-    class QToolBar* m_bar = nullptr;
+    QMenuBar* m_menus = nullptr;
+    QToolBar* m_bar = nullptr;
     std::vector<std::pair<QAction*, std::function<bool()>>> m_actions;
+    bool m_isOutdated = false;
 };
 
 } // namespace tessaranth
