@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <QToolBar>
 
 namespace tessaranth::WindowState {
 
@@ -29,6 +30,12 @@ QRect rectangleOf(const QString& text) {
     if (numbers.size() != 4)
         return {};
     return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
+}
+
+const QString hiddenBars = QStringLiteral("HiddenBars");
+
+QList<QToolBar*> barsOf(const QMainWindow& window) {
+    return window.findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 bool isReachable(const QRect& place) {
@@ -54,6 +61,10 @@ void restore(QMainWindow& window, QDockWidget& toolbox, const Configuration& con
     if (configuration.read(mdi, QStringLiteral("Maximized")) == u"1")
         window.setWindowState(Qt::WindowMaximized);
 
+    const QStringList hidden = configuration.read(mdi, hiddenBars).split(u',');
+    for (QToolBar* bar : barsOf(window))
+        bar->setVisible(!hidden.contains(bar->objectName()));
+
     const int width = configuration.number(tools, QStringLiteral("Width"), 3800) / twipsPerPixel;
     toolbox.setVisible(configuration.flag(tools, QStringLiteral("Visible")));
     if (!configuration.flag(tools, QStringLiteral("Position")))
@@ -65,6 +76,12 @@ void save(const QMainWindow& window, const QDockWidget& toolbox, Configuration& 
     configuration.write(mdi, QStringLiteral("Main"), rectangleText(window.normalGeometry()));
     configuration.write(mdi, QStringLiteral("Maximized"),
                         window.isMaximized() ? QStringLiteral("1") : QStringLiteral("0"));
+    QStringList hidden;
+    for (const QToolBar* bar : barsOf(window))
+        if (bar->isHidden())
+            hidden.push_back(bar->objectName());
+    configuration.write(mdi, hiddenBars, hidden.join(u','));
+
     const bool left = window.dockWidgetArea(const_cast<QDockWidget*>(&toolbox)) == Qt::LeftDockWidgetArea;
     if (toolbox.isVisible())
         configuration.write(tools, QStringLiteral("Width"), QString::number(toolbox.width() * twipsPerPixel));

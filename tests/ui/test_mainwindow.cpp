@@ -3,6 +3,7 @@
 #include "items/forms/frmItem.h"
 #include "items/forms/frmKeys.h"
 #include "support/TestHome.h"
+#include "ui/Commands.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
 #include "ui/MainWindow.h"
@@ -21,6 +22,7 @@
 #include <QSplitter>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 #include <QTreeView>
 
 using namespace tessaranth;
@@ -302,6 +304,8 @@ void TestMainWindow::arrangementsComeBack() {
     QVERIFY(factory != QSize(500, 444));
     QCOMPARE(sizeOfDialog({}), QSize(500, 444));
     upperPart(310);
+    const auto bar = [this](Bar which) { return m_window->commands().toolBar(which); };
+    bar(Bar::Manage)->toggleViewAction()->trigger();
     m_home->messages.willAnswer(Answer::Yes);
     QVERIFY(m_window->close());
     m_window.reset();
@@ -309,6 +313,7 @@ void TestMainWindow::arrangementsComeBack() {
     open();
     QCOMPARE(sizeOfDialog({}), QSize(500, 444));
     QVERIFY(qAbs(upperPart(0) - 310) < 12);
+    QVERIFY(!bar(Bar::Manage)->isVisible() && bar(Bar::Tools)->isVisible());
     m_home->session->configuration().write("Forms", "frmKeys", "wide,-7");
     QCOMPARE(sizeOfDialog({}), factory);
 }
