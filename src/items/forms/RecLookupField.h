@@ -4,11 +4,12 @@
 #include "items/forms/RecTab.h"
 
 class QLineEdit;
+class QToolButton;
 
 namespace tessaranth {
 
 /// What a recording takes from a lookup list: the name that is chosen, a command that opens the list and one
-/// that chooses nothing.
+/// that chooses nothing. Typing into the name opens the list, narrowed by what is typed.
 class RecLookupField final : public QWidget {
     Q_OBJECT
 
@@ -19,12 +20,17 @@ public:
     qint64 id() const { return m_id; }
     void setId(qint64 id); ///< 0 for none
     QToolButton* chooser() const { return m_choose; }
+    QLineEdit* nameBox() const { return m_name; }
 
 signals:
     void changed();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
-    void choose();
+    void choose(const QString& typed = {});
+    void clear();
 
     const RecContext& m_context;
     int m_kind;

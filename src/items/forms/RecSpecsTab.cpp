@@ -93,9 +93,21 @@ RecSpecsTab::RecSpecsTab(RecContext& context) : RecTab(context) {
     buildTexts(grid);
     buildLookups(grid);
     buildEnd(grid);
-    QWidget* order[] = {m_texts[0], m_texts[1], m_lookups[0], m_lookups[1], m_lookups[2],
-                        m_units,    m_spars,    m_rating,     m_texts[2],   m_texts[3],
-                        m_texts[4], m_texts[5], m_texts[6],   m_reference,  m_notes};
+    QWidget* order[] = {m_texts[0],
+                        m_texts[1],
+                        m_lookups[0]->nameBox(),
+                        m_lookups[1]->nameBox(),
+                        m_lookups[2]->nameBox(),
+                        m_units,
+                        m_spars,
+                        m_rating,
+                        m_texts[2],
+                        m_texts[3],
+                        m_texts[4],
+                        m_texts[5],
+                        m_texts[6],
+                        m_reference,
+                        m_notes};
     for (size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -121,7 +133,6 @@ void RecSpecsTab::buildLookups(QGridLayout* grid) {
     for (const Lookup& lookup : lookups()) {
         auto* field = new RecLookupField(m_context, lookup.kind, QLatin1String(lookup.noun),
                                          QLatin1String(lookup.listTitle));
-        field->setFocusProxy(field->chooser());
         connect(field, &RecLookupField::changed, this, &RecTab::changed);
         addField(grid, row++, Left, lookup.caption, field, field->chooser());
         m_lookups.push_back(field);

@@ -220,6 +220,13 @@ void frmListChooser::create() {
     m_list.text->setFocus();
 }
 
+void frmListChooser::narrow(const QString& text) {
+    m_list.text->setText(text);
+    // A dialog that is shown selects the text of its first field, and the next letter would replace it.
+    QMetaObject::invokeMethod(
+        m_list.text, [edit = m_list.text] { edit->end(false); }, Qt::QueuedConnection);
+}
+
 void frmListChooser::select(qint64 id) {
     const QModelIndex index = m_list.model->indexOf(id);
     if (!index.isValid())

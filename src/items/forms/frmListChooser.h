@@ -39,6 +39,8 @@ public:
     /// Chooses a row, such as the item that the editor holds already; together with the others where several
     /// may be chosen.
     void select(qint64 id);
+    /// Narrows the list as if the text had been typed into it.
+    void narrow(const QString& text);
 
     /// What was chosen, in the order in which it was; the names are those of the first column.
     std::vector<qint64> ids() const;
