@@ -140,6 +140,14 @@ bool saveCardState(Session& session, const QString& code, qint64 id, const QStri
            });
 }
 
+bool beginWithMainPanel(Session& session, const QString& code, qint64 id) {
+    const QString panel = code == composer    ? s("Comp")
+                          : code == performer ? s("Rec")
+                          : code == recording ? s("RecContents")
+                                              : s("Rel");
+    return saveCardState(session, code, id, panel);
+}
+
 bool saveContentsState(Session& session, qint64 id, int state, int splitter) {
     return guarded(session, [&] {
         session.connection().execute(s("UPDATE Rec SET LastStateRec = ") + QString::number(state) +

@@ -56,6 +56,9 @@ bool readCardHeading(Session& session, const QString& code, qint64 id, CardHeadi
 
 /// Remembers the panel that a card shows, by its name.
 bool saveCardState(Session& session, const QString& code, qint64 id, const QString& panel);
+/// Lets a card that nobody has opened yet begin with what its item is about: a composer's works, a
+/// performer's recordings, a recording's contents, a custom item's relations.
+bool beginWithMainPanel(Session& session, const QString& code, qint64 id);
 /// Remembers which area of a recording's contents is in front, and the splitter's place in percent.
 bool saveContentsState(Session& session, qint64 recording, int state, int splitter);
 

@@ -237,13 +237,10 @@ private:
         }
     }
 
-    /// Leaves each card with what its item is about, as somebody does who has looked through the collection.
     void leaveCards() {
-        const std::pair<const char*, const char*> panels[] = {
-            {"Cps", "Comp"}, {"Pfr", "Rec"}, {"Rec", "RecContents"}, {"UserDef", "Rel"}};
-        for (const auto& [code, panel] : panels)
+        for (const char* code : {"Cps", "Pfr", "Rec", "UserDef"})
             for (const qint64 id : std::as_const(m_keys[code]))
-                saveCardState(m_session, code, id, panel);
+                beginWithMainPanel(m_session, code, id);
     }
 
     void custom(const TsvFile& file, int row) {

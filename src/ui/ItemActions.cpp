@@ -20,6 +20,7 @@
 #include "ui/WindowProgress.h"
 
 #include <QAction>
+#include <QTreeView>
 
 namespace tessaranth {
 
@@ -118,6 +119,7 @@ void ItemActions::create(int kind) {
     m_toolbox.showKind(kind);
     m_toolbox.refresh();
     m_toolbox.select(id);
+    m_toolbox.view()->setFocus(); // Enter opens its card
 }
 
 void ItemActions::manage(int kind) {

@@ -54,6 +54,7 @@ MainWindow::MainWindow(Session& session, const IconStore& icons, QWidget* parent
     m_help = std::make_unique<Help>(session, shareFolder() + QStringLiteral("/help"));
     buildCommands();
     WindowState::restore(*this, *m_dock, m_session.configuration());
+    m_toolbox->focusFilter(); // whoever starts the program begins to type
 }
 
 MainWindow::~MainWindow() {

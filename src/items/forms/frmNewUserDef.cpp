@@ -2,6 +2,7 @@
 #include "items/forms/frmNewUserDef.h"
 
 #include "items/CMIT.h"
+#include "items/CardHeading.h"
 #include "items/CustomCards.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
@@ -44,7 +45,12 @@ bool frmNewUserDef::isChanged() const { return m_title->text() != m_stored; }
 
 bool frmNewUserDef::save() {
     m_title->setFocus();
-    return CustomCards(m_session, m_cards).save(m_id, m_title->text());
+    const bool isNew = m_id == 0;
+    if (!CustomCards(m_session, m_cards).save(m_id, m_title->text()))
+        return false;
+    if (isNew)
+        beginWithMainPanel(m_session, QStringLiteral("UserDef"), m_id);
+    return true;
 }
 
 } // namespace tessaranth

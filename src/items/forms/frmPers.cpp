@@ -3,6 +3,7 @@
 
 #include "items/CMIT.h"
 #include "items/CardDocuments.h"
+#include "items/CardHeading.h"
 #include "items/RichText.h"
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
@@ -150,6 +151,8 @@ bool frmPers::save() {
     if (!CMIT(m_session).ModificaItem(m_kind, person))
         return false;
     m_stored = person;
+    if (isNew)
+        beginWithMainPanel(m_session, itemKind(m_kind)->code, person.id);
     if (isNew && !m_dateNote.isEmpty())
         offerDateNote();
     return true;

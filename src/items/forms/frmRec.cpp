@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/frmRec.h"
 
+#include "items/CardHeading.h"
 #include "items/OpenCards.h"
 #include "items/forms/RecArtistsTab.h"
 #include "items/forms/RecCastTab.h"
@@ -242,8 +243,11 @@ bool frmRec::apply() {
         current()->firstField()->setFocus();
         return false;
     }
-    if ((m_editor.id() == 0 && !settleDoubles()) || !current()->apply())
+    const bool isNew = m_editor.id() == 0;
+    if ((isNew && !settleDoubles()) || !current()->apply())
         return false;
+    if (isNew)
+        beginWithMainPanel(m_context.session, QStringLiteral("Rec"), m_editor.id());
     m_saved = true;
     showHead();
     enable();
