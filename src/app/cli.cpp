@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <cstdio>
+#include <exception>
 #include <iostream>
 
 using namespace tessaranth;
@@ -26,9 +27,7 @@ bool outputIsWritten() {
     return false;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessaranth-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TESSARANTH_VERSION));
@@ -64,4 +63,15 @@ int main(int argc, char** argv) {
         context.catalog = absolute(catalog);
     const int code = action ? action() : 2;
     return code == 0 && !outputIsWritten() ? 1 : code;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }

@@ -41,6 +41,7 @@ void makeArchive(const QString& prefix, const QString& source, const QString& ta
     if (file.hasHeading(QStringLiteral("acronym")))
         columns.push_back({{QStringLiteral("CatAcr"), Type::Text, 20}, QStringLiteral("acronym")});
     std::vector<Field> fields;
+    fields.reserve(columns.size());
     for (const auto& column : columns)
         fields.push_back(column.first);
     Recordset archive(fields);

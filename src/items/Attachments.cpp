@@ -82,6 +82,7 @@ void Attachments::setOrder(const QString& table, const QString& code, qint64 id,
         return std::find(order.begin(), order.end(), rows.value(row, 0).toInteger()) - order.begin();
     };
     std::vector<std::ptrdiff_t> places;
+    places.reserve(sorted.size());
     for (const int row : sorted)
         places.push_back(place(row));
     std::stable_sort(sorted.begin(), sorted.end(),

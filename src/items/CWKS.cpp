@@ -296,7 +296,7 @@ void CWKS::markCharacters(qint64 work) {
 }
 
 QString CWKS::characterName(const QString& text) {
-    const QString name = cleanName(text);
+    QString name = cleanName(text);
     const int limit =
         m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
     if (limit > 0 && name.size() > limit)

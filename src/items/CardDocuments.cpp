@@ -42,8 +42,8 @@ QByteArray readWhole(const QString& path) {
     if (file.size() > CardDocuments::maxBytes)
         throw FileError(tr("%1 has more than %2 MB; that is no text.")
                             .arg(path)
-                            .arg(CardDocuments::maxBytes / (1024 * 1024)));
-    const QByteArray bytes = file.readAll();
+                            .arg(CardDocuments::maxBytes / (1024LL * 1024)));
+    QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
     return bytes;
@@ -97,7 +97,7 @@ bool CardDocuments::rewrite(qint64 id, const QByteArray& rtf) {
 // ---- files of others
 
 QByteArray CardDocuments::imported(const QString& file) {
-    const QByteArray bytes = readWhole(file);
+    QByteArray bytes = readWhole(file);
     if (looksLikeRtf(bytes))
         return bytes;
     for (const Foreign& foreign : foreignFiles)

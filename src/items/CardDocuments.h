@@ -41,7 +41,7 @@ public:
     CardFiles& files() { return m_files; }
 
     /// Largest file that is imported, in bytes.
-    static constexpr qint64 maxBytes = 32 * 1024 * 1024;
+    static constexpr qint64 maxBytes = 32LL * 1024 * 1024;
 
 private:
     CardFiles m_files;

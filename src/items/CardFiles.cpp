@@ -15,7 +15,7 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("CardFiles", text); }
 
 QString checkedTitle(const QString& text) {
-    const QString title = cleanName(text);
+    QString title = cleanName(text);
     if (title.isEmpty() || title.size() > CardFiles::maxTitle)
         throw Error(tr("A title has 1 to %1 characters.").arg(CardFiles::maxTitle));
     return title;

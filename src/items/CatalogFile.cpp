@@ -126,7 +126,7 @@ QString CatalogFile::chooseExportPath() {
     const QStringList chosen = m_session.messages().chooseFiles(request);
     if (chosen.isEmpty())
         return {};
-    const QString path = chosen.front() + u'/' + fileName();
+    QString path = chosen.front() + u'/' + fileName();
     if (!QFileInfo::exists(path))
         return path;
     const Question question{applicationTitle,

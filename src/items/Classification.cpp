@@ -275,7 +275,7 @@ qint64 Classification::ownerOf(Level level, qint64 id) {
 }
 
 QString Classification::fit(Level level, qint64 owner, const QString& text, qint64 except) {
-    const QString name = names(level).fit(m_session, text);
+    QString name = names(level).fit(m_session, text);
     if (!name.isEmpty() && names(level).find(m_session, owner, name, except) != 0)
         throw Error(name + QStringLiteral(" alredy exists!"));
     return name;

@@ -135,7 +135,7 @@ bool ComposerCatalog::importedCatalogs(Session& session, ItemList& list) {
 // ---- names
 
 QString ComposerCatalog::fit(const CatalogBranch& branch, const QString& text, qint64 except) {
-    const QString name = branch.names.fit(m_session, text);
+    QString name = branch.names.fit(m_session, text);
     if (!name.isEmpty() && branch.names.find(m_session, m_composer, name, except) != 0)
         throw Error(name + QStringLiteral(" alredy exists!"));
     return name;

@@ -129,7 +129,7 @@ bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
                     .arg(quoted(moves[i].folder)) +
                 QString::number(moves[i].id));
             cards.insert(moves[i].card);
-            progress.step(qint64(i + 1), qint64(moves.size()));
+            progress.step(qint64(i) + 1, qint64(moves.size()));
         }
         transaction.commit();
         m_changedCards = cards.values();

@@ -31,7 +31,7 @@ std::vector<NameTable::Row> NameTable::rows(Session& session, qint64 owner) cons
 int NameTable::maxLength(Session& session) const { return session.fieldLengths().maxLength(table, column); }
 
 QString NameTable::fit(Session& session, const QString& text) const {
-    const QString name = cleanName(text);
+    QString name = cleanName(text);
     const int limit = maxLength(session);
     if (limit > 0 && name.size() > limit)
         throw Error(QCoreApplication::translate("NameTable", "%1: at most %2 characters.")

@@ -13,7 +13,7 @@ namespace tessaranth {
 /// is decoded before its size has been looked at. Sizes and pictures are upright, as EXIF says.
 namespace PictureFile {
 
-constexpr qint64 maxFileBytes = 200 * 1024 * 1024;
+constexpr qint64 maxFileBytes = 200LL * 1024 * 1024;
 constexpr qint64 maxPixels = 125'000'000;
 
 /// What is known of a picture without decoding it.

@@ -92,6 +92,7 @@ std::vector<Track> tracksOfText(const QString& text) {
     for (size_t i = 1; i < lines.size(); ++i)
         areNumbered = areNumbered && lines[i].number == lines[i - 1].number + 1;
     std::vector<Track> tracks;
+    tracks.reserve(lines.size());
     for (const TrackLine& line : lines)
         tracks.push_back({cleanName(areNumbered ? line.name : line.whole), line.length});
     return tracks;

@@ -70,7 +70,7 @@ bool isNewer(const QFileInfo& shipped, const QFileInfo& present) {
 QString appFolder(const AppFolderChoice& choice) {
     if (!choice.fromEnvironment.isEmpty())
         return QDir::cleanPath(QDir(choice.fromEnvironment).absolutePath());
-    const QString program = QDir::cleanPath(choice.programFolder);
+    QString program = QDir::cleanPath(choice.programFolder);
     if (QFileInfo(inFolder(program, configurationName)).isFile() ||
         (!isSystemFolder(program) && canBeWritten(program)))
         return program;
@@ -106,7 +106,7 @@ QString fillAppFolder(const QString& applicationFolder, const QString& shareFold
         const QFileInfo present(inFolder(applicationFolder, name));
         if (!shipped.isFile() || (present.exists() ? !isNewer(shipped, present) : !isFirstStart))
             continue;
-        if (const QString failure = copy(name); !failure.isEmpty())
+        if (QString failure = copy(name); !failure.isEmpty())
             return failure;
     }
     const bool needsCatalog = isFirstStart && !QFileInfo::exists(inFolder(applicationFolder, catalogName)) &&

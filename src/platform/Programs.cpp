@@ -42,7 +42,7 @@ QStringList programCandidates(Program program) {
 QString startFirst(const QStringList& commandLines) {
     for (const QString& line : commandLines) {
         QStringList arguments = QProcess::splitCommand(line);
-        const QString name = arguments.takeFirst();
+        QString name = arguments.takeFirst();
         const QString file = QStandardPaths::findExecutable(name);
         if (!file.isEmpty() && QProcess::startDetached(file, arguments))
             return name;

@@ -92,7 +92,7 @@ QString JetParser::identifier() {
 
 QString JetParser::tableName() {
     const qsizetype position = token().position;
-    const QString name = identifier();
+    QString name = identifier();
     if (m_schema.columnsOf(name).isEmpty())
         throw SqlError(QCoreApplication::translate("JetSql", "there is no table %1").arg(name), position);
     return name;
@@ -174,7 +174,7 @@ JetExpression JetParser::predicate() {
     return left;
 }
 
-JetExpression JetParser::comparison(JetExpression left, const QByteArray& sign) {
+JetExpression JetParser::comparison(const JetExpression& left, const QByteArray& sign) {
     const JetExpression right = sum();
     JetExpression result = joined(left, ' ' + sign + ' ', right);
     const bool machineCode = left.isMachineCode || right.isMachineCode;

@@ -85,7 +85,7 @@ private:
     JetExpression conjunction();
     JetExpression negation();
     JetExpression predicate();
-    JetExpression comparison(JetExpression left, const QByteArray& sign);
+    JetExpression comparison(const JetExpression& left, const QByteArray& sign);
     JetExpression membership(JetExpression left, bool negated);
     JetExpression sum();
     JetExpression product();

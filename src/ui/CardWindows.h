@@ -32,7 +32,7 @@ public:
                 QObject* parent = nullptr);
 
     /// Which window shows the card of a code ("Cps", ...; "Comp" for works). Nullptr takes it back.
-    void setFactory(const QString& code, Factory factory) { m_factories.insert(code, std::move(factory)); }
+    void setFactory(const QString& code, const Factory& factory) { m_factories.insert(code, factory); }
     bool canOpen(const QString& code) const { return bool(m_factories.value(code)); }
 
     void openCard(const QString& code, qint64 id) override;

@@ -7,6 +7,7 @@
 #include "ui/ItemListModel.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHeaderView>

@@ -21,7 +21,7 @@ QString Help::pathOf(const QString& name) const { return m_folder + u'/' + name 
 
 QString Help::pageOf(const QWidget* window) const {
     for (const QWidget* widget = window; widget; widget = widget->parentWidget())
-        if (const QString page = pathOf(widget->objectName());
+        if (QString page = pathOf(widget->objectName());
             !widget->objectName().isEmpty() && QFileInfo::exists(page))
             return page;
     return pathOf(QStringLiteral("index"));

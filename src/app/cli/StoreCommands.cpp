@@ -61,6 +61,7 @@ int runSql(CliContext& context, Session& session, const QString& statement) {
     output.headings(names);
     while (run.next()) {
         std::vector<Value> cells;
+        cells.reserve(size_t(run.columnCount()));
         for (int column = 0; column < run.columnCount(); ++column)
             cells.push_back(run.value(column));
         output.row(cells);

@@ -42,10 +42,11 @@ bool CheckedList::setData(const QModelIndex& index, const QVariant& value, int r
         return false;
     m_checked.remove(id);
     m_half.remove(id);
-    if (state == Qt::Checked)
+    if (state == Qt::Checked) {
         m_checked.insert(id);
-    else if (state == Qt::PartiallyChecked)
+    } else if (state == Qt::PartiallyChecked) {
         m_half.insert(id);
+    }
     emit dataChanged(index, index, {Qt::CheckStateRole});
     emit toggled(id, state == Qt::Checked);
     return true;

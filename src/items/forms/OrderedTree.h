@@ -49,6 +49,15 @@ int moveElements(std::vector<Element>& all, const std::vector<int>& numbers, int
     return before;
 }
 
+/// Removes some elements, given by their numbers upwards. Answers with the number of the one to be selected
+/// then: in the place of the first that is gone, or the last; none when nothing is left.
+template<typename Element>
+std::vector<int> removeElements(std::vector<Element>& all, const std::vector<int>& numbers) {
+    for (size_t i = numbers.size(); i-- > 0;)
+        all.erase(all.begin() + numbers[i]);
+    return all.empty() ? std::vector<int>() : std::vector{std::min(numbers.front(), int(all.size()) - 1)};
+}
+
 /// The numbers from `first` on, so many.
 std::vector<int> numbersFrom(int first, size_t count);
 

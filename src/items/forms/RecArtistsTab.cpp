@@ -105,6 +105,7 @@ QWidget* RecArtistsTab::firstField() const { return m_composers.tree; }
 
 std::vector<qint64> RecArtistsTab::idsOf(const std::vector<RecordingArtist>& artists) {
     std::vector<qint64> ids;
+    ids.reserve(artists.size());
     for (const RecordingArtist& artist : artists)
         ids.push_back(artist.id);
     return ids;
@@ -181,12 +182,7 @@ void RecArtistsTab::remove(Artists& artists) {
     const std::vector<int> rows = artists.tree->selectedRows();
     if (rows.empty())
         return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        artists.shown.erase(artists.shown.begin() + *row);
-    if (artists.shown.empty())
-        show(artists);
-    else
-        show(artists, {std::min(rows.front(), int(artists.shown.size()) - 1)});
+    show(artists, removeElements(artists.shown, rows));
 }
 
 void RecArtistsTab::move(int target) {

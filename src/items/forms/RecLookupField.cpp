@@ -75,10 +75,11 @@ void RecLookupField::choose(const QString& typed) {
     form.select(m_id);
     if (!typed.isEmpty())
         form.narrow(typed);
-    if (form.exec() == QDialog::Accepted)
+    if (form.exec() == QDialog::Accepted) {
         setId(form.id());
-    else if (form.hasCreated())
+    } else if (form.hasCreated()) {
         setId(m_id);
+    }
     emit changed();
 }
 

@@ -3,6 +3,8 @@
 
 #include "items/forms/RecTab.h"
 
+#include <QWidget>
+
 class QLineEdit;
 class QToolButton;
 

@@ -341,10 +341,7 @@ void RecTracksTab::removeTracks() {
     if (rows.empty())
         return;
     clearInput();
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        m_tracks.erase(m_tracks.begin() + *row);
-    show(m_tracks.empty() ? std::vector<int>()
-                          : std::vector{std::min(rows.front(), int(m_tracks.size()) - 1)});
+    show(removeElements(m_tracks, rows));
 }
 
 void RecTracksTab::move(int target) {

@@ -375,12 +375,7 @@ void RecWorksTab::removeWorks() {
     const std::vector<int> works = selectedWorks();
     if (works.empty())
         return;
-    for (auto work = works.rbegin(); work != works.rend(); ++work)
-        m_works.erase(m_works.begin() + *work);
-    if (m_works.empty())
-        show({});
-    else
-        show({std::min(works.front(), int(m_works.size()) - 1)});
+    show(removeElements(m_works, works));
 }
 
 // Works move among those of their composer; a composer's all move among the composers.

@@ -5,6 +5,7 @@
 #include "ui/FormHelpers.h"
 #include "ui/ItemListModel.h"
 
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>

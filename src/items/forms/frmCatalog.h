@@ -10,6 +10,8 @@
 class QAction;
 class QLabel;
 class QMenu;
+class QMenuBar;
+class QToolBar;
 class QTreeView;
 
 namespace tessaranth {
@@ -73,8 +75,8 @@ private:
     ItemListModel* m_model = nullptr;
     QTreeView* m_works = nullptr;
     QLabel* m_count = nullptr;
-    class QMenuBar* m_menus = nullptr;
-    class QToolBar* m_bar = nullptr;
+    QMenuBar* m_menus = nullptr;
+    QToolBar* m_bar = nullptr;
     QMenu* m_branchMenus[2]{};
     QMenu* m_workMenu = nullptr;
     QMenu* m_fileMenu = nullptr;

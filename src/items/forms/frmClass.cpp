@@ -11,6 +11,7 @@
 #include "ui/ItemListModel.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>

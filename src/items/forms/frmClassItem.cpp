@@ -7,6 +7,7 @@
 #include "ui/ItemListModel.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>

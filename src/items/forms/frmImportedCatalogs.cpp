@@ -7,6 +7,7 @@
 #include "ui/ItemListModel.h"
 #include "ui/WindowProgress.h"
 
+#include <QDialogButtonBox>
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>

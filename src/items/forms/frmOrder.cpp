@@ -122,6 +122,7 @@ void frmOrder::enableButtons() {
 
 std::vector<qint64> frmOrder::order() const {
     std::vector<qint64> ids;
+    ids.reserve(size_t(m_list->count()));
     for (int row = 0; row < m_list->count(); ++row)
         ids.push_back(m_list->item(row)->data(idRole).toLongLong());
     return ids;

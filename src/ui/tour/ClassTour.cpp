@@ -31,6 +31,7 @@ void showClasses(TourCamera& camera, Session& session, const IconStore& icons, M
     ItemList recordings;
     classes.items(sub, recordings);
     std::vector<qint64> ids;
+    ids.reserve(size_t(recordings.rowCount()));
     for (int row = 0; row < recordings.rowCount(); ++row)
         ids.push_back(recordings.id(row));
     if (!ids.empty()) {
