@@ -61,6 +61,8 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
     m_typing.setInterval(typingPauseMs);
     connect(&m_typing, &QTimer::timeout, this, &Toolbox::fill);
     connect(m_filter, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
+    connect(m_filter, &QLineEdit::returnPressed, this, &Toolbox::openFirst);
+    FormHelpers::moveInList(m_filter, m_view);
     connect(m_kinds, &QComboBox::currentIndexChanged, this, [this] {
         const QSignalBlocker blocker(m_filter);
         m_filter->clear();
@@ -211,6 +213,16 @@ void Toolbox::select(qint64 id) {
         m_view->setCurrentIndex(index);
         m_view->scrollTo(index);
     }
+}
+
+// Enter means what was typed, even while the list still waits for the next letter.
+void Toolbox::openFirst() {
+    if (m_typing.isActive())
+        fill();
+    if (selectedIds().empty() && isFiltered())
+        m_view->setCurrentIndex(m_model->index(0, 0));
+    if (const QModelIndex current = m_view->currentIndex(); current.isValid() && !selectedIds().empty())
+        emit activated(m_model->id(current));
 }
 
 void Toolbox::fill() {

@@ -61,6 +61,7 @@ private:
     void buildUi(const IconStore& icons);
     QWidget* buildModes(const IconStore& icons);
     void fill();
+    void openFirst();
     void fitColumns();
     void noteColumns();
     void restoreColumns();

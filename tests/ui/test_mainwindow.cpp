@@ -3,6 +3,7 @@
 #include "items/forms/frmItem.h"
 #include "items/forms/frmKeys.h"
 #include "support/TestHome.h"
+#include "ui/CardWindows.h"
 #include "ui/Commands.h"
 #include "ui/IconStore.h"
 #include "ui/ItemListModel.h"
@@ -128,8 +129,18 @@ void TestMainWindow::typingNarrowsTheList() {
     QCOMPARE(names(), QStringList("Dvořák, Antonín"));
     type("%");
     QCOMPARE(names(), QStringList());
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_Return);
+    QCOMPARE(m_window->cards().count(), 0);
     type("b");
     QVERIFY(names().size() > 5);
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_A);
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_Return); // before the list has followed
+    QCOMPARE(m_window->cards().active()->windowTitle(), "Johann Sebastian Bach");
+    type("b");
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_Down);
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_Down);
+    QTest::keyClick(find<QLineEdit>("txtFilter"), Qt::Key_Return);
+    QCOMPARE(m_window->cards().active()->windowTitle(), "Béla Bartók");
     // Another kind begins without the filter of the last one.
     m_window->toolbox()->showKind(ItemKind::Recording);
     QVERIFY(find<QLineEdit>("txtFilter")->text().isEmpty());
