@@ -40,6 +40,7 @@ CardBand::CardBand(const IconStore& icons, const QString& iconKey, QWidget* pare
     row->setSpacing(10);
     auto* icon = new QLabel;
     icon->setPixmap(icons.pixmap(iconKey, QSize(32, 32)));
+    m_icon = icon;
     row->addWidget(icon, 0, Qt::AlignTop);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(0);
@@ -69,6 +70,22 @@ void CardBand::show(const QString& name, const QString& behind, const QString& b
     m_below->setText(below);
     m_below->setVisible(!below.isEmpty());
     m_kind->setText(kind);
+    fit();
+}
+
+// The icon tells the kind as well; in a narrow card the name needs the place.
+void CardBand::fit() {
+    const QMargins around = layout()->contentsMargins();
+    int wanted = around.left() + around.right();
+    for (const QWidget* part : {m_icon, static_cast<QWidget*>(m_name), static_cast<QWidget*>(m_behind),
+                                static_cast<QWidget*>(m_kind)})
+        wanted += part->sizeHint().width() + layout()->spacing();
+    m_kind->setVisible(wanted <= width());
+}
+
+void CardBand::resizeEvent(QResizeEvent* event) {
+    fit();
+    QWidget::resizeEvent(event);
 }
 
 } // namespace tessaranth

@@ -19,7 +19,13 @@ public:
     void setColours(const CardColours& colours);
     void show(const QString& name, const QString& behind, const QString& below, const QString& kind);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fit();
+
+    QWidget* m_icon;
     ElidedLabel* m_name;
     ElidedLabel* m_behind;
     ElidedLabel* m_below;
