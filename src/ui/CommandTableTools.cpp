@@ -6,7 +6,6 @@
 #include "items/forms/frmImportedCatalogs.h"
 #include "items/forms/frmKeys.h"
 #include "items/forms/frmMediaPath.h"
-#include "items/forms/frmRecCheck.h"
 #include "search/forms/frmQuickSearch.h"
 #include "ui/ItemActions.h"
 #include "ui/MaintenanceActions.h"
@@ -105,7 +104,7 @@ std::vector<Command> toolsCommands() {
     {"", "mnuTools", "", "", "", "", When::Always},
     {"mnuToolsUtility", "mnuTools", "&Utility", "Care for the catalog and its files", "Cleanup", "", When::Menu},
     {"mnuToolsRecCheck", "mnuToolsUtility", "&Incomplete recordings...", "Show the incomplete parts in recordings", "MissedRec", "",
-     When::Always, [](F& f) { frmRecCheck(f.session, f.icons, f.openCards, f.window).exec(); }},
+     When::Always, [](F& f) { f.items.checkRecordings(); }},
     {"mnuToolsAlign", "mnuToolsUtility", "&Align records with files...", "Align database records with relative files", "Align", "",
      When::Always, [](F& f) { frmAlign(f.session, f.icons, &f.openCards, f.window).exec(); }},
     {"mnuToolsUpdateMedia", "mnuToolsUtility", "Update &media locations...", "Update the locations of the recorded media files",

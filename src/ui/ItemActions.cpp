@@ -12,6 +12,7 @@
 #include "items/forms/frmPers.h"
 #include "items/forms/frmPersSearch.h"
 #include "items/forms/frmRec.h"
+#include "items/forms/frmRecCheck.h"
 #include "items/forms/frmWorkEditor.h"
 #include "store/Session.h"
 #include "ui/BrowseTree.h"
@@ -197,9 +198,21 @@ void ItemActions::manageClasses() {
         connect(&m_toolbox.browse(), &BrowseTree::outdated, m_classes, &frmClass::setOutdated);
         connect(m_classes, &frmClass::classesChanged, &m_toolbox.browse(), &BrowseTree::refresh);
     }
-    m_classes->show();
-    m_classes->raise();
-    m_classes->activateWindow();
+    bringUp(m_classes);
+}
+
+void ItemActions::checkRecordings() {
+    if (!m_check) {
+        m_check = new frmRecCheck(m_session, m_icons, m_cards, m_window);
+        connect(&m_toolbox.browse(), &BrowseTree::outdated, m_check, &frmRecCheck::setOutdated);
+    }
+    bringUp(m_check);
+}
+
+void ItemActions::bringUp(QWidget* form) {
+    form->show();
+    form->raise();
+    form->activateWindow();
 }
 
 void ItemActions::refresh() { m_toolbox.refresh(); }

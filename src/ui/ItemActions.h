@@ -15,6 +15,7 @@ class OpenCards;
 class Session;
 class Toolbox;
 class frmClass;
+class frmRecCheck;
 
 /// What the tool box does with the cards of its list: new, edit, delete, merge. Each command is enabled by
 /// the kind shown and by how many rows are selected.
@@ -32,6 +33,8 @@ public:
     void importMany(int kind);
     /// The window of the classifications.
     void manageClasses();
+    /// The window of the recordings' missing parts.
+    void checkRecordings();
 
 private:
     enum class Selection { Any, Some, One, Filtered };
@@ -50,6 +53,7 @@ private:
     static const std::vector<Row>& rows();
     void addActions();
     void enable();
+    static void bringUp(QWidget* form);
     /// Shows the editor of a kind of card; the id of what was saved, or 0. `id` 0 adds a card.
     qint64 runEditor(int kind, qint64 id);
     void createOne();
@@ -71,6 +75,7 @@ private:
     QWidget* m_window;
     std::vector<QAction*> m_actions; ///< one for each row
     QPointer<frmClass> m_classes;    ///< while it is open
+    frmRecCheck* m_check = nullptr;  ///< since it was open for the first time
 };
 
 } // namespace tessaranth

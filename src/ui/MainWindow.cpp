@@ -25,6 +25,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QDockWidget>
 #include <QLabel>
 #include <QMenu>
@@ -168,6 +169,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    for (QDialog* beside : findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
+        beside->close();
     m_toolbox->saveColumns();
     WindowState::save(*this, *m_dock, m_session.configuration());
     event->accept();

@@ -117,8 +117,15 @@ void frmRecCheck::buildUi() {
 // The window is there before its rows are, so that a large catalog shows how far it is.
 void frmRecCheck::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    m_closed = false;
     if (!event->spontaneous() && !m_filled)
         QTimer::singleShot(0, this, &frmRecCheck::fill);
+}
+
+void frmRecCheck::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible() && !m_filled)
+        QTimer::singleShot(0, this, &frmRecCheck::fill);
+    QDialog::changeEvent(event);
 }
 
 void frmRecCheck::fill() {
@@ -127,11 +134,19 @@ void frmRecCheck::fill() {
     m_filled = true;
     ItemList list;
     StatusProgress progress(m_state, m_closed);
-    if (!RecordingLists::parts(m_session, list, progress))
+    if (!RecordingLists::parts(m_session, list, progress)) {
+        m_filled = false;
         return;
+    }
+    const qint64 before = m_model->id(m_view->currentIndex());
+    const bool isFirst = m_model->columnCount() == 0;
     m_model->setList(std::move(list));
-    fitColumns();
-    m_view->setCurrentIndex(m_model->index(0, 0));
+    if (const QHeaderView* header = m_view->header(); !isFirst && header->sortIndicatorSection() >= 0)
+        m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
+    if (isFirst)
+        fitColumns();
+    const QModelIndex again = m_model->indexOf(before);
+    m_view->setCurrentIndex(again.isValid() ? again : m_model->index(0, 0));
     m_state->setText(QStringLiteral("Recordings: ") + QString::number(m_model->rowCount()));
 }
 
@@ -153,10 +168,8 @@ void frmRecCheck::done(int result) {
 
 void frmRecCheck::openCard() {
     const qint64 id = m_model->id(m_view->currentIndex());
-    if (id == 0)
-        return;
-    accept();
-    m_cards.openCard(QStringLiteral("Rec"), id);
+    if (id != 0)
+        m_cards.openCard(QStringLiteral("Rec"), id);
 }
 
 } // namespace tessaranth

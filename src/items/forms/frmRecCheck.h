@@ -14,7 +14,8 @@ class OpenCards;
 class Session;
 
 /// Which parts every recording has and which it lacks. It fills itself once it is shown; double-click (or
-/// Enter) opens the card of a recording.
+/// Enter) opens the card of a recording. It can stay open beside the main window, while what it shows is
+/// mended.
 class frmRecCheck final : public QDialog {
     Q_OBJECT
 
@@ -22,10 +23,13 @@ public:
     frmRecCheck(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
 
     void fill();
+    /// Recordings have changed elsewhere: it reads them again when the user comes back to it.
+    void setOutdated() { m_filled = false; }
     void done(int result) override; ///< stops the filling and remembers the width of the list
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void buildUi();
