@@ -2,28 +2,20 @@
 #include "items/RecordingLists.h"
 
 #include "items/CardRecordings.h"
+#include "items/Guarded.h"
 #include "items/RecordingEditor.h"
 #include "platform/Progress.h"
 #include "store/Session.h"
 
 #include <QCoreApplication>
 #include <QSet>
+#include <algorithm>
 
 namespace tessaranth {
 
 namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("RecordingLists", text); }
-
-template<typename Job>
-bool guarded(Session& session, const Job& job) {
-    try {
-        return job();
-    } catch (const Error& error) {
-        session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
-}
 
 /// A part that a recording should have; each is a column of the list.
 struct Part {
@@ -72,6 +64,22 @@ bool RecordingLists::withWork(Session& session, qint64 work, ItemList& list) {
         }
         list = std::move(found);
         return true;
+    });
+}
+
+bool RecordingLists::withDisc(Session& session, const QString& discId, std::vector<qint64>& recordings) {
+    return guarded(session, [&] {
+        std::vector<qint64> found;
+        Connection& connection = session.connection();
+        Query run = connection.query(QStringLiteral("SELECT RecID FROM DiscIds WHERE DiscId = '") +
+                                     quoted(discId.trimmed()) + u'\'');
+        while (run.next()) {
+            const qint64 id = run.integer(0);
+            const QString row = QStringLiteral("SELECT RecID FROM Rec WHERE RecID = ") + QString::number(id);
+            if (std::find(found.begin(), found.end(), id) == found.end() && connection.exists(row))
+                found.push_back(id);
+        }
+        recordings = std::move(found);
     });
 }
 

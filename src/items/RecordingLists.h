@@ -15,6 +15,10 @@ namespace RecordingLists {
 /// The recordings that contain a work: the title with the label in parentheses, and the carrier's icon.
 bool withWork(Session& session, qint64 work, ItemList& list);
 
+/// The recordings that have a disc of this identifier. The rows of identifiers outlive their recordings;
+/// those of recordings that are gone are passed over.
+bool withDisc(Session& session, const QString& discId, std::vector<qint64>& recordings);
+
 /// The last columns of `parts` hold `present` or `missing`.
 inline constexpr int firstPartColumn = 2;
 inline constexpr int partCount = 4;

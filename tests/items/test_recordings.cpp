@@ -2,10 +2,13 @@
 // Recordings through their operations; the tables are compared row by row.
 #include "items/CREC.h"
 #include "items/CWKS.h"
+#include "items/DiscDetector.h"
 #include "items/RecordingEditor.h"
 #include "items/RecordingLists.h"
+#include "platform/Radar.h"
 #include "support/ItemCatalog.h"
 
+#include <QSignalSpy>
 #include <functional>
 
 using namespace tessaranth;
@@ -31,6 +34,7 @@ private slots:
     void asksBeforeReplacingWhatChangedElsewhere();
     void tracksBecomeWorks();
     void listsTellWhatIsThere();
+    void discsOpenTheirCards();
 
 private:
     RecordingEditor editor(qint64 id) { return RecordingEditor(*m_catalog->session, id, &m_cards); }
@@ -469,6 +473,33 @@ void TestRecordings::listsTellWhatIsThere() {
     QVERIFY(record.LabelFile.endsWith(QString("/%1").arg(specs.label)));
     QVERIFY(!record.CaricaDati(4711));
     QVERIFY(record.Title.isEmpty());
+}
+
+void TestRecordings::discsOpenTheirCards() {
+    const qint64 recording = add("Owned");
+    QVERIFY(editor(recording).applyTracks(1, std::nullopt, "9a0b'1"));
+    m_catalog->run("INSERT INTO DiscIds (RecID, DiscNbr, DiscId) VALUES (999, 1, '9a0b''1')"); // sold since
+    struct : DiscDrives {
+        QStringList volumeNames() const override { return names; }
+        QStringList names{"Audio CD (D:)"};
+    } drives;
+    struct : DiscReader {
+        QString discId(const QString& volume) override { return volume.endsWith("(D:)") ? id : QString(); }
+        QString id = "9a0b'1";
+    } reader;
+    Radar radar(drives);
+    const DiscDetector detector(*m_catalog->session, radar, reader, m_cards);
+    QSignalSpy unknown(&detector, &DiscDetector::unknownDisc);
+    m_cards.opened.clear();
+    radar.setEnabled(true);
+    QCOMPARE(m_cards.opened, QStringList(OpenCards::key("Rec", recording)));
+    drives.names = QStringList{"audio cd, unreadable"};
+    radar.look();
+    drives.names = QStringList{"Audio CD of somebody else (D:)"};
+    reader.id = "ffffffff";
+    radar.look();
+    QCOMPARE(m_cards.opened.size(), 1);
+    QCOMPARE(unknown.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestRecordings)
