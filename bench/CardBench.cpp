@@ -45,10 +45,10 @@ void measureContents(const BenchContext& context) {
                       RecordingContents::Artists artists;
                       RecordingContents::Works works;
                       RecordingContents::Tracks tracks;
-                      contents.readSpecs(specs);
-                      contents.readArtists(artists);
-                      contents.readWorks(works);
-                      contents.readTracks(tracks);
+                      contents.LoadRecSpecs(specs);
+                      contents.LoadRecArtists(artists);
+                      contents.LoadRecContents(works);
+                      contents.LoadRecTracks(tracks);
                   }),
          0);
 }

@@ -31,7 +31,7 @@ bool readRows(Session& session, const QString& statement, ItemList& list) {
 
 } // namespace
 
-bool readCardRecordings(Session& session, const QString& code, qint64 person, ItemList& list) {
+bool LoadRecordings(Session& session, const QString& code, qint64 person, ItemList& list) {
     QString statement = QStringLiteral(
         "SELECT Rec.RecID, Rec.RecTitle, Rec.Rating, Rec.ProdNbr, Rec.Notes, Labels.LabelName, "
         "Supports.SupportType, Supports.IconName, Sources.SourceType, xxxOnRec.xxxID FROM (Supports "

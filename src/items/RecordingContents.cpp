@@ -58,7 +58,7 @@ QString durationText(int seconds) {
 
 } // namespace
 
-bool RecordingContents::readSpecs(Specs& specs) {
+bool RecordingContents::LoadRecSpecs(Specs& specs) {
     return guarded(m_session, [&] {
         const Recordset row = Recordset::open(
             m_session.connection(),
@@ -93,7 +93,7 @@ bool RecordingContents::readSpecs(Specs& specs) {
     });
 }
 
-bool RecordingContents::readArtists(Artists& artists) {
+bool RecordingContents::LoadRecArtists(Artists& artists) {
     return guarded(m_session, [&] {
         Artists found;
         found.list = ItemList({{s("Name")}, {s("Year")}});
@@ -132,7 +132,7 @@ QString RecordingContents::performersOf(qint64 placedWork) {
     return names.join(separator);
 }
 
-bool RecordingContents::readWorks(Works& works) {
+bool RecordingContents::LoadRecContents(Works& works) {
     return guarded(m_session, [&] {
         Works found;
         found.list = ItemList({{s("Nbr"), true}, {s("Composer")}, {s("Title")}, {s("Performers")}});
@@ -172,7 +172,7 @@ bool RecordingContents::readWorks(Works& works) {
     });
 }
 
-bool RecordingContents::readTracks(Tracks& tracks) {
+bool RecordingContents::LoadRecTracks(Tracks& tracks) {
     return guarded(m_session, [&] {
         const Recordset rows = Recordset::open(m_session.connection(),
                                                s("SELECT * FROM Tracks WHERE RecID = ") +

@@ -38,10 +38,10 @@ public:
 
     RecordingContents(Session& session, qint64 recording) : m_session(session), m_id(recording) {}
 
-    bool readSpecs(Specs& specs);
-    bool readArtists(Artists& artists);
-    bool readWorks(Works& works);
-    bool readTracks(Tracks& tracks);
+    bool LoadRecSpecs(Specs& specs);
+    bool LoadRecArtists(Artists& artists);
+    bool LoadRecContents(Works& works);
+    bool LoadRecTracks(Tracks& tracks);
 
 private:
     QString performersOf(qint64 placedWork);

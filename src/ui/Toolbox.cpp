@@ -59,7 +59,7 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
     buildUi(icons);
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingPauseMs);
-    connect(&m_typing, &QTimer::timeout, this, &Toolbox::fill);
+    connect(&m_typing, &QTimer::timeout, this, &Toolbox::PopolaLV2);
     connect(m_filter, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
     connect(m_filter, &QLineEdit::returnPressed, this, &Toolbox::openFirst);
     FormHelpers::moveInList(m_filter, m_view);
@@ -67,7 +67,7 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
         const QSignalBlocker blocker(m_filter);
         m_filter->clear();
         restoreColumns();
-        fill();
+        PopolaLV2();
         emit kindChanged();
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -77,7 +77,7 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
     connect(m_view->header(), &QHeaderView::sortIndicatorChanged, this, &Toolbox::noteColumns);
     connect(m_view->header(), &QHeaderView::sectionResized, this, &Toolbox::noteColumns);
     restoreColumns();
-    fill();
+    PopolaLV2();
 }
 
 void Toolbox::buildUi(const IconStore& icons) {
@@ -177,7 +177,7 @@ void Toolbox::focusFilter() {
 
 void Toolbox::clearFilter() {
     m_filter->clear();
-    fill();
+    PopolaLV2();
 }
 
 int Toolbox::kind() const { return m_kinds->currentData().toInt(); }
@@ -190,7 +190,7 @@ void Toolbox::refresh() {
     m_browse->refresh();
     const std::vector<qint64> selected = selectedIds();
     const int scrolled = m_view->verticalScrollBar()->value();
-    fill();
+    PopolaLV2();
     m_view->verticalScrollBar()->setValue(scrolled);
     if (!selected.empty())
         select(selected.front());
@@ -218,14 +218,14 @@ void Toolbox::select(qint64 id) {
 // Enter means what was typed, even while the list still waits for the next letter.
 void Toolbox::openFirst() {
     if (m_typing.isActive())
-        fill();
+        PopolaLV2();
     if (selectedIds().empty() && isFiltered())
         m_view->setCurrentIndex(m_model->index(0, 0));
     if (const QModelIndex current = m_view->currentIndex(); current.isValid() && !selectedIds().empty())
         emit activated(m_model->id(current));
 }
 
-void Toolbox::fill() {
+void Toolbox::PopolaLV2() {
     m_typing.stop();
     const ItemKind* chosen = itemKind(kind());
     ItemList list;

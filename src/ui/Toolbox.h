@@ -60,7 +60,7 @@ protected:
 private:
     void buildUi(const IconStore& icons);
     QWidget* buildModes(const IconStore& icons);
-    void fill();
+    void PopolaLV2(); ///< fills the list with the cards of the chosen kind
     void openFirst();
     void fitColumns();
     void noteColumns();

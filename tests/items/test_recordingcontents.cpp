@@ -133,7 +133,7 @@ void TestRecordingContents::specificationsInTheirOrder() {
                   QString(", %1, 1, '455 556-2', 2, True, 'live', '2021-05-08 20:30:15'").arg(label));
     RecordingContents contents(session(), id);
     RecordingContents::Specs specs;
-    QVERIFY(contents.readSpecs(specs));
+    QVERIFY(contents.LoadRecSpecs(specs));
     QStringList lines;
     for (const CardLine& line : specs.lines)
         lines << line.label + (line.heart ? "heart" : line.value);
@@ -147,7 +147,7 @@ void TestRecordingContents::specificationsInTheirOrder() {
     QDir().mkpath(session().dataFolder(Session::Folder::Labels));
     QFile logo(session().dataFolder(Session::Folder::Labels) + '/' + QString::number(label));
     QVERIFY(logo.open(QIODevice::WriteOnly));
-    QVERIFY(contents.readSpecs(specs));
+    QVERIFY(contents.LoadRecSpecs(specs));
     QCOMPARE(specs.logoFile, logo.fileName());
 }
 
@@ -159,7 +159,7 @@ void TestRecordingContents::discsHaveHeadings() {
                         .arg(id)
                         .arg(values));
     RecordingContents::Tracks tracks;
-    QVERIFY(RecordingContents(session(), id).readTracks(tracks));
+    QVERIFY(RecordingContents(session(), id).LoadRecTracks(tracks));
     QCOMPARE(rows(tracks.list),
              (QStringList{"Disc||DISC 1|1:04:10", "Track|1|Recondita|", "Track|2|Te Deum|64:10",
                           "Disc||DISC 2|03:20", "Track|1|Vissi d'arte|03:20"}));
@@ -194,7 +194,7 @@ void TestRecordingContents::worksNameTheirPerformersOnce() {
         m_home->run(
             QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (%1)").arg(values));
     RecordingContents::Works works;
-    QVERIFY(RecordingContents(session(), id).readWorks(works));
+    QVERIFY(RecordingContents(session(), id).LoadRecContents(works));
     QCOMPARE(rows(works.list),
              (QStringList{"Comp|1|Bach, J. S.|Aria|",
                           "Comp|2|Bach, J. S.|Magnificat, BWV 243 (Et exsultavit)|Choir / Ann Ely"}));
@@ -203,7 +203,7 @@ void TestRecordingContents::worksNameTheirPerformersOnce() {
     ItemList recordings;
     QVERIFY(readWorkRecordings(session(), 1, recordings));
     QCOMPARE(recordings.rowCount(), 2);
-    QVERIFY(readCardRecordings(session(), "Pfr", 2, recordings));
+    QVERIFY(LoadRecordings(session(), "Pfr", 2, recordings));
     QCOMPARE(recordings.rowCount(), 1);
     QCOMPARE(recordings.id(0), id);
 }
@@ -215,7 +215,7 @@ void TestRecordingContents::artistsAreCounted() {
     m_home->run(QString("INSERT INTO CpsOnRec (RecID, CpsID) VALUES (%1, 1)").arg(id));
     m_home->run(QString("INSERT INTO PfrOnRec (RecID, PfrID) VALUES (%1, 1)").arg(id));
     RecordingContents::Artists artists;
-    QVERIFY(RecordingContents(session(), id).readArtists(artists));
+    QVERIFY(RecordingContents(session(), id).LoadRecArtists(artists));
     QCOMPARE(rows(artists.list), (QStringList{"c|Puccini, G.|1858-1924", "p|Callas|"}));
     QCOMPARE(artists.composers, 1);
     QCOMPARE(artists.performers, 1);

@@ -50,10 +50,10 @@ void DocumentPanel::addCommands() {
     const auto one = [this] { return hasCurrent(); };
     addTurning();
     addEntry(QStringLiteral("Add"), tr("&Add..."), QStringLiteral("Ins"), QStringLiteral("Add"),
-             [this] { edit(0); });
+             [this] { New_Doc(); });
     addEntry(
         QStringLiteral("Edit"), tr("&Edit..."), QStringLiteral("Return"), QStringLiteral("Edit"),
-        [this] { edit(current()); }, one);
+        [this] { Edit_Doc(current()); }, one);
     addKeeping();
     addSorting();
     addEntry(
@@ -130,7 +130,7 @@ void DocumentPanel::changeEvent(QEvent* event) {
     PagedPanel::changeEvent(event);
 }
 
-void DocumentPanel::edit(qint64 id) {
+void DocumentPanel::Edit_Doc(qint64 id) {
     frmRTB form(m_context.session, m_context.icons, {m_context.code, m_context.id}, frmRTB::Mode::Doc, id,
                 this);
     if (form.exec() == QDialog::Accepted)

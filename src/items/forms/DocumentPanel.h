@@ -26,7 +26,8 @@ private:
     explicit DocumentPanel(const CardContext& context, std::unique_ptr<CardDocuments> documents,
                            QWidget* parent);
     void addCommands();
-    void edit(qint64 id);
+    void New_Doc() { Edit_Doc(0); }
+    void Edit_Doc(qint64 id);
     void keepReadable();
     void fitEmptyText();
 

@@ -79,7 +79,8 @@ void ImagesPanel::addCommands() {
         [this, replaced] { replaced(m_images->replace(current(), clipboardImage())); },
         [this] { return hasCurrent() && clipboardHasImage(); });
     addEntry(
-        QStringLiteral("All"), tr("&Open all"), {}, QStringLiteral("Images"), [this] { openAll(); }, one);
+        QStringLiteral("All"), tr("&Open all"), {}, QStringLiteral("Images"), [this] { ImagesAllToPic(); },
+        one);
     addSorting();
     addEntry(
         QStringLiteral("Export"), tr("&Export..."), {}, QStringLiteral("Export"),
@@ -127,7 +128,7 @@ void ImagesPanel::showCurrent() {
     m_box->setAccessibleDescription(m_box->text());
 }
 
-void ImagesPanel::openAll() {
+void ImagesPanel::ImagesAllToPic() {
     if (count() > windowsUnasked &&
         m_context.session.messages().ask({applicationTitle,
                                           tr("Open %1 windows, one for each image?").arg(count()),

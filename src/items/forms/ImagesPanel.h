@@ -30,7 +30,7 @@ private:
     void addCommands();
     QWidget* buildBox();
     void addFiles(const QStringList& files);
-    void openAll();
+    void ImagesAllToPic();
     void copy();
 
     std::unique_ptr<CardImages> m_images;

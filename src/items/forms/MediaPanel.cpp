@@ -54,10 +54,10 @@ MediaPanel::MediaPanel(const CardContext& context, QWidget* parent)
         QStringLiteral("mnuCardMediaExplore"), tr("Sho&w in its folder"), {},
         [this] { m_media.ExploreMedia(theOne()); }, one);
     addEntry(QStringLiteral("mnuCardMediaAddFind"), tr("&Add files..."), QStringLiteral("Ins"),
-             [this] { importFromFile(); });
+             [this] { ImportMediaFromFile(); });
     addEntry(
         QStringLiteral("mnuCardMediaAddPaste"), tr("&Paste files"), QStringLiteral("Ctrl+V"),
-        [this] { addFiles(clipboardFiles()); }, [] { return !clipboardFiles().isEmpty(); });
+        [this] { ImportMediaFromClipboard(); }, [] { return !clipboardFiles().isEmpty(); });
     addEntry(
         QStringLiteral("mnuCardMediaRename"), tr("&Rename..."), QStringLiteral("F2"),
         [this] {
@@ -66,14 +66,15 @@ MediaPanel::MediaPanel(const CardContext& context, QWidget* parent)
         },
         one);
     addEntry(
-        QStringLiteral("mnuCardMediaUpdate"), tr("&Update the path..."), {}, [this] { updatePlace(); }, some);
+        QStringLiteral("mnuCardMediaUpdate"), tr("&Update the path..."), {}, [this] { Update_Media(); },
+        some);
     addEntry(
         QStringLiteral("mnuCardMediaRemove"), tr("Re&move..."), QStringLiteral("Del"),
         [this] { removeSelected(); }, some);
     addEntry(QStringLiteral("mnuCardMediaRefresh"), tr("Re&fresh"), QStringLiteral("F5"), [this] { load(); });
     addEntry(
         QStringLiteral("mnuCardMediaProperties"), tr("Propert&ies..."), QStringLiteral("Alt+Return"),
-        [this] { showProperties(); }, one);
+        [this] { ShowMediaProperties(); }, one);
     setDefaultCommand(QStringLiteral("mnuCardMediaOpen"));
     view()->setItemDelegateForColumn(sizeColumn, new SizeDelegate(view()));
     setAcceptDrops(true); // the list itself takes none, so that they come here
@@ -81,7 +82,7 @@ MediaPanel::MediaPanel(const CardContext& context, QWidget* parent)
     load();
 }
 
-void MediaPanel::importFromFile() {
+void MediaPanel::ImportMediaFromFile() {
     Configuration& configuration = m_context.session.configuration();
     FileRequest request;
     request.mode = FileRequest::Mode::OpenMany;
@@ -96,6 +97,8 @@ void MediaPanel::importFromFile() {
     addFiles(files);
 }
 
+void MediaPanel::ImportMediaFromClipboard() { addFiles(clipboardFiles()); }
+
 void MediaPanel::addFiles(const QStringList& files) {
     {
         WindowProgress progress(this);
@@ -104,7 +107,7 @@ void MediaPanel::addFiles(const QStringList& files) {
     load();
 }
 
-void MediaPanel::updatePlace() {
+void MediaPanel::Update_Media() {
     FileRequest request;
     request.mode = FileRequest::Mode::Folder;
     request.title = tr("The folder in which the selected files lie now");
@@ -129,7 +132,7 @@ void MediaPanel::removeSelected() {
         load();
 }
 
-void MediaPanel::showProperties() {
+void MediaPanel::ShowMediaProperties() {
     const MediaFile file = m_media.media(theOne());
     if (file.id != 0)
         frmMediaProperties(m_context.icons, file, this).exec();

@@ -19,11 +19,12 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void importFromFile();
+    void ImportMediaFromFile();
+    void ImportMediaFromClipboard();
     void addFiles(const QStringList& files);
-    void updatePlace();
+    void Update_Media();
     void removeSelected();
-    void showProperties();
+    void ShowMediaProperties();
 
     CardMedia m_media;
 };

@@ -103,7 +103,7 @@ void RecContentsPanel::buildUi() {
             m_percent = (sizes[0] * 100 + whole / 2) / whole;
     });
 
-    connect(m_lists[Artists].view, &QTreeView::activated, this, &RecContentsPanel::goToArtist);
+    connect(m_lists[Artists].view, &QTreeView::activated, this, &RecContentsPanel::GoToArtistCard);
     connect(m_lists[Works].view, &QTreeView::activated, this, [this](const QModelIndex& index) {
         m_context.cards.openCard(QStringLiteral("Comp"), m_lists[Works].model->id(index));
     });
@@ -147,7 +147,7 @@ void RecContentsPanel::addCommands() {
         [this] { manage(); });
     add(
         QStringLiteral("mnuCardRecContentsGoTo"), tr("&Open artist card"), QStringLiteral("GoToCard"),
-        [this] { goToArtist(); }, [this] { return !selectedArtist().isEmpty(); });
+        [this] { GoToArtistCard(); }, [this] { return !selectedArtist().isEmpty(); });
     add(QStringLiteral("mnuCardRecContentsRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
         [this] { load(); });
 }
@@ -162,7 +162,7 @@ void RecContentsPanel::manage() {
 void RecContentsPanel::load() {
     m_specs->setLabelColour(CardColours::read(m_context.session.configuration(), m_context.code).label);
     RecordingContents::Specs specs;
-    if (RecordingContents(m_context.session, m_context.id).readSpecs(specs)) {
+    if (RecordingContents(m_context.session, m_context.id).LoadRecSpecs(specs)) {
         m_specs->show(specs.lines);
         m_specs->showLogo(specs.logoFile, specs.labelName);
     }
@@ -174,7 +174,7 @@ void RecContentsPanel::load() {
 
 void RecContentsPanel::loadArtists() {
     RecordingContents::Artists artists;
-    if (!RecordingContents(m_context.session, m_context.id).readArtists(artists))
+    if (!RecordingContents(m_context.session, m_context.id).LoadRecArtists(artists))
         return;
     m_tabs->setTabText(Artists,
                        tr("Composers (%1), performers (%2)").arg(artists.composers).arg(artists.performers));
@@ -184,7 +184,7 @@ void RecContentsPanel::loadArtists() {
 
 void RecContentsPanel::loadWorks() {
     RecordingContents::Works works;
-    if (!RecordingContents(m_context.session, m_context.id).readWorks(works))
+    if (!RecordingContents(m_context.session, m_context.id).LoadRecContents(works))
         return;
     m_tabs->setTabText(Works, tr("Works (%1)").arg(works.list.rowCount()));
     m_performers->setText(works.performers);
@@ -194,7 +194,7 @@ void RecContentsPanel::loadWorks() {
 
 void RecContentsPanel::loadTracks() {
     RecordingContents::Tracks tracks;
-    if (!RecordingContents(m_context.session, m_context.id).readTracks(tracks))
+    if (!RecordingContents(m_context.session, m_context.id).LoadRecTracks(tracks))
         return;
     m_tabs->setTabText(Tracks, tr("Tracks (%1)").arg(tracks.count));
     QTreeView* view = m_lists[Tracks].view;
@@ -261,7 +261,7 @@ QString RecContentsPanel::selectedArtist() const {
     return list.model->iconKey(row) == u'c' ? QStringLiteral("Cps") : QStringLiteral("Pfr");
 }
 
-void RecContentsPanel::goToArtist() {
+void RecContentsPanel::GoToArtistCard() {
     const List& list = m_lists[Artists];
     if (const QString code = selectedArtist(); !code.isEmpty())
         m_context.cards.openCard(code, FormHelpers::selectedIds(list.view, list.model).front());

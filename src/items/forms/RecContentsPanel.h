@@ -50,7 +50,7 @@ private:
     void loadWorks();
     void loadTracks();
     QString selectedArtist() const; ///< the code of the person selected in front; empty for none
-    void goToArtist();
+    void GoToArtistCard();
     void manage();
     void placeSplitter();
     void fitWorks();

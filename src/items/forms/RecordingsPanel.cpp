@@ -20,7 +20,7 @@ RecordingsPanel::RecordingsPanel(const CardContext& context, QWidget* parent)
 }
 
 bool RecordingsPanel::readList(ItemList& list) {
-    return readCardRecordings(m_context.session, m_context.code, m_context.id, list);
+    return LoadRecordings(m_context.session, m_context.code, m_context.id, list);
 }
 
 } // namespace tessaranth

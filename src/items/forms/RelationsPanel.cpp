@@ -13,10 +13,10 @@ RelationsPanel::RelationsPanel(const CardContext& context, QWidget* parent)
                 parent),
       m_relations(context.session, {context.code, context.id}) {
     addEntry(
-        QStringLiteral("mnuCardRelGoTo"), tr("&Open the card"), {}, [this] { goTo(); },
+        QStringLiteral("mnuCardRelGoTo"), tr("&Open the card"), {}, [this] { GoToRelationCard(); },
         [this] { return hasOne(); });
     addEntry(QStringLiteral("mnuCardRelManage"), tr("&Manage relationships..."), QStringLiteral("Ins"),
-             [this] { manage(); });
+             [this] { Manage_Relations(); });
     setDefaultCommand(QStringLiteral("mnuCardRelGoTo"));
     load();
 }
@@ -28,7 +28,7 @@ bool RelationsPanel::readList(ItemList& list) {
     return true;
 }
 
-void RelationsPanel::manage() {
+void RelationsPanel::Manage_Relations() {
     frmNewRelations form(m_context.session, m_context.icons, {m_context.code, m_context.id}, this);
     if (form.exec() != QDialog::Accepted)
         return;
@@ -37,7 +37,7 @@ void RelationsPanel::manage() {
         m_context.cards.reloadCard(OpenCards::key(card.code, card.id));
 }
 
-void RelationsPanel::goTo() {
+void RelationsPanel::GoToRelationCard() {
     const qint64 row = theOne();
     for (const CardRelations::Related& one : m_related)
         if (one.row() == row)

@@ -17,8 +17,8 @@ protected:
     bool readList(ItemList& list) override;
 
 private:
-    void manage();
-    void goTo();
+    void Manage_Relations();
+    void GoToRelationCard();
 
     CardRelations m_relations;
     std::vector<CardRelations::Related> m_related;

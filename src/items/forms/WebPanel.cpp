@@ -15,10 +15,10 @@ WebPanel::WebPanel(const CardContext& context, QWidget* parent)
     addEntry(
         QStringLiteral("mnuCardWebOpen"), tr("&Go to web page"), {}, [this] { m_links.OpenWeb(theOne()); },
         one);
-    addEntry(QStringLiteral("mnuCardWebAdd"), tr("&Add..."), QStringLiteral("Ins"), [this] { edit(0); });
+    addEntry(QStringLiteral("mnuCardWebAdd"), tr("&Add..."), QStringLiteral("Ins"), [this] { New_Web(); });
     addEntry(
-        QStringLiteral("mnuCardWebEdit"), tr("&Edit..."), QStringLiteral("F2"), [this] { edit(theOne()); },
-        one);
+        QStringLiteral("mnuCardWebEdit"), tr("&Edit..."), QStringLiteral("F2"),
+        [this] { Edit_Web(theOne()); }, one);
     addEntry(
         QStringLiteral("mnuCardWebRemove"), tr("Re&move..."), QStringLiteral("Del"),
         [this] {
@@ -30,7 +30,7 @@ WebPanel::WebPanel(const CardContext& context, QWidget* parent)
     load();
 }
 
-void WebPanel::edit(qint64 id) {
+void WebPanel::Edit_Web(qint64 id) {
     frmNewWeb form(m_context.session, m_context.icons, {m_context.code, m_context.id}, id, this);
     if (form.exec() == QDialog::Accepted)
         load();

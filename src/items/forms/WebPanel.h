@@ -17,7 +17,8 @@ protected:
     bool readList(ItemList& list) override { return m_links.LoadWeb(list); }
 
 private:
-    void edit(qint64 id);
+    void New_Web() { Edit_Web(0); }
+    void Edit_Web(qint64 id);
 
     CardLinks m_links;
 };

@@ -28,17 +28,17 @@ WorksPanel::WorksPanel(const CardContext& context, QWidget* parent)
         QStringLiteral("mnuCardCompManageShow"), tr("&Show work card"), {},
         [this] { m_context.cards.openCard(workCode, theOne()); }, one);
     addEntry(QStringLiteral("mnuCardCompManageAdd"), tr("&New work..."), QStringLiteral("Ins"),
-             [this] { edit(0); });
+             [this] { New_Work(); });
     addEntry(
         QStringLiteral("mnuCardCompManageEdit"), tr("&Edit work..."), QStringLiteral("F2"),
-        [this] { edit(theOne()); }, one);
+        [this] { Edit_Work(theOne()); }, one);
     addEntry(
         QStringLiteral("mnuCardCompManageRemove"), tr("&Remove work(s)..."), QStringLiteral("Del"),
-        [this] { remove(); }, [this] { return hasSome(); });
+        [this] { Remove_Work(); }, [this] { return hasSome(); });
     addEntry(
         QStringLiteral("mnuCardCompManageOnRec"), tr("On rec&ordings..."), {}, [this] { listRecordings(); },
         one);
-    addEntry(QStringLiteral("mnuCardCompManageCatalog"), tr("&Catalog..."), {}, [this] { manageCatalog(); });
+    addEntry(QStringLiteral("mnuCardCompManageCatalog"), tr("&Catalog..."), {}, [this] { Manage_Catalog(); });
     addEntry(QStringLiteral("mnuCardCompManageRefresh"), tr("Re&fresh"), QStringLiteral("F5"),
              [this] { load(); });
     setDefaultCommand(QStringLiteral("mnuCardCompManageShow"));
@@ -61,7 +61,7 @@ bool WorksPanel::readList(ItemList& list) {
     return CWKS(m_context.session).ElencoInLvC(m_context.id, list);
 }
 
-void WorksPanel::edit(qint64 work) {
+void WorksPanel::Edit_Work(qint64 work) {
     frmWorkEditor editor(m_context.session, m_context.icons, m_context.id, work, window());
     if (editor.exec() != QDialog::Accepted)
         return;
@@ -69,7 +69,7 @@ void WorksPanel::edit(qint64 work) {
     m_context.cards.reloadCard(OpenCards::key(workCode, editor.workId()));
 }
 
-void WorksPanel::remove() {
+void WorksPanel::Remove_Work() {
     const std::vector<qint64> works = selected();
     CWKS manager(m_context.session);
     if (!(works.size() == 1 ? manager.EliminaWork(works.front()) : manager.EliminaWorkBatch(works)))
@@ -85,7 +85,7 @@ void WorksPanel::listRecordings() {
     frmRecList(m_context.session, m_context.icons, work, name, &m_context.cards, window()).exec();
 }
 
-void WorksPanel::manageCatalog() {
+void WorksPanel::Manage_Catalog() {
     frmCatalog(m_context.session, m_context.icons, m_context.id, window()).exec();
     load();
 }

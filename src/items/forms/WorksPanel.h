@@ -17,10 +17,11 @@ protected:
 
 private:
     void paint();
-    void edit(qint64 work); ///< 0: New_Work
-    void remove();          ///< Remove_Work
+    void New_Work() { Edit_Work(0); }
+    void Edit_Work(qint64 work);
+    void Remove_Work();
     void listRecordings();
-    void manageCatalog();
+    void Manage_Catalog();
 };
 
 } // namespace tessaranth
