@@ -228,8 +228,8 @@ void RecContentsPanel::fitWorks() {
     QTreeView* view = m_lists[Works].view;
     const int whole = view->viewport()->width();
     FormHelpers::fitColumns(view);
-    view->setColumnWidth(1, qMin(view->columnWidth(1), whole * 22 / 100));
-    view->setColumnWidth(2, qMin(view->columnWidth(2), whole * 38 / 100));
+    view->setColumnWidth(1, qMin(view->columnWidth(1), whole * 20 / 100));
+    view->setColumnWidth(2, qMin(view->columnWidth(2), whole * 34 / 100));
 }
 
 bool RecContentsPanel::eventFilter(QObject* watched, QEvent* event) {
