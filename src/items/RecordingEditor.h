@@ -170,6 +170,9 @@ private:
 /// Reads tracks pasted as text: one a line, with or without a number before the name and a length behind it,
 /// tabs or blanks between. Empty lines are passed over.
 std::vector<Track> tracksOfText(const QString& text);
+/// What stands in a last column for a length and is none, as "4.30" and "4:75": tracksOfText() leaves it in
+/// the name. A column is what a tab sets apart.
+QStringList oddLengthsOfText(const QString& text);
 /// The sum of the lengths as "h:mm:ss" or "mm:ss"; empty when no track has one.
 QString totalLength(const std::vector<Track>& tracks);
 

@@ -78,14 +78,33 @@ TrackLine takeApart(const QString& text) {
     return line;
 }
 
-} // namespace
-
-std::vector<Track> tracksOfText(const QString& text) {
+/// The lines with something in them, without the blanks around it.
+QStringList fullLines(const QString& text) {
     static const QRegularExpression lineBreak(QStringLiteral("\\r\\n|[\\n\\r\\x{2028}\\x{2029}]"));
-    std::vector<TrackLine> lines;
+    QStringList lines;
     for (const QString& line : text.split(lineBreak))
         if (!line.trimmed().isEmpty())
-            lines.push_back(takeApart(line.trimmed()));
+            lines << line.trimmed();
+    return lines;
+}
+
+} // namespace
+
+QStringList oddLengthsOfText(const QString& text) {
+    static const QRegularExpression column(QStringLiteral("\\t\\s*(\\d+[.,:'\\x{2019}]\\d[^\\s\\pL]*)\\z"));
+    QStringList odd;
+    for (const QString& line : fullLines(text)) {
+        const QRegularExpressionMatch match = column.match(line);
+        if (match.hasMatch() && takeApart(line).length.isEmpty())
+            odd << match.captured(1);
+    }
+    return odd;
+}
+
+std::vector<Track> tracksOfText(const QString& text) {
+    std::vector<TrackLine> lines;
+    for (const QString& line : fullLines(text))
+        lines.push_back(takeApart(line));
     // "4 Lieder" is a name: numbers are those of tracks only when they count up from line to line.
     bool areNumbered =
         !lines.empty() && lines.front().number >= 0 && (lines.size() > 1 || lines.front().isMarked);

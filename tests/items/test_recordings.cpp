@@ -353,6 +353,9 @@ void TestRecordings::readsPastedTracks() {
             read << track.name + '=' + track.length;
         QCOMPARE(read.join('|'), tracks);
     }
+    QCOMPARE(
+        oddLengthsOfText("A\t4.30\nB\t4:30\nC\t 4:75\nD\t4'30\"\n1\tE\nSymphony 4.30\n02\tF\tlive\n03\t104"),
+        QStringList({"4.30", "4:75", "4'30\""}));
 }
 
 // ---- others at work

@@ -216,6 +216,10 @@ int tracks(CliContext& context, Session& session, const Words& words) {
     const std::vector<Track> read = tracksOfText(text);
     if (read.empty())
         return context.fail(file.fileName() + QStringLiteral(" holds no tracks."));
+    if (const QStringList odd = oddLengthsOfText(text); !odd.isEmpty())
+        return context.fail(
+            QStringLiteral("No length of a track, which is minutes, a colon and two digits: ") +
+            odd.mid(0, 10).join(QStringLiteral(", ")));
     if (!editor.applyTracks(words.disc, read, std::nullopt))
         return 1;
     std::cout << read.size() << '\n';

@@ -367,6 +367,11 @@ void RecTracksTab::addText(const QString& text) {
     const int first = int(m_tracks.size());
     m_tracks.insert(m_tracks.end(), found.begin(), found.end());
     show(numbersFrom(first, found.size()));
+    if (const QStringList odd = oddLengthsOfText(text); !odd.isEmpty())
+        m_context.session.messages().information(tr("Paste tracks"),
+                                                 tr("These are no lengths, which are minutes, a colon and "
+                                                    "two digits. They were left in the names: %1")
+                                                     .arg(odd.mid(0, 10).join(QStringLiteral(", "))));
 }
 
 void RecTracksTab::makeWorks() {
