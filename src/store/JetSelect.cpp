@@ -63,6 +63,8 @@ std::vector<JetExpression> JetParser::selectList(QByteArrayList& texts) {
         QByteArray text = item.sql;
         if (accept("AS"))
             text += " AS " + written(identifier());
+        else if (!item.isPlainColumn)
+            text += " AS Expr" + QByteArray::number(1000 + int(list.size())); // as the dialect names it
         texts.push_back(text);
         list.push_back(std::move(item));
     } while (acceptSymbol(","));

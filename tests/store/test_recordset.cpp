@@ -16,6 +16,7 @@ private slots:
     void cleanup();
     void changesReachTheCatalogAtOnce();
     void tablesWithoutAKeyAndJoins();
+    void namesComputedColumns();
     void filters();
     void refusals();
     void filesKeepEverything();
@@ -78,6 +79,15 @@ void TestRecordset::tablesWithoutAKeyAndJoins() {
     QCOMPARE(set.rowCount(), 3);
     QCOMPARE(m_connection->single("SELECT COUNT(*) FROM CompOnRecPfr").toInteger(), 4);
     QCOMPARE(m_connection->single("SELECT COUNT(*) FROM CompOnRecPfr WHERE PfrID = 12").toInteger(), 1);
+}
+
+void TestRecordset::namesComputedColumns() {
+    const Recordset set =
+        Recordset::open(*m_connection, "SELECT 1, COUNT(*), MIN(RecID) AS First, MAX(RecTitle) FROM Rec");
+    QStringList names;
+    for (const Field& field : set.fields())
+        names << field.name;
+    QCOMPARE(names, QStringList({"Expr1000", "Expr1001", "First", "Expr1003"}));
 }
 
 void TestRecordset::filters() {
