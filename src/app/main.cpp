@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AppFolder.h"
 #include "platform/Clock.h"
+#include "platform/Loopback.h"
 #include "platform/SingleInstance.h"
 #include "store/Session.h"
 #include "store/Startup.h"
@@ -29,6 +30,19 @@ void chooseFont() {
         QApplication::setFont(QFont(family, QApplication::font().pointSize()));
 }
 
+bool isShownByVnc() { return QGuiApplication::platformName() == QStringLiteral("vnc"); }
+
+// The plugin's server begins to listen with the first events.
+bool isVncConfined() {
+    if (!isShownByVnc())
+        return true;
+    QCoreApplication::processEvents();
+    if (confineServersToLoopback() > 0)
+        return true;
+    QTextStream(stderr) << "The window cannot be shown by VNC to this machine only.\n";
+    return false;
+}
+
 int runTourOn(Session& session, const IconStore& icons, const QString& folder) {
     hideOffscreenWarnings();
     const QStringList files = runTour(session, icons, folder);
@@ -42,7 +56,10 @@ int runWindow(Session& session, const IconStore& icons, SingleInstance& instance
               const StartResult& start) {
     MainWindow window(session, icons);
     instance.activated = [&window] { window.comeForward(); };
-    window.show();
+    if (isShownByVnc()) // where nothing could move or enlarge it
+        window.showFullScreen();
+    else
+        window.show();
     splash.close();
     const QString text = start.upgrade.text();
     if (start.upgrade.kind == UpgradeResult::Kind::FailedAtStep)
@@ -68,6 +85,10 @@ int main(int argc, char** argv) {
     parser.addOption(tour);
     parser.process(application);
     chooseFont();
+    if (!isVncConfined())
+        return 1;
+    if (isShownByVnc()) // the plugin knows no theme and would fall back to the oldest style
+        QApplication::setStyle(QStringLiteral("Fusion"));
 
     int code = 0;
     {

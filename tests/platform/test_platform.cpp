@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AppFolder.h"
 #include "platform/DesktopScheme.h"
+#include "platform/Loopback.h"
 #include "platform/OperatingSystem.h"
 #include "platform/Radar.h"
 #include "platform/Registry.h"
@@ -10,9 +11,12 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QNetworkInterface>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStorageInfo>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -57,6 +61,7 @@ private slots:
     void operatingSystem_data();
     void operatingSystem();
     void runningSystem();
+    void serversKeepToThisMachine();
     void applicationFolder();
     void firstStart();
     void laterStarts();
@@ -149,6 +154,34 @@ void PlatformTest::runningSystem() {
 #ifndef Q_OS_WIN
     QCOMPARE(userAgent(), QString("Mozilla/4.0 (compatible; MSIE 6.0; Win32)"));
 #endif
+}
+
+void PlatformTest::serversKeepToThisMachine() {
+#ifndef Q_OS_LINUX
+    QSKIP("Only Linux has the VNC platform.");
+#endif
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::Any));
+    const quint16 port = server.serverPort();
+    const auto answers = [port](const QHostAddress& address) {
+        QTcpSocket caller;
+        caller.connectToHost(address, port);
+        return caller.waitForConnected(2'000);
+    };
+    QHostAddress outside;
+    for (const QHostAddress& address : QNetworkInterface::allAddresses())
+        if (!address.isLoopback() && address.protocol() == QAbstractSocket::IPv4Protocol && answers(address))
+            outside = address;
+    QCOMPARE(confineServersToLoopback(), 1);
+    while (server.hasPendingConnections())
+        delete server.nextPendingConnection();
+    QSignalSpy arrived(&server, &QTcpServer::newConnection);
+    QVERIFY(answers(QHostAddress::LocalHost));
+    QTRY_COMPARE(arrived.count(), 1);
+    QVERIFY(!answers(QHostAddress::LocalHostIPv6));
+    if (outside.isNull())
+        QSKIP("This machine has no address but its own.");
+    QVERIFY(!answers(outside));
 }
 
 void PlatformTest::applicationFolder() {
