@@ -221,11 +221,6 @@ void keepSplitter(QSplitter* splitter, Arrangements& arrangements, const QString
     });
 }
 
-void openHelp(QWidget* form) {
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-    QCoreApplication::sendEvent(form, &key);
-}
-
 Unsaved settleUnsaved(Messages& messages, const QString& title, const QString& question,
                       const std::function<bool()>& save) {
     const Answer answer =

@@ -74,9 +74,6 @@ QPushButton* commandButton(QAbstractItemView* view, const QString& caption, cons
 /// caller connects the first, which is returned.
 QPushButton* buttonRow(QDialog* form, QVBoxLayout* layout, const QString& action, const QString& objectName);
 
-/// Opens the help page of a form, as F1 does.
-void openHelp(QWidget* form);
-
 /// What became of changes that were not saved yet.
 enum class Unsaved { Saved, Dropped, Kept };
 /// Asks whether to save them and does so on Yes. `Kept`: Cancel, or the saving was refused; the form stays.

@@ -12,9 +12,31 @@
 
 namespace tessaranth {
 
+namespace {
+
+// Not the key itself, which a window may have as the shortcut of the command that sends this.
+QEvent::Type requestType() {
+    static const auto type = QEvent::Type(QEvent::registerEventType());
+    return type;
+}
+
+bool isF1(const QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto* key = static_cast<const QKeyEvent*>(event);
+    return key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier;
+}
+
+} // namespace
+
 Help::Help(Session& session, const QString& folder, QObject* parent)
     : QObject(parent), m_session(session), m_folder(folder) {
     qApp->installEventFilter(this);
+}
+
+void Help::request(QWidget* form) {
+    QEvent request(requestType());
+    QCoreApplication::sendEvent(form, &request);
 }
 
 QString Help::pathOf(const QString& name) const { return m_folder + u'/' + name + QStringLiteral(".html"); }
@@ -36,10 +58,7 @@ void Help::open(const QString& page) {
 }
 
 bool Help::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
-        return QObject::eventFilter(watched, event);
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
+    if (!watched->isWidgetType() || !(event->type() == requestType() || isF1(event)))
         return QObject::eventFilter(watched, event);
     open(pageOf(static_cast<QWidget*>(watched)));
     return true;

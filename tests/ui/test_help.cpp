@@ -3,6 +3,7 @@
 #include "support/TestHome.h"
 #include "ui/Help.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QDirIterator>
 #include <QFile>
@@ -62,6 +63,15 @@ private slots:
         QTest::keyClick(field, Qt::Key_F1);
         QCOMPARE(desktop.opened, QStringList({"frmPers.html", "index.html"}));
         QCOMPARE(home.messages.told.size(), 0);
+        // A command that has the key itself, as in the classifications.
+        form.setObjectName(QStringLiteral("frmClass"));
+        auto* command = new QAction(&form);
+        command->setShortcut(Qt::Key_F1);
+        connect(command, &QAction::triggered, &form, [&form] { Help::request(&form); });
+        form.addAction(command);
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QTest::keyClick(field, Qt::Key_F1);
+        QCOMPARE(desktop.opened.mid(2), QStringList("frmClass.html"));
         desktop.works = false;
         QTest::keyClick(field, Qt::Key_F1);
         help.openPage(QStringLiteral("missing"));

@@ -6,6 +6,7 @@
 #include "items/forms/frmClassItem.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
+#include "ui/Help.h"
 #include "ui/IconStore.h"
 #include "ui/ItemColours.h"
 #include "ui/ItemListModel.h"
@@ -124,7 +125,7 @@ std::vector<frmClass::Entry> frmClass::commands() {
              tr("Show the help of this window"),
              "Help",
              "F1",
-             [this] { FormHelpers::openHelp(this); },
+             [this] { Help::request(this); },
              {}}};
 }
 

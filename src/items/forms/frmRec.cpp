@@ -11,6 +11,7 @@
 #include "items/forms/frmListChooser.h"
 #include "store/Session.h"
 #include "ui/FormHelpers.h"
+#include "ui/Help.h"
 #include "ui/IconStore.h"
 #include "ui/frmCharmap.h"
 
@@ -117,7 +118,7 @@ void frmRec::buildButtons(QVBoxLayout* layout) {
                                   [this] { frmCharmap::insertInto(focusWidget(), m_context.icons, this); });
     special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
     button(tr("&Help"), "cmdHelp", tr("The help page of this window  (F1)"),
-           [this] { FormHelpers::openHelp(this); });
+           [this] { Help::request(this); });
     row->addStretch();
     m_apply = button(tr("&Apply"), "cmdApply", tr("Save this tab  (Ctrl+S)"), [this] { apply(); });
     m_cancel = button(tr("Ca&ncel"), "cmdCancel", tr("Drop the edits of this tab"), [this] { revert(); });
