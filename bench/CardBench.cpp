@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Measure.h"
 
-#include "items/RecordingContents.h"
+#include "recordings/RecordingContents.h"
 #include "store/Session.h"
 #ifdef TESSARANTH_BENCH_MODEL
 #include "items/OpenCards.h"
-#include "items/forms/frmItem.h"
-#include "items/forms/frmWork.h"
-#include "ui/IconStore.h"
+#include "widgets/IconStore.h"
+#include "window/frmItem.h"
+#include "works/forms/frmWork.h"
 
 #include <QCoreApplication>
 #endif

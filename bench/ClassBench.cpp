@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Measure.h"
 
-#include "items/Classification.h"
+#include "classes/Classification.h"
 #include "items/ItemKind.h"
 #include "store/Session.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Measure.h"
 
-#include "items/RichText.h"
+#include "text/RichText.h"
 
 #include <QTextDocument>
 

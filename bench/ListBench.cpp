@@ -2,8 +2,8 @@
 #include "Measure.h"
 
 #include "items/CMIT.h"
-#include "items/CWKS.h"
 #include "store/Session.h"
+#include "works/CWKS.h"
 
 namespace tessaranth {
 

@@ -2,9 +2,9 @@
 #include "Measure.h"
 
 #include "items/CMIT.h"
-#include "items/RecordingEditor.h"
-#include "items/RecordingLists.h"
 #include "platform/Progress.h"
+#include "recordings/RecordingEditor.h"
+#include "recordings/RecordingLists.h"
 #include "store/Session.h"
 
 #include <sqlite3.h>

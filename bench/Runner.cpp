@@ -10,8 +10,8 @@
 #include "store/Session.h"
 #include "store/Startup.h"
 #ifdef TESSARANTH_BENCH_MODEL
-#include "ui/IconStore.h"
-#include "ui/ItemListModel.h"
+#include "widgets/IconStore.h"
+#include "widgets/ItemListModel.h"
 #endif
 
 #include <QFile>

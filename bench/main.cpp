@@ -7,7 +7,7 @@
 #include "platform/Errors.h"
 
 #ifdef TESSARANTH_BENCH_MODEL
-#include "ui/OffscreenLog.h"
+#include "widgets/OffscreenLog.h"
 
 #include <QApplication>
 using Application = QApplication; // windows are measured too

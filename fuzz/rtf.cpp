@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Documents: whatever the bytes are, what was read of them is written so that it reads the same again.
 #include "Demand.h"
-#include "items/RichText.h"
+#include "text/RichText.h"
 
 #include <QGuiApplication>
 #include <QTextDocument>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "items/ItemKind.h"
-#include "items/ItemList.h"
 #include "items/Person.h"
+#include "store/ItemList.h"
 #include "store/Recordset.h"
 
 #include <optional>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CardHeading.h"
 
-#include "items/Guarded.h"
 #include "items/Person.h"
+#include "store/Guarded.h"
 #include "store/Recordset.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 #include "items/CardOwner.h"
 
 #include "items/CMIT.h"
-#include "items/Guarded.h"
+#include "store/Guarded.h"
 
 #include <QCoreApplication>
 

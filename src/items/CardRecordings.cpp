@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CardRecordings.h"
 
-#include "items/Guarded.h"
+#include "store/Guarded.h"
 
 namespace tessaranth {
 

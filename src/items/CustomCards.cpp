@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/CustomCards.h"
 
-#include "items/Guarded.h"
 #include "items/ItemKind.h"
 #include "items/OpenCards.h"
 #include "items/Person.h"
+#include "store/Guarded.h"
 #include "store/Recordset.h"
 
 #include <QCoreApplication>

@@ -3,8 +3,8 @@
 
 #include "items/AttachmentFiles.h"
 #include "items/CMIT.h"
-#include "items/Guarded.h"
-#include "items/PictureFile.h"
+#include "store/Guarded.h"
+#include "text/PictureFile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/PersonArchive.h"
 
-#include "items/CatalogWriter.h"
 #include "items/ItemKind.h"
 #include "platform/Progress.h"
+#include "store/CatalogWriter.h"
 #include "store/LikePattern.h"
 #include "store/Session.h"
 #include "store/TextOrder.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/ItemList.h"
 #include "items/Person.h"
+#include "store/ItemList.h"
 #include "store/Recordset.h"
 
 #include <optional>

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/SampleCatalog.h"
 
+#include "attachments/CardLinks.h"
+#include "attachments/CardRelations.h"
 #include "items/CardHeading.h"
-#include "items/CardLinks.h"
-#include "items/CardRelations.h"
-#include "items/CatalogWriter.h"
 #include "items/ItemKind.h"
 #include "items/Person.h"
-#include "items/RecordingEditor.h"
 #include "platform/Clock.h"
 #include "platform/Progress.h"
 #include "platform/TsvFile.h"
+#include "recordings/RecordingEditor.h"
 #include "store/CatalogTemplate.h"
+#include "store/CatalogWriter.h"
 #include "store/Session.h"
 #include "store/UpgradeSteps.h"
 

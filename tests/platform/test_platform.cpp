@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "cd/Radar.h"
 #include "platform/AppFolder.h"
 #include "platform/DesktopScheme.h"
 #include "platform/Loopback.h"
 #include "platform/OperatingSystem.h"
-#include "platform/Radar.h"
 #include "platform/Registry.h"
 #include "platform/SingleInstance.h"
 #include "platform/Volumes.h"

@@ -2,13 +2,13 @@
 // attach and files.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
+#include "attachments/CardDocuments.h"
+#include "attachments/CardImages.h"
+#include "attachments/CardLinks.h"
+#include "attachments/CardMedia.h"
+#include "attachments/CardRelations.h"
+#include "attachments/FileAlignment.h"
 #include "items/CMIT.h"
-#include "items/CardDocuments.h"
-#include "items/CardImages.h"
-#include "items/CardLinks.h"
-#include "items/CardMedia.h"
-#include "items/CardRelations.h"
-#include "items/FileAlignment.h"
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>

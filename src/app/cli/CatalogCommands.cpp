@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // catalog export, import and remove.
 #include "app/cli/Commands.h"
-#include "items/CatalogFile.h"
-#include "items/ComposerCatalog.h"
+#include "works/CatalogFile.h"
+#include "works/ComposerCatalog.h"
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>

@@ -2,8 +2,8 @@
 // class tree and assign.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
+#include "classes/Classification.h"
 #include "items/CMIT.h"
-#include "items/Classification.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>

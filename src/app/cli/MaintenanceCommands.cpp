@@ -2,7 +2,7 @@
 // check and maintain.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
-#include "items/FileAlignment.h"
+#include "attachments/FileAlignment.h"
 #include "store/Cleanup.h"
 #include "store/Maintenance.h"
 #include "store/UpgradeSteps.h"

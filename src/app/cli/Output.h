@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/ItemList.h"
+#include "store/ItemList.h"
 #include "store/Value.h"
 
 #include <QStringList>

@@ -2,9 +2,9 @@
 // recording show, add, tracks and check.
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
-#include "items/CREC.h"
-#include "items/RecordingEditor.h"
-#include "items/RecordingLists.h"
+#include "recordings/CREC.h"
+#include "recordings/RecordingEditor.h"
+#include "recordings/RecordingLists.h"
 
 #include <CLI/CLI.hpp>
 #include <QFile>

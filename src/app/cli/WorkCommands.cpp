@@ -3,8 +3,8 @@
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
 #include "items/CMIT.h"
-#include "items/CWKS.h"
-#include "items/WorkGroups.h"
+#include "works/CWKS.h"
+#include "works/WorkGroups.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>

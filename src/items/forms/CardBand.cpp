@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/CardBand.h"
 
-#include "ui/CardColours.h"
-#include "ui/ElidedLabel.h"
-#include "ui/IconStore.h"
+#include "widgets/CardColours.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconStore.h"
 
 #include <QHBoxLayout>
 

@@ -2,8 +2,8 @@
 #include "items/forms/EditForm.h"
 
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/frmCharmap.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/frmCharmap.h"
 
 #include <QLineEdit>
 #include <QPushButton>

@@ -2,8 +2,8 @@
 #include "items/forms/ListPanel.h"
 
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/ItemListModel.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/ItemListModel.h"
 
 #include <QAction>
 #include <QHeaderView>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/ItemList.h"
 #include "items/forms/CardPanel.h"
+#include "store/ItemList.h"
 
 class QAction;
 class QLabel;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/SpecsView.h"
 
-#include "ui/CardColours.h"
-#include "ui/IconStore.h"
+#include "widgets/CardColours.h"
+#include "widgets/IconStore.h"
 
 #include <QGridLayout>
 #include <QImageReader>

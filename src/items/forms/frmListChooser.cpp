@@ -6,8 +6,8 @@
 #include "items/forms/frmNewUserDef.h"
 #include "items/forms/frmPers.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/ItemListModel.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/ItemListModel.h"
 
 #include <QKeyEvent>
 #include <QLabel>

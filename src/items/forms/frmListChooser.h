@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/ItemList.h"
-#include "ui/FormHelpers.h"
+#include "store/ItemList.h"
+#include "widgets/FormHelpers.h"
 
 #include <QDialog>
 #include <functional>

@@ -5,9 +5,9 @@
 #include "items/forms/LookupEditing.h"
 #include "items/forms/frmMigrate.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/ItemListModel.h"
-#include "ui/WindowProgress.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/ItemListModel.h"
+#include "widgets/WindowProgress.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

@@ -3,8 +3,8 @@
 
 #include "items/CMIT.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/ItemListModel.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/ItemListModel.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ui/FormHelpers.h"
+#include "widgets/FormHelpers.h"
 
 #include <QDialog>
 

@@ -3,7 +3,7 @@
 
 #include "items/CMIT.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
+#include "widgets/FormHelpers.h"
 
 #include <QClipboard>
 #include <QFormLayout>

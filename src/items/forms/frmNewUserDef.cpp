@@ -5,7 +5,7 @@
 #include "items/CardHeading.h"
 #include "items/CustomCards.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
+#include "widgets/FormHelpers.h"
 
 #include <QFormLayout>
 #include <QLineEdit>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/frmOrder.h"
 
-#include "ui/FormHelpers.h"
-#include "ui/IconStore.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/IconStore.h"
 
 #include <QListWidget>
 #include <QPushButton>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/frmPers.h"
 
+#include "attachments/CardDocuments.h"
 #include "items/CMIT.h"
-#include "items/CardDocuments.h"
 #include "items/CardHeading.h"
-#include "items/RichText.h"
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/frmCharmap.h"
+#include "text/RichText.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/frmCharmap.h"
 
 #include <QFormLayout>
 #include <QLabel>

@@ -3,9 +3,9 @@
 
 #include "items/ItemKind.h"
 #include "store/Session.h"
-#include "ui/FormHelpers.h"
-#include "ui/ItemListModel.h"
-#include "ui/WindowProgress.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/ItemListModel.h"
+#include "widgets/WindowProgress.h"
 
 #include <QHeaderView>
 #include <QLabel>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "items/PersonArchive.h"
-#include "ui/FormHelpers.h"
+#include "widgets/FormHelpers.h"
 
 #include <QDialog>
 

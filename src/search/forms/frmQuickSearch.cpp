@@ -2,9 +2,9 @@
 #include "search/forms/frmQuickSearch.h"
 
 #include "items/OpenCards.h"
-#include "ui/FormHelpers.h"
-#include "ui/IconStore.h"
-#include "ui/WindowProgress.h"
+#include "widgets/FormHelpers.h"
+#include "widgets/IconStore.h"
+#include "widgets/WindowProgress.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/tour/AttachTour.h"
+
+#include "app/tour/TourCamera.h"
+#include "attachments/forms/MediaPanel.h"
+#include "attachments/forms/RelationsPanel.h"
+#include "attachments/forms/WebPanel.h"
+#include "attachments/forms/frmMediaPath.h"
+#include "attachments/forms/frmMediaProperties.h"
+#include "attachments/forms/frmNewRelations.h"
+#include "attachments/forms/frmNewWeb.h"
+#include "items/OpenCards.h"
+#include "items/forms/frmNewLabel.h"
+#include "items/forms/frmNewUserDef.h"
+#include "platform/Progress.h"
+#include "store/Session.h"
+
+#include <QComboBox>
+#include <QRadioButton>
+
+namespace tessaranth {
+
+namespace {
+
+struct NoCards final : OpenCards {
+    void openCard(const QString&, qint64) override {}
+    void closeCard(const QString&) override {}
+    void reloadCard(const QString&) override {}
+};
+
+template<typename Panel>
+void take(TourCamera& camera, const CardContext& context, const char* name) {
+    Panel panel(context);
+    panel.resize(860, 260);
+    camera.take(panel, QLatin1String(name));
+}
+
+qint64 first(Session& session, const char* statement) {
+    return session.connection().single(QLatin1String(statement)).toInteger();
+}
+
+// The sample has no media files of its own, as there is no place that they would have everywhere. What is
+// added here is undone: the catalog may be somebody's own.
+void showMedia(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards) {
+    const CardContext empty{session, icons, cards, QStringLiteral("Cps"),
+                            first(session, "SELECT CpsID FROM Cps ORDER BY CpsLname DESC")};
+    take<MediaPanel>(camera, empty, "panel-media-empty");
+    const CardOwner recording{QStringLiteral("Rec"),
+                              first(session, "SELECT RecID FROM Rec ORDER BY RecTitle")};
+    const Transaction undone(session.connection());
+    CardMedia media(session, recording);
+    NoProgress progress;
+    media.add({session.databasePath(), session.applicationFile(QStringLiteral("WKeys.dat")),
+               session.configuration().path()},
+              progress);
+    take<MediaPanel>(camera, {session, icons, cards, recording.code, recording.id}, "panel-media");
+    const MediaFile file = media.media(first(session, "SELECT MediaID FROM Media ORDER BY MediaID"));
+    frmMediaProperties properties(icons, file);
+    camera.take(properties, QStringLiteral("media-properties"));
+    frmMediaPath places(session, icons, nullptr);
+    camera.take(places, QStringLiteral("media-places"));
+}
+
+} // namespace
+
+void tourAttachments(TourCamera& camera, Session& session, const IconStore& icons) {
+    NoCards cards;
+    showMedia(camera, session, icons, cards);
+    const qint64 linked = first(session, "SELECT RelatedID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID");
+    take<WebPanel>(camera, {session, icons, cards, QStringLiteral("Cps"), linked}, "panel-web");
+    frmNewWeb link(session, icons, {QStringLiteral("Cps"), linked},
+                   first(session, "SELECT WebID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID"));
+    camera.take(link, QStringLiteral("web-link"));
+
+    const CardOwner custom{
+        QStringLiteral("UserDef"),
+        first(session, "SELECT UserDefID FROM Relations GROUP BY UserDefID ORDER BY Count(*) DESC")};
+    take<RelationsPanel>(camera, {session, icons, cards, custom.code, custom.id}, "panel-relations");
+    frmNewRelations ofCustom(session, icons, custom);
+    ofCustom.findChild<QComboBox*>(QStringLiteral("cmbFirst"))->setCurrentIndex(2);
+    camera.take(ofCustom, QStringLiteral("relations-custom"));
+    const qint64 recording =
+        first(session, "SELECT ItemID FROM Relations WHERE ItemType = 'Rec' ORDER BY ItemID");
+    frmNewRelations ofRecording(session, icons, {QStringLiteral("Rec"), recording});
+    camera.take(ofRecording, QStringLiteral("relations-recording"));
+
+    frmNewLabel label(session, icons, first(session, "SELECT LabelID FROM Labels ORDER BY LabelName"));
+    camera.take(label, QStringLiteral("label"));
+    frmNewUserDef card(session, icons, custom.id, nullptr);
+    camera.take(card, QStringLiteral("custom-card"));
+}
+
+} // namespace tessaranth

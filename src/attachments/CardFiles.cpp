@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "attachments/CardFiles.h"
+
+#include "items/Attachments.h"
+#include "items/Person.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("CardFiles", text); }
+
+QString checkedTitle(const QString& text) {
+    QString title = cleanName(text);
+    if (title.isEmpty() || title.size() > CardFiles::maxTitle)
+        throw Error(tr("A title has 1 to %1 characters.").arg(CardFiles::maxTitle));
+    return title;
+}
+
+} // namespace
+
+QString CardFiles::byId(qint64 id) const {
+    return QStringLiteral(" FROM %1 WHERE %2 = %3").arg(m_kind.table, m_kind.key).arg(id);
+}
+
+void CardFiles::require(qint64 id) {
+    if (!m_session.connection().exists(QStringLiteral("SELECT *") + byId(id)))
+        throw Error(m_kind.gone);
+}
+
+bool CardFiles::load(ItemList& list) {
+    return guarded(m_session, [&] {
+        ItemList found({{QStringLiteral("Title")}});
+        const Recordset rows = Recordset::open(
+            m_session.connection(),
+            QStringLiteral("SELECT * FROM %1 WHERE (RelatedID = %2) AND (RelatedCat LIKE '%3') "
+                           "ORDER BY OrderNbr")
+                .arg(m_kind.table)
+                .arg(m_card.id)
+                .arg(quotedPattern(m_card.code)));
+        const int key = rows.fieldIndex(m_kind.key);
+        const int title = rows.fieldIndex(m_kind.title);
+        for (int row = 0; row < rows.rowCount(); ++row)
+            found.addRow(rows.value(row, key).toInteger(), m_kind.iconKey, {rows.value(row, title).toText()});
+        list = std::move(found);
+        return true;
+    });
+}
+
+QString CardFiles::title(qint64 id) {
+    QString found;
+    guarded(m_session, [&] {
+        found = m_session.connection().single(QStringLiteral("SELECT ") + m_kind.title + byId(id)).toText();
+    });
+    return found;
+}
+
+QString CardFiles::askTitle(const QString& windowTitle, const QString& heading, const QString& button,
+                            const QString& proposed) {
+    NameRequest request;
+    request.title = windowTitle;
+    request.heading = heading;
+    request.label = m_kind.label;
+    request.iconKey = m_kind.iconKey;
+    request.button = button;
+    request.defaultText = proposed;
+    request.maxLength = maxTitle;
+    return m_session.messages().inputName(request);
+}
+
+qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
+    const QString title = checkedTitle(text);
+    Transaction transaction(m_session.connection());
+    Recordset rows = Recordset::open(
+        m_session.connection(),
+        QStringLiteral("SELECT * FROM %1 WHERE (RelatedID = %2) AND (RelatedCat = '%3') ORDER BY OrderNbr")
+            .arg(m_kind.table)
+            .arg(m_card.id)
+            .arg(quoted(m_card.code)));
+    const QString number = QStringLiteral("OrderNbr");
+    const qint64 last = rows.isEmpty() ? 0 : rows.value(rows.rowCount() - 1, number).toInteger();
+    rows.add({{m_kind.title, title},
+              {QStringLiteral("RelatedID"), m_card.id},
+              {QStringLiteral("RelatedCat"), m_card.code},
+              {number, qMax<qint64>(last, rows.rowCount()) + 1}});
+    const qint64 id = m_session.connection().lastKey();
+    // The file first: once the row stands it has its file, and without the file there is no row.
+    m_files.write(m_kind.folder, id, bytes);
+    try {
+        transaction.commit();
+    } catch (const Error&) {
+        m_files.remove(m_kind.folder, id);
+        throw;
+    }
+    return id;
+}
+
+void CardFiles::replaceBytes(qint64 id, const QByteArray& bytes) {
+    require(id);
+    m_files.write(m_kind.folder, id, bytes);
+}
+
+bool CardFiles::askRename(qint64 id) {
+    const QString name =
+        askTitle(m_kind.renameTitle, m_kind.renameHeading, QStringLiteral("Rename"), title(id));
+    return !name.isEmpty() && rename(id, name);
+}
+
+bool CardFiles::rename(qint64 id, const QString& text) {
+    return guarded(m_session, [&] {
+        const QString title = checkedTitle(text);
+        require(id);
+        Recordset row = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
+        row.update(0, {{m_kind.title, title}});
+    });
+}
+
+bool CardFiles::askRemove(qint64 id) {
+    Question question;
+    question.title = m_kind.removeTitle;
+    question.text = QStringLiteral("Do you want to delete\n") + title(id) + QStringLiteral("\nfrom ") +
+                    m_card.name(m_session) + u'?';
+    question.defaultButton = Answer::Cancel;
+    return m_session.messages().ask(question) == Answer::Ok && remove(id);
+}
+
+bool CardFiles::remove(qint64 id) {
+    return guarded(m_session, [&] {
+        Transaction transaction(m_session.connection());
+        m_session.connection().execute(QStringLiteral("DELETE") + byId(id));
+        Attachments(m_session).setOrder(m_kind.table, m_card.code, m_card.id);
+        transaction.commit();
+        // After the row: a file that is left over can be found and set aside, a lost one cannot.
+        m_files.remove(m_kind.folder, id);
+    });
+}
+
+bool CardFiles::sort(const std::vector<qint64>& order) {
+    return guarded(m_session, [&] {
+        Transaction transaction(m_session.connection());
+        Attachments(m_session).setOrder(m_kind.table, m_card.code, m_card.id, order);
+        transaction.commit();
+    });
+}
+
+} // namespace tessaranth

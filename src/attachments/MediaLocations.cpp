@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "attachments/MediaLocations.h"
+
+#include "items/OpenCards.h"
+#include "platform/Progress.h"
+#include "platform/Volumes.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
+#include <QSet>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("MediaLocations", text); }
+
+const QString title = QStringLiteral("Media files locations update");
+
+bool hasLetter(const QString& drive) { return drive.size() >= 2 && drive[1] == u':'; }
+
+QString withoutEnd(QString drive) {
+    while (drive.size() > 1 && (drive.endsWith(u'/') || drive.endsWith(u'\\')))
+        drive.chop(1);
+    return drive;
+}
+
+QString condition(const LocationChange& change) {
+    if (change.isDrive && change.from.isEmpty())
+        return QStringLiteral("MediaFolder LIKE '%'");
+    // A mount point has no colon that would part "/mnt/a" from "/mnt/ab"; what merely begins alike is left
+    // out later. Its own folder has nothing behind it.
+    const QString end =
+        change.isDrive && hasLetter(change.from) ? QStringLiteral("\\%") : QStringLiteral("%");
+    return QStringLiteral("MediaFolder LIKE '") + quotedPattern(change.from) + end + u'\'';
+}
+
+/// What the change puts in place of `folder`; empty when the folder is not meant.
+QString changed(const QString& folder, const LocationChange& change) {
+    if (!change.isDrive)
+        return change.to + folder.mid(change.from.size());
+    const QString drive = change.from.isEmpty() ? driveOf(folder) : change.from;
+    if (drive.isEmpty() || !isBelow(folder, drive))
+        return {};
+    QString rest = folder.mid(drive.size());
+    // Disks move between systems, and each writes the parts of a path in its own way.
+    if (hasLetter(change.to))
+        rest.replace(u'/', u'\\');
+    else
+        rest.replace(u'\\', u'/');
+    const QChar separator = hasLetter(change.to) ? u'\\' : u'/';
+    if (rest.startsWith(separator))
+        rest.remove(0, 1);
+    if (rest.isEmpty())
+        return hasLetter(change.to) ? change.to + separator : change.to;
+    return change.to.endsWith(separator) ? change.to + rest : change.to + separator + rest;
+}
+
+struct Move {
+    qint64 id;
+    QString folder;
+    QString card;
+};
+
+} // namespace
+
+QStringList MediaLocations::drives() {
+    QStringList drives;
+    guarded(m_session, [&] {
+        Query run = m_session.connection().query(
+            QStringLiteral("SELECT DISTINCT MediaFolder FROM Media ORDER BY MediaFolder"));
+        while (run.next()) {
+            const QString drive = driveOf(run.text(0));
+            drives.push_back(hasLetter(drive) ? drive.toUpper() : drive);
+        }
+        return true;
+    });
+    drives.removeAll(QString());
+    drives.removeDuplicates();
+    drives.sort();
+    return drives;
+}
+
+bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
+    m_changedCards.clear();
+    LocationChange change = wanted;
+    if (change.isDrive) {
+        change.from = withoutEnd(change.from);
+        change.to = withoutEnd(change.to);
+    }
+    Messages& messages = m_session.messages();
+    return guarded(m_session, [&] {
+        if (change.to.isEmpty() || (!change.isDrive && change.from.isEmpty()))
+            throw Error(tr("Both the old and the new place are needed."));
+        const int limit =
+            m_session.fieldLengths().maxLength(QStringLiteral("Media"), QStringLiteral("MediaFolder"));
+        std::vector<Move> moves;
+        Query run = m_session.connection().query(
+            QStringLiteral("SELECT MediaFolder, MediaID, RelatedCat, RelatedID FROM Media WHERE ") +
+            condition(change) + QStringLiteral(" ORDER BY MediaFolder"));
+        while (run.next()) {
+            const QString folder = changed(run.text(0), change);
+            if (folder.isEmpty())
+                continue;
+            if (folder.size() > limit)
+                throw Error(tr("The new path would be too long:") + u'\n' + folder);
+            moves.push_back({run.integer(1), folder, OpenCards::key(run.text(2), run.integer(3))});
+        }
+        if (moves.empty()) {
+            messages.information(title, QStringLiteral("There are no items that match your request"));
+            return false;
+        }
+        Question question{title,
+                          QString::number(moves.size()) +
+                              QStringLiteral(" items will be updated.\nWished to continue?"),
+                          {Answer::Yes, Answer::No},
+                          Answer::No};
+        if (messages.ask(question) != Answer::Yes)
+            return false;
+        progress.stage(tr("Updating the locations"));
+        Transaction transaction(m_session.connection());
+        QSet<QString> cards;
+        for (size_t i = 0; i < moves.size(); ++i) {
+            if (progress.stopped())
+                return false;
+            m_session.connection().execute(
+                QStringLiteral("UPDATE Media SET MediaFolder = '%1' WHERE MediaID = ")
+                    .arg(quoted(moves[i].folder)) +
+                QString::number(moves[i].id));
+            cards.insert(moves[i].card);
+            progress.step(qint64(i) + 1, qint64(moves.size()));
+        }
+        transaction.commit();
+        m_changedCards = cards.values();
+        return true;
+    });
+}
+
+} // namespace tessaranth

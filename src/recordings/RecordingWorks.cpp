@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The works placed on a recording and who performs in them.
+#include "items/Person.h"
+#include "recordings/RecordingGuard.h"
+#include "works/CWKS.h"
+
+#include <QSet>
+#include <algorithm>
+
+namespace tessaranth {
+
+namespace {
+
+constexpr auto placedStatement =
+    "SELECT CompOnRecID, CpsID, CompID, Pos, ExtraitName FROM CompOnRec WHERE RecID = ";
+const QString castPrefix =
+    QStringLiteral("SELECT CompOnRecID, PfrID, PersonageID FROM CompOnRecPfr WHERE CompOnRecID = ");
+
+Recordset::Assignments castRow(qint64 placedWork, const Casting& casting) {
+    return {{QStringLiteral("CompOnRecID"), placedWork},
+            {QStringLiteral("PfrID"), casting.performer},
+            {QStringLiteral("PersonageID"), casting.role}};
+}
+
+} // namespace
+
+QString RecordingEditor::castStatement(qint64 placedWork) const {
+    return castPrefix + QString::number(placedWork);
+}
+
+void RecordingEditor::rememberCasts() {
+    const QStringList parts = m_read.keys();
+    for (const QString& part : parts)
+        if (part.startsWith(castPrefix))
+            remember(part);
+}
+
+std::vector<PlacedWork> RecordingEditor::works() {
+    std::vector<PlacedWork> result;
+    guarded([&] {
+        Connection& connection = m_session.connection();
+        Query run = connection.query(
+            ofRecording("SELECT CompOnRec.Pos,CompOnRec.CompOnRecID, CompOnRec.ExtraitName, Cps.CpsID, "
+                        "Cps.CpsLname, Cps.CpsFname, Cps.CpsY, Cps.CatAcr, Compositions.CompID, "
+                        "Compositions.CompTitle, Compositions.CompSubTitle, Compositions.CompNbr, "
+                        "Compositions.Pers From Cps INNER JOIN (Compositions INNER JOIN CompOnRec ON "
+                        "Compositions.CompID = CompOnRec.CompID) ON Cps.CpsId = CompOnRec.CpsID "
+                        "WHERE CompOnRec.RecID = ") +
+            QStringLiteral(" ORDER BY CompOnRec.Pos"));
+        QHash<qint64, size_t> place;
+        while (run.next()) {
+            const QString number = CWKS::numberText(run.text(7).trimmed(), run.text(11).trimmed());
+            place.insert(run.integer(1), result.size());
+            result.push_back(
+                {run.integer(1),
+                 run.integer(3),
+                 run.integer(8),
+                 run.text(9).trimmed() + (number.isEmpty() ? QString() : QStringLiteral(", ") + number),
+                 run.text(2).trimmed(),
+                 {}});
+        }
+        Query cast = connection.query(
+            ofRecording("SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID FROM "
+                        "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
+                        "CompOnRecPfr.CompOnRecID WHERE CompOnRec.RecID = "));
+        while (cast.next())
+            if (const auto found = place.constFind(cast.integer(0)); found != place.constEnd())
+                result[*found].cast.push_back({cast.integer(1), cast.integer(2)});
+        remember(ofRecording(placedStatement));
+    });
+    return result;
+}
+
+// ---- placing
+
+void RecordingEditor::checkCasting(qint64 work, const Casting& casting) {
+    Connection& connection = m_session.connection();
+    if (!connection.exists(QStringLiteral("SELECT PfrID FROM PfrOnRec WHERE RecID = %1 AND PfrID = %2")
+                               .arg(m_id)
+                               .arg(casting.performer)))
+        throw Error(editorText("A performer of the work is not on the recording."));
+    if (casting.role != 0 &&
+        !connection.exists(
+            QStringLiteral("SELECT PersonageID FROM Personages WHERE PersonageID = %1 AND CompID = %2")
+                .arg(casting.role)
+                .arg(work)))
+        throw Error(editorText("A role does not belong to the work."));
+}
+
+void RecordingEditor::checkNewWork(const PlacedWork& work) {
+    Connection& connection = m_session.connection();
+    if (connection.single(QStringLiteral("SELECT CpsID FROM Compositions WHERE CompID = %1").arg(work.work))
+            .toInteger() != work.composer)
+        throw Error(editorText("A work of the list has been deleted meanwhile, or is of another composer."));
+    if (!connection.exists(QStringLiteral("SELECT CpsID FROM CpsOnRec WHERE RecID = %1 AND CpsID = %2")
+                               .arg(m_id)
+                               .arg(work.composer)))
+        throw Error(editorText("The composer of a work is not on the recording."));
+    for (const Casting& casting : work.cast)
+        checkCasting(work.work, casting);
+}
+
+void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
+    Connection& connection = m_session.connection();
+    Recordset rows = Recordset::open(connection, ofRecording("SELECT * FROM CompOnRec WHERE RecID = ") +
+                                                     QStringLiteral(" ORDER BY Pos"));
+    QSet<qint64> kept;
+    for (const PlacedWork& work : works)
+        kept.insert(work.id);
+    for (int row = rows.rowCount() - 1; row >= 0; --row) {
+        const qint64 id = rows.value(row, QStringLiteral("CompOnRecID")).toInteger();
+        const QString work = rows.value(row, QStringLiteral("CompID")).toText();
+        if (kept.contains(id))
+            continue;
+        connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = %1").arg(id));
+        rows.remove(row);
+        if (!connection.exists(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompID = ") + work))
+            connection.execute(
+                QStringLiteral("UPDATE Compositions SET InCollection = False WHERE CompID = ") + work);
+    }
+    QHash<std::pair<qint64, qint64>, int> stored; // by id and work
+    for (int row = 0; row < rows.rowCount(); ++row)
+        stored.insert({rows.value(row, QStringLiteral("CompOnRecID")).toInteger(),
+                       rows.value(row, QStringLiteral("CompID")).toInteger()},
+                      row);
+    Recordset casts = Recordset::open(connection, QStringLiteral("SELECT * FROM CompOnRecPfr WHERE 1 = 0"));
+    int position = 0;
+    for (const PlacedWork& work : works) {
+        const QString excerpt = cleanName(work.excerpt);
+        requireLength("CompOnRec", "ExtraitName", "Excerpt", excerpt);
+        ++position;
+        const auto row = stored.constFind({work.id, work.work});
+        if (row != stored.constEnd()) {
+            rows.update(*row, {{QStringLiteral("Pos"), position}, {QStringLiteral("ExtraitName"), excerpt}});
+            continue;
+        }
+        checkNewWork(work);
+        rows.add({{QStringLiteral("RecID"), m_id},
+                  {QStringLiteral("CpsID"), work.composer},
+                  {QStringLiteral("CompID"), work.work},
+                  {QStringLiteral("Pos"), position},
+                  {QStringLiteral("ExtraitName"), excerpt}});
+        const qint64 id = connection.lastKey();
+        connection.execute(
+            QStringLiteral("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(work.work));
+        for (size_t i = 0; i < work.cast.size(); ++i)
+            if (std::find(work.cast.begin(), work.cast.begin() + qsizetype(i), work.cast[i]) ==
+                work.cast.begin() + qsizetype(i))
+                casts.add(castRow(id, work.cast[i]));
+    }
+}
+
+bool RecordingEditor::applyWorks(std::vector<PlacedWork>& works) {
+    const bool stored = apply({ofRecording(placedStatement)}, [&] {
+        if (!works.empty()) {
+            placeWorks(works);
+            return;
+        }
+        // Works keep their mark of being in the collection when a recording is emptied.
+        Connection& connection = m_session.connection();
+        connection.execute(ofRecording("DELETE FROM CompOnRecPfr WHERE CompOnRecId IN "
+                                       "(SELECT CompOnRecId FROM CompOnRec WHERE RecID = ") +
+                           u')');
+        connection.execute(ofRecording("DELETE FROM CompOnRec WHERE RecID = "));
+    });
+    if (stored)
+        works = this->works();
+    return stored;
+}
+
+// ---- who performs
+
+std::vector<Casting> RecordingEditor::cast(qint64 placedWork) {
+    std::vector<Casting> result;
+    guarded([&] {
+        Query run = m_session.connection().query(castStatement(placedWork));
+        while (run.next())
+            result.push_back({run.integer(1), run.integer(2)});
+        remember(castStatement(placedWork));
+    });
+    return result;
+}
+
+bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& cast) {
+    return apply({castStatement(placedWork)}, [&] {
+        Connection& connection = m_session.connection();
+        const qint64 work =
+            connection
+                .single(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompOnRecID = %1 AND RecID = %2")
+                            .arg(placedWork)
+                            .arg(m_id))
+                .toInteger();
+        if (work == 0)
+            throw Error(editorText("This work has been taken off the recording meanwhile."));
+        Recordset rows = Recordset::open(connection, castStatement(placedWork));
+        std::vector<Casting> present;
+        for (int row = 0; row < rows.rowCount();) {
+            const Casting stored{rows.value(row, QStringLiteral("PfrID")).toInteger(),
+                                 rows.value(row, QStringLiteral("PersonageID")).toInteger()};
+            if (std::find(cast.begin(), cast.end(), stored) == cast.end() ||
+                std::find(present.begin(), present.end(), stored) != present.end()) {
+                rows.remove(row);
+            } else {
+                present.push_back(stored);
+                ++row;
+            }
+        }
+        for (const Casting& casting : cast) {
+            if (std::find(present.begin(), present.end(), casting) != present.end())
+                continue;
+            checkCasting(work, casting);
+            rows.add(castRow(placedWork, casting));
+            present.push_back(casting);
+        }
+    });
+}
+
+// ---- from tracks to works
+
+int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
+    int added = 0;
+    const bool stored = guarded([&] {
+        Connection& connection = m_session.connection();
+        if (!connection.exists(QStringLiteral("SELECT CpsID FROM Cps WHERE CpsID = %1").arg(composer)))
+            throw Error(editorText("This composer has been deleted meanwhile."));
+        Transaction transaction(connection);
+        Recordset rows =
+            Recordset::open(connection, QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
+        for (const QString& text : titles) {
+            const QString title = cleanName(text);
+            if (title.isEmpty())
+                continue;
+            requireLength("Compositions", "CompTitle", "Title", title);
+            rows.add({{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}});
+            ++added;
+        }
+        transaction.commit();
+    });
+    return stored ? added : -1;
+}
+
+} // namespace tessaranth

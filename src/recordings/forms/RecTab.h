@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "recordings/RecordingEditor.h"
+
+#include <QWidget>
+#include <functional>
+
+class QAbstractItemView;
+class QPushButton;
+
+namespace tessaranth {
+
+class IconStore;
+
+/// What the tabs of one recording's editor have in common. The references outlive the tabs.
+struct RecContext {
+    Session& session;
+    const IconStore& icons;
+    OpenCards* cards; ///< may be null
+    RecordingEditor& editor;
+    qint64 work = 0; ///< CompOnRecID of the work that the user is at; 0 for none
+};
+
+/// One tab of the recording's editor: it shows a part of the recording and gathers what the user changes.
+class RecTab : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit RecTab(RecContext& context) : m_context(context) {}
+
+    /// Reads its part of the recording again; edits are gone then.
+    virtual void load() = 0;
+    /// True while it shows what the catalog does not hold.
+    virtual bool isChanged() const = 0;
+    /// False while what is shown must not be saved, though it is changed.
+    virtual bool canApply() const { return isChanged(); }
+    /// Saves what is changed. False when that was refused; everything stays as typed then.
+    virtual bool apply() = 0;
+    /// Why the tab cannot be used yet, in a sentence for the user; empty when it can.
+    virtual QString obstacle() const { return {}; }
+    bool isUsable() const { return obstacle().isEmpty(); }
+    /// Where typing starts.
+    virtual QWidget* firstField() const = 0;
+
+signals:
+    /// Another answer to isChanged or canApply.
+    void changed();
+
+protected:
+    /// A command on the rows of a list; `tip` is its name in the help.
+    QPushButton* command(QAbstractItemView* view, const QString& caption, const char* objectName,
+                         const QString& tip, const char* key, const std::function<void()>& run);
+
+    RecContext& m_context;
+};
+
+} // namespace tessaranth

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "works/KeyNames.h"
+
+#include "items/Person.h"
+#include "store/KeyNamesFile.h"
+#include "store/Recordset.h"
+#include "store/Session.h"
+
+#include <QCoreApplication>
+
+namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("KeyNames", text); }
+
+} // namespace
+
+bool KeyNames::list(ItemList& list) {
+    try {
+        ItemList found({{tr("Key")}});
+        for (const int language : {interfaceLanguage(), englishLanguage}) {
+            Query run = m_session.connection().query(
+                QStringLiteral("SELECT WKeysID, KeyName FROM WKeys WHERE LangID = %1 ORDER BY KeyID")
+                    .arg(language));
+            while (run.next())
+                found.addRow(run.integer(0), QStringLiteral("Clef"), {run.text(1)});
+            if (found.rowCount() > 0) // as Session::loadKeyNames: English only where nothing else is
+                break;
+        }
+        list = std::move(found);
+        return true;
+    } catch (const Error& error) {
+        m_session.messages().warning(applicationTitle, error.reason());
+        return false;
+    }
+}
+
+bool KeyNames::rename(qint64 id, const QString& text) {
+    try {
+        const QString name = cleanName(text);
+        const int limit =
+            m_session.fieldLengths().maxLength(QStringLiteral("WKeys"), QStringLiteral("KeyName"));
+        if (name.isEmpty())
+            throw Error(tr("A key needs a name."));
+        if (limit > 0 && name.size() > limit)
+            throw Error(tr("%1: at most %2 characters.").arg(tr("Key name")).arg(limit));
+        Recordset rows = Recordset::open(m_session.connection(),
+                                         QStringLiteral("SELECT * FROM WKeys WHERE WKeysID = %1").arg(id));
+        if (rows.isEmpty())
+            return false;
+        rows.update(0, {{QStringLiteral("KeyName"), name}});
+        m_session.loadKeyNames();
+        return true;
+    } catch (const Error& error) {
+        m_session.messages().warning(applicationTitle, error.reason());
+        return false;
+    }
+}
+
+} // namespace tessaranth
