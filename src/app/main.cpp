@@ -30,7 +30,7 @@ bool isVncConfined() {
 }
 
 int runWindow(StartedWindow& started) {
-    MainWindow window(started.session, started.icons);
+    MainWindow window({started.session, started.icons});
     started.instance.activated = [&window] { window.comeForward(); };
     if (isShownByVnc()) // where nothing could move or enlarge it
         window.showFullScreen();

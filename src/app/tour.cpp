@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     return withStartedWindow([&](StartedWindow& started) {
         started.splash.close();
         hideOffscreenWarnings();
-        const QStringList files = runTour(started.session, started.icons, words[1]);
+        const QStringList files = runTour({started.session, started.icons}, words[1]);
         QTextStream out(stdout);
         for (const QString& file : files)
             out << file << '\n';

@@ -21,8 +21,7 @@
 
 namespace tessaranth {
 
-BrowseTree::BrowseTree(Session& session, const IconStore& icons, QWidget* parent)
-    : QWidget(parent), m_session(session), m_icons(icons) {
+BrowseTree::BrowseTree(const FormContext& context, QWidget* parent) : QWidget(parent), m_context(context) {
     setObjectName(QStringLiteral("browse"));
     buildUi();
     m_pause.setSingleShot(true);
@@ -42,15 +41,15 @@ void BrowseTree::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-    m_tree = new ClassTree(m_session, m_icons, ClassTree::Style::Browse);
+    m_tree = new ClassTree(m_context, ClassTree::Style::Browse);
     m_tree->setObjectName(QStringLiteral("tvBrowse"));
     m_tree->setAccessibleName(tr("Classifications"));
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_list = FormHelpers::itemView(this, QStringLiteral("lvBrowse"), m_model, true);
     m_list->setAccessibleName(tr("Cards of the chosen node"));
     m_list->setDragDropMode(QAbstractItemView::DragOnly);
     m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    m_classify = new QAction(m_icons.icon(QStringLiteral("Class")), tr("Classify"), this);
+    m_classify = new QAction(m_context.icons.icon(QStringLiteral("Class")), tr("Classify"), this);
     m_classify->setObjectName(QStringLiteral("mnuBrowseClassify"));
     m_classify->setToolTip(tr("Classify the items"));
     m_classify->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
@@ -61,7 +60,7 @@ void BrowseTree::buildUi() {
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_tree);
     splitter->addWidget(m_list);
-    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("Browse"));
+    FormHelpers::keepSplitter(splitter, m_context.session.arrangements(), QStringLiteral("Browse"));
     layout->addWidget(splitter, 1);
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("browseCount"));
@@ -97,7 +96,7 @@ void BrowseTree::fillList() {
     if (at.kind == 0)
         return;
     const ItemKind& kind = *itemKind(at.kind);
-    Classification reader(m_session, at.kind);
+    Classification reader(m_context.session, at.kind);
     ItemList list;
     const bool isRead = at.node == ClassTree::SubCategory    ? reader.items(at.id, list)
                         : at.node == ClassTree::Category     ? reader.itemsOfCategory(at.id, list)
@@ -109,7 +108,7 @@ void BrowseTree::fillList() {
     const QHeaderView* header = m_list->header();
     if (header->sortIndicatorSection() == 0)
         m_model->sort(0, header->sortIndicatorOrder());
-    paintInItemColours(m_list, m_session.configuration(), kind.colourPrefix);
+    paintInItemColours(m_list, m_context.session.configuration(), kind.colourPrefix);
     m_tree->setDropKind(at.kind);
     m_count->setText(kind.countCaption + QString::number(m_model->rowCount()));
     m_classify->setEnabled(false);
@@ -119,14 +118,14 @@ std::vector<qint64> BrowseTree::selectedCards() const { return FormHelpers::sele
 
 void BrowseTree::classify() {
     const int kind = m_tree->place().kind;
-    Classification classes(m_session, kind, m_cards);
+    Classification classes(m_context.session, kind, m_cards);
     const QString name = m_list->selectionModel()->selectedRows().value(0).data().toString();
-    if (frmClassItem::classify(classes, m_icons, selectedCards(), name, window()))
+    if (frmClassItem::classify(classes, m_context.icons, selectedCards(), name, window()))
         m_tree->fill(kind);
 }
 
 void BrowseTree::drop(int kind, qint64 subCategory, const QList<qint64>& cards) {
-    if (Classification(m_session, kind, m_cards).put({cards.begin(), cards.end()}, subCategory))
+    if (Classification(m_context.session, kind, m_cards).put({cards.begin(), cards.end()}, subCategory))
         m_tree->fill(kind);
 }
 

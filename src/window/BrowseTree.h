@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QTimer>
 #include <QWidget>
 #include <vector>
@@ -12,10 +14,8 @@ class QTreeView;
 namespace tessaranth {
 
 class ClassTree;
-class IconStore;
 class ItemListModel;
 class OpenCards;
-class Session;
 
 /// The other half of the tool box: the classification of every kind of card as a tree, and below it the cards
 /// of the node chosen. Nothing is read before it is seen.
@@ -23,7 +23,7 @@ class BrowseTree final : public QWidget {
     Q_OBJECT
 
 public:
-    BrowseTree(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    BrowseTree(const FormContext& context, QWidget* parent = nullptr);
 
     /// Where cards are opened, and told that their classification has changed; set once.
     void setOpenCards(OpenCards* cards) { m_cards = cards; }
@@ -46,8 +46,7 @@ private:
     void drop(int kind, qint64 subCategory, const QList<qint64>& cards);
     std::vector<qint64> selectedCards() const;
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards* m_cards = nullptr;
     ClassTree* m_tree = nullptr;
     ItemListModel* m_model = nullptr;

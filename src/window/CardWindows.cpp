@@ -41,9 +41,8 @@ bool isThere(Session& session, const QString& code, qint64 id) {
 
 } // namespace
 
-CardWindows::CardWindows(Session& session, const IconStore& icons, QMdiArea* area, TabStrip* tabs,
-                         QObject* parent)
-    : QObject(parent), m_session(session), m_icons(icons), m_area(area), m_tabs(tabs) {
+CardWindows::CardWindows(const FormContext& context, QMdiArea* area, TabStrip* tabs, QObject* parent)
+    : QObject(parent), m_context(context), m_area(area), m_tabs(tabs) {
     m_tabs->hide();
     connect(m_area, &QMdiArea::subWindowActivated, this, &CardWindows::noteActive);
     connect(m_tabs, &TabStrip::activated, this, [this](const QWidget* window) {
@@ -83,10 +82,10 @@ void CardWindows::openCard(const QString& code, qint64 id) {
     const Factory factory = m_factories.value(code);
     if (!factory)
         return;
-    if (isThere(m_session, code, id))
-        add(factory({m_session, m_icons, *this, code, id}));
+    if (isThere(m_context.session, code, id))
+        add(factory({m_context, *this, code, id}));
     else
-        m_session.messages().information(applicationTitle, tr("This card has been deleted."));
+        m_context.session.messages().information(applicationTitle, tr("This card has been deleted."));
 }
 
 void CardWindows::closeCard(const QString& key) {
@@ -118,7 +117,7 @@ void CardWindows::add(ChildWindow* window) {
     const bool isFilling = !m_active || find(m_active)->frame->isMaximized();
     auto* frame = new CardFrame(window);
     m_area->addSubWindow(frame);
-    frame->setWindowIcon(m_icons.icon(window->iconKey()));
+    frame->setWindowIcon(m_context.icons.icon(window->iconKey()));
     m_entries.push_back({window, frame});
     connect(frame, &CardFrame::closed, this, [this, frame] { forget(frame); });
     connect(frame, &CardFrame::contextMenuAsked, this,
@@ -126,11 +125,11 @@ void CardWindows::add(ChildWindow* window) {
     connect(window, &ChildWindow::changed, this, [this, window] {
         if (!find(window))
             return;
-        m_tabs->show(window, m_icons.icon(window->iconKey()), window->windowTitle());
+        m_tabs->show(window, m_context.icons.icon(window->iconKey()), window->windowTitle());
         if (window == m_active)
             emit activeChanged();
     });
-    m_tabs->show(window, m_icons.icon(window->iconKey()), window->windowTitle());
+    m_tabs->show(window, m_context.icons.icon(window->iconKey()), window->windowTitle());
     frame->resize(firstSize.boundedTo(m_area->size() * 0.9));
     if (isFilling)
         frame->showMaximized();
@@ -279,8 +278,8 @@ void CardWindows::addToMenu(QMenu* menu, const Entry& entry, int number) {
         title = title.left(longest) + QChar(0x2026);
     const QString mnemonic = number <= 9 ? QStringLiteral("&%1  ").arg(number) : QString();
     const QString key = entry.window->key();
-    QAction* action =
-        menu->addAction(m_icons.icon(entry.window->iconKey()), mnemonic + FormHelpers::plainCaption(title));
+    QAction* action = menu->addAction(m_context.icons.icon(entry.window->iconKey()),
+                                      mnemonic + FormHelpers::plainCaption(title));
     action->setData(key);
     action->setCheckable(true);
     action->setChecked(entry.window == m_active);

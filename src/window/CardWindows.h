@@ -4,6 +4,7 @@
 #include "items/OpenCards.h"
 #include "items/forms/CardPanel.h"
 #include "widgets/ChildWindow.h"
+#include "widgets/FormContext.h"
 
 #include <QHash>
 #include <QObject>
@@ -17,8 +18,6 @@ class QMenu;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
 class TabStrip;
 
 /// The windows within the frame: each has a tab, none is open twice under the same key.
@@ -28,8 +27,7 @@ class CardWindows final : public QObject, public OpenCards {
 public:
     using Factory = std::function<ChildWindow*(const CardContext&)>;
 
-    CardWindows(Session& session, const IconStore& icons, QMdiArea* area, TabStrip* tabs,
-                QObject* parent = nullptr);
+    CardWindows(const FormContext& context, QMdiArea* area, TabStrip* tabs, QObject* parent = nullptr);
 
     /// Which window shows the card of a code ("Cps", ...; "Comp" for works). Nullptr takes it back.
     void setFactory(const QString& code, const Factory& factory) { m_factories.insert(code, factory); }
@@ -77,8 +75,7 @@ private:
     void noteActive(QMdiSubWindow* frame);
     void addToMenu(QMenu* menu, const Entry& entry, int number);
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     QMdiArea* m_area;
     TabStrip* m_tabs;
     QHash<QString, Factory> m_factories;

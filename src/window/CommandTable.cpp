@@ -104,7 +104,7 @@ std::vector<Command> frameCommands() {
      When::Always, [](F& f) { f.outside.openSite(); }},
     {"", "mnuHelp", "", "", "", "", When::Always},
     {"mnuHelpAbout", "mnuHelp", "&About Tessaranth", "About Tessaranth", "Violin", "", When::Always,
-     [](F& f) { frmAbout(f.session, f.icons, f.window).exec(); }},
+     [](F& f) { frmAbout(f, f.window).exec(); }},
     };
 }
 // clang-format on

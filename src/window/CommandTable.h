@@ -2,6 +2,7 @@
 #pragma once
 
 #include "widgets/ChildWindow.h"
+#include "widgets/FormContext.h"
 
 #include <functional>
 #include <vector>
@@ -12,17 +13,13 @@ namespace tessaranth {
 
 class CardWindows;
 class Help;
-class IconStore;
 class ItemActions;
 class MaintenanceActions;
 class OpenCards;
 class OutsideCommands;
-class Session;
 
 /// What the commands of the main window work with. The references outlive the commands.
-struct CommandFrame {
-    Session& session;
-    const IconStore& icons;
+struct CommandFrame : FormContext {
     QWidget* window;
     QDockWidget* toolbox;
     ItemActions& items;

@@ -23,7 +23,7 @@ namespace {
 using F = CommandFrame;
 
 void quickSearch(F& f) {
-    frmQuickSearch form(f.session, f.icons, f.openCards, f.window);
+    frmQuickSearch form(f, f.openCards, f.window);
     if (form.prepare())
         form.exec();
 }
@@ -36,7 +36,7 @@ void specialCharacters(F& f) {
 }
 
 void settings(F& f) {
-    frmSettings form(f.session, f.icons, f.window);
+    frmSettings form(f, f.window);
     form.applied = f.settingsApplied;
     form.exec();
 }
@@ -63,7 +63,7 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsCatalogsDownloads", "mnuToolsCatalogs", "&Download...", "Downloads composers catalogs from the Tessaranth website", "Import", "",
      When::Missing},
     {"mnuToolsCatalogsList", "mnuToolsCatalogs", "&List imported composers catalogs...", "List imported composers catalogs", "Table", "",
-     When::Always, [](F& f) { frmImportedCatalogs(f.session, f.icons, f.window).exec(); }},
+     When::Always, [](F& f) { frmImportedCatalogs(f, f.window).exec(); }},
     {"mnuToolsWebImport", "mnuTools", "&Web import", "Web import", "WebImport", "", When::Menu, nullptr, Bar::Tools, "ToolsWeb"},
     {"mnuToolsWebImportWorklist", "mnuToolsWebImport", "Composers &worklists...", "Import composers worklists from the web", "Comp", "",
      When::Missing},
@@ -106,9 +106,9 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsRecCheck", "mnuToolsUtility", "&Incomplete recordings...", "Show the incomplete parts in recordings", "MissedRec", "",
      When::Always, [](F& f) { f.items.checkRecordings(); }},
     {"mnuToolsAlign", "mnuToolsUtility", "&Align records with files...", "Align database records with relative files", "Align", "",
-     When::Always, [](F& f) { frmAlign(f.session, f.icons, &f.openCards, f.window).exec(); }},
+     When::Always, [](F& f) { frmAlign(f, &f.openCards, f.window).exec(); }},
     {"mnuToolsUpdateMedia", "mnuToolsUtility", "Update &media locations...", "Update the locations of the recorded media files",
-     "UpdateMedia", "", When::Always, [](F& f) { frmMediaPath(f.session, f.icons, &f.openCards, f.window).exec(); }},
+     "UpdateMedia", "", When::Always, [](F& f) { frmMediaPath(f, &f.openCards, f.window).exec(); }},
     {"", "mnuToolsUtility", "", "", "", "", When::Always},
     {"mnuToolsCleanup", "mnuToolsUtility", "Database &cleanup...", "Database cleanup", "Cleanup", "", When::Always,
      [](F& f) { f.care.cleanup(); }},
@@ -122,7 +122,7 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsEmpty", "mnuToolsUtility", "&Empty the catalog...", "Delete every card of the catalog", "Clear", "", When::Always,
      [](F& f) { f.care.empty(); }},
     {"mnuToolsKeys", "mnuTools", "&Key names...", "Rename the musical keys", "Clef", "", When::Always,
-     [](F& f) { frmKeys(f.session, f.icons, f.window).exec(); }},
+     [](F& f) { frmKeys(f, f.window).exec(); }},
     {"mnuToolsSettings", "mnuTools", "Program s&ettings...", "Program settings", "Settings", "Ctrl+,", When::Always, &settings, Bar::Tools,
      "ToolsPreferences"},
     {"Radar", nullptr, "Radar", "Enable RADAR", "Radar", "", When::Missing, nullptr, Bar::Tools, "Radar", "Radar"},

@@ -53,10 +53,8 @@ const std::vector<ItemActions::Row>& ItemActions::rows() {
 }
 // clang-format on
 
-ItemActions::ItemActions(Session& session, const IconStore& icons, Toolbox& toolbox, OpenCards& openCards,
-                         QWidget* window)
-    : QObject(window), m_session(session), m_icons(icons), m_toolbox(toolbox), m_cards(openCards),
-      m_window(window) {
+ItemActions::ItemActions(const FormContext& context, Toolbox& toolbox, OpenCards& openCards, QWidget* window)
+    : QObject(window), m_context(context), m_toolbox(toolbox), m_cards(openCards), m_window(window) {
     addActions();
     m_toolbox.browse().setOpenCards(&m_cards);
     connect(&m_toolbox, &Toolbox::selectionChanged, this, &ItemActions::enable);
@@ -68,7 +66,7 @@ void ItemActions::addActions() {
     QList<QAction*> onBar;
     QList<QAction*> all;
     for (const Row& row : rows()) {
-        auto* action = new QAction(m_icons.icon(QLatin1String(row.iconKey)), tr(row.text), this);
+        auto* action = new QAction(m_context.icons.icon(QLatin1String(row.iconKey)), tr(row.text), this);
         action->setObjectName(QLatin1String(row.key));
         const bool isOnBar = *row.barTip != '\0';
         action->setToolTip(tr(isOnBar ? row.barTip : row.tip));
@@ -105,11 +103,11 @@ qint64 ItemActions::runEditor(int kind, qint64 id) {
     const auto idOf = [](auto&& form) { return form.exec() == QDialog::Accepted ? form.id() : 0; };
     switch (kind) {
     case ItemKind::Recording:
-        return idOf(frmRec(m_session, m_icons, id, &m_cards, m_window));
+        return idOf(frmRec(m_context, id, &m_cards, m_window));
     case ItemKind::Custom:
-        return idOf(frmNewUserDef(m_session, m_icons, id, &m_cards, m_window));
+        return idOf(frmNewUserDef(m_context, id, &m_cards, m_window));
     default:
-        return idOf(frmPers(m_session, m_icons, kind, id, m_window));
+        return idOf(frmPers(m_context, kind, id, m_window));
     }
 }
 
@@ -124,14 +122,14 @@ void ItemActions::create(int kind) {
 }
 
 void ItemActions::manage(int kind) {
-    frmListManager form(m_session, m_icons, kind, &m_cards, m_window);
+    frmListManager form(m_context, kind, &m_cards, m_window);
     form.exec();
     if (form.hasChanged())
         m_toolbox.refresh();
 }
 
 void ItemActions::importMany(int kind) {
-    frmPersSearch form(m_session, m_icons, kind, {}, m_window, frmPersSearch::Mode::ImportMany);
+    frmPersSearch form(m_context, kind, {}, m_window, frmPersSearch::Mode::ImportMany);
     if (form.exec() == QDialog::Accepted)
         m_toolbox.refresh();
 }
@@ -148,7 +146,7 @@ void ItemActions::edit() {
 }
 
 void ItemActions::remove() {
-    CMIT items(m_session);
+    CMIT items(m_context.session);
     items.setOpenCards(&m_cards);
     if (!items.ConfermaEliminazione(m_toolbox.kind(), m_toolbox.selectedNames()))
         return;
@@ -161,7 +159,7 @@ void ItemActions::merge() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() != 1)
         return;
-    frmMigrate form(m_session, m_icons, m_toolbox.kind(), ids.front(), &m_cards, m_window);
+    frmMigrate form(m_context, m_toolbox.kind(), ids.front(), &m_cards, m_window);
     if (form.exec() != QDialog::Accepted)
         return;
     m_toolbox.refresh();
@@ -172,7 +170,7 @@ void ItemActions::manageCatalog() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() != 1 || m_toolbox.kind() != ItemKind::Composer)
         return;
-    frmCatalog(m_session, m_icons, ids.front(), m_window).exec();
+    frmCatalog(m_context, ids.front(), m_window).exec();
     m_cards.reloadCard(OpenCards::key(QStringLiteral("Cps"), ids.front()));
 }
 
@@ -180,20 +178,20 @@ void ItemActions::addWork() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() != 1 || m_toolbox.kind() != ItemKind::Composer)
         return;
-    frmWorkEditor(m_session, m_icons, ids.front(), 0, m_window).exec();
+    frmWorkEditor(m_context, ids.front(), 0, m_window).exec();
     m_cards.reloadCard(OpenCards::key(QStringLiteral("Cps"), ids.front()));
 }
 
 void ItemActions::classify() {
-    Classification classes(m_session, m_toolbox.kind(), &m_cards);
+    Classification classes(m_context.session, m_toolbox.kind(), &m_cards);
     const QString name = m_toolbox.selectedNames().value(0);
-    if (frmClassItem::classify(classes, m_icons, m_toolbox.selectedIds(), name, m_window))
+    if (frmClassItem::classify(classes, m_context.icons, m_toolbox.selectedIds(), name, m_window))
         m_toolbox.browse().refresh();
 }
 
 void ItemActions::manageClasses() {
     if (!m_classes) {
-        m_classes = new frmClass(m_session, m_icons, m_cards, m_window);
+        m_classes = new frmClass(m_context, m_cards, m_window);
         m_classes->setAttribute(Qt::WA_DeleteOnClose);
         connect(&m_toolbox.browse(), &BrowseTree::outdated, m_classes, &frmClass::setOutdated);
         connect(m_classes, &frmClass::classesChanged, &m_toolbox.browse(), &BrowseTree::refresh);
@@ -203,7 +201,7 @@ void ItemActions::manageClasses() {
 
 void ItemActions::checkRecordings() {
     if (!m_check) {
-        m_check = new frmRecCheck(m_session, m_icons, m_cards, m_window);
+        m_check = new frmRecCheck(m_context, m_cards, m_window);
         connect(&m_toolbox.browse(), &BrowseTree::outdated, m_check, &frmRecCheck::setOutdated);
     }
     bringUp(m_check);

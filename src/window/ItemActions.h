@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QObject>
 #include <QPointer>
 #include <vector>
@@ -10,9 +12,7 @@ class QWidget;
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
-class Session;
 class Toolbox;
 class frmClass;
 class frmRecCheck;
@@ -23,8 +23,7 @@ class ItemActions final : public QObject {
     Q_OBJECT
 
 public:
-    ItemActions(Session& session, const IconStore& icons, Toolbox& toolbox, OpenCards& cards,
-                QWidget* window);
+    ItemActions(const FormContext& context, Toolbox& toolbox, OpenCards& cards, QWidget* window);
 
     void create(int kind);
     /// The window that takes care of a lookup list (kinds 5 to 8).
@@ -68,8 +67,7 @@ private:
     void filter();
     void removeFilter();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     Toolbox& m_toolbox;
     OpenCards& m_cards;
     QWidget* m_window;

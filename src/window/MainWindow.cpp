@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/MainWindow.h"
 
+#include "attachments/CardDocuments.h"
 #include "attachments/forms/ImagesPanel.h"
 #include "attachments/forms/frmPic.h"
 #include "items/ItemKind.h"
 #include "platform/AppFolder.h"
 #include "store/Session.h"
+#include "text/RichText.h"
 #include "widgets/Appearance.h"
 #include "widgets/DialogSizes.h"
 #include "widgets/Help.h"
@@ -35,26 +37,30 @@
 
 namespace tessaranth {
 
-MainWindow::MainWindow(Session& session, const IconStore& icons, QWidget* parent)
-    : QMainWindow(parent), m_session(session), m_icons(icons) {
+MainWindow::MainWindow(const FormContext& context, QWidget* parent)
+    : QMainWindow(parent), m_context(context) {
     setObjectName(QStringLiteral("mdiMain"));
     setWindowTitle(QStringLiteral("Tessaranth"));
-    setWindowIcon(icons.icon(QStringLiteral("Violin")));
-    new DialogSizes(session.arrangements(), this);
+    setWindowIcon(context.icons.icon(QStringLiteral("Violin")));
+    new DialogSizes(context.session.arrangements(), this);
+    m_context.keepDocument = [this](const QString& code, qint64 id, const QString& text,
+                                    const QString& title) {
+        CardDocuments(m_context.session, {code, id}).add(RichText::fromText(text), title);
+    };
     buildUi();
     buildCards();
-    m_items = std::make_unique<ItemActions>(session, icons, *m_toolbox, *this, this);
-    m_maintenance = std::make_unique<MaintenanceActions>(session, icons, this);
+    m_items = std::make_unique<ItemActions>(m_context, *m_toolbox, *this, this);
+    m_maintenance = std::make_unique<MaintenanceActions>(m_context, this);
     m_maintenance->changed = [this] {
         m_toolbox->refresh();
         m_cards->reloadAll();
     };
     m_maintenance->restart = [this] { restart(); };
     m_maintenance->notice = [this](const QString& text) { showNotice(text); };
-    m_outside = std::make_unique<OutsideCommands>(session, *m_cards);
-    m_help = std::make_unique<Help>(session, shareFolder() + QStringLiteral("/help"));
+    m_outside = std::make_unique<OutsideCommands>(context.session, *m_cards);
+    m_help = std::make_unique<Help>(context.session, shareFolder() + QStringLiteral("/help"));
     buildCommands();
-    WindowState::restore(*this, *m_dock, m_session.configuration());
+    WindowState::restore(*this, *m_dock, m_context.session.configuration());
     m_toolbox->focusFilter(); // whoever starts the program begins to type
 }
 
@@ -70,24 +76,24 @@ void MainWindow::buildUi() {
     column->setSpacing(0);
     m_tabs = new TabStrip;
     column->addWidget(m_tabs);
-    m_area = new MdiArea(m_session.configuration().colour(QStringLiteral("MdiBack")),
-                         m_icons.pixmap(QStringLiteral("Violin"), QSize(96, 96)));
+    m_area = new MdiArea(m_context.session.configuration().colour(QStringLiteral("MdiBack")),
+                         m_context.icons.pixmap(QStringLiteral("Violin"), QSize(96, 96)));
     column->addWidget(m_area, 1);
     setCentralWidget(middle);
-    m_toolbox = new Toolbox(m_session, m_icons);
+    m_toolbox = new Toolbox(m_context);
     m_dock = new QDockWidget(tr("Toolbox"), this);
     m_dock->setObjectName(QStringLiteral("dockToolbox"));
     m_dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     m_dock->setWidget(m_toolbox);
     addDockWidget(Qt::LeftDockWidgetArea, m_dock);
-    auto* path = new QLabel(m_session.databasePath());
+    auto* path = new QLabel(m_context.session.databasePath());
     path->setTextFormat(Qt::PlainText);
     path->setToolTip(tr("The catalog that is open"));
     statusBar()->addPermanentWidget(path);
 }
 
 void MainWindow::buildCards() {
-    m_cards = std::make_unique<CardWindows>(m_session, m_icons, m_area, m_tabs);
+    m_cards = std::make_unique<CardWindows>(m_context, m_area, m_tabs);
     for (const ItemKind& kind : itemKinds())
         if (kind.isCard())
             m_cards->setFactory(kind.code, [this](const CardContext& context) { return makeCard(context); });
@@ -98,11 +104,11 @@ void MainWindow::buildCards() {
 }
 
 void MainWindow::buildCommands() {
-    m_commands = std::make_unique<Commands>(commandTable(),
-                                            CommandFrame{m_session, m_icons, this, m_dock, *m_items,
-                                                         *m_maintenance, *m_cards, *m_outside, *m_help, *this,
-                                                         [this] { applySettings(); }},
-                                            this);
+    m_commands =
+        std::make_unique<Commands>(commandTable(),
+                                   CommandFrame{m_context, this, m_dock, *m_items, *m_maintenance, *m_cards,
+                                                *m_outside, *m_help, *this, [this] { applySettings(); }},
+                                   this);
     m_commands->fillMenus();
     m_commands->addToolBars();
     QMenu* window = m_commands->menu(QStringLiteral("mnuWindow"));
@@ -123,7 +129,7 @@ ChildWindow* MainWindow::makeCard(const CardContext& context) {
     auto* card = new frmItem(context);
     if (auto* images = card->findChild<ImagesPanel*>())
         connect(images, &ImagesPanel::openPictures, this, [this](const QString& code, qint64 id, int index) {
-            m_cards->add(new frmPic(m_session, m_icons, CardOwner{code, id}, index));
+            m_cards->add(new frmPic(m_context, CardOwner{code, id}, index));
         });
     return card;
 }
@@ -144,7 +150,7 @@ void MainWindow::comeForward() {
 void MainWindow::showNotice(const QString& text) { statusBar()->showMessage(text, 10000); }
 
 void MainWindow::applySettings() {
-    const Configuration& configuration = m_session.configuration();
+    const Configuration& configuration = m_context.session.configuration();
     applyLook(configuration.look());
     m_area->setBackground(configuration.colour(QStringLiteral("MdiBack")));
     m_dock->setVisible(configuration.flag(QStringLiteral("Toolbox"), QStringLiteral("Visible")));
@@ -165,14 +171,15 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     question.text = QStringLiteral("Exit the program?");
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::Yes;
-    if ((!m_restarting && m_session.messages().ask(question) != Answer::Yes) || !m_cards->closeAll()) {
+    if ((!m_restarting && m_context.session.messages().ask(question) != Answer::Yes) ||
+        !m_cards->closeAll()) {
         event->ignore();
         return;
     }
     for (QDialog* beside : findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
         beside->close();
     m_toolbox->saveColumns();
-    WindowState::save(*this, *m_dock, m_session.configuration());
+    WindowState::save(*this, *m_dock, m_context.session.configuration());
     event->accept();
 }
 

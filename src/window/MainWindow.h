@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/OpenCards.h"
+#include "widgets/FormContext.h"
 
 #include <QMainWindow>
 #include <memory>
@@ -14,12 +15,10 @@ class CardWindows;
 class ChildWindow;
 class Commands;
 class Help;
-class IconStore;
 class ItemActions;
 class MaintenanceActions;
 class MdiArea;
 class OutsideCommands;
-class Session;
 class TabStrip;
 class Toolbox;
 struct CardContext;
@@ -33,7 +32,7 @@ public:
     /// Exit code of a program that is to be started again.
     static constexpr int restartCode = 1000;
 
-    MainWindow(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    MainWindow(const FormContext& context, QWidget* parent = nullptr);
     ~MainWindow() override;
 
     Toolbox* toolbox() const { return m_toolbox; }
@@ -57,8 +56,7 @@ private:
     void applySettings();
     void restart();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     MdiArea* m_area = nullptr;
     TabStrip* m_tabs = nullptr;
     QDockWidget* m_dock = nullptr;

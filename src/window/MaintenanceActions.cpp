@@ -16,20 +16,20 @@ QString tr(const char* text) { return QCoreApplication::translate("MaintenanceAc
 
 void MaintenanceActions::compact() {
     WindowProgress progress(m_window, false);
-    if (Maintenance(m_session).compact(progress))
+    if (Maintenance(m_context.session).compact(progress))
         notice(tr("The catalog has been compacted."));
 }
 
 void MaintenanceActions::backup() {
     WindowProgress progress(m_window, false);
-    Maintenance maintenance(m_session);
+    Maintenance maintenance(m_context.session);
     if (maintenance.backup(progress))
         notice(tr("The catalog has been copied to %1.").arg(maintenance.backupPath()));
 }
 
 void MaintenanceActions::copyToDestination() {
     WindowProgress progress(m_window, false);
-    if (Maintenance(m_session).copyToDestination(progress))
+    if (Maintenance(m_context.session).copyToDestination(progress))
         notice(tr("The catalog has been copied."));
 }
 
@@ -38,18 +38,18 @@ void MaintenanceActions::empty() {
     question.title = tr("Empty the catalog");
     question.text = tr("Every card of the catalog %1 will be deleted, and its backup with them.\n\n"
                        "Do you want to delete everything?")
-                        .arg(m_session.databasePath());
+                        .arg(m_context.session.databasePath());
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
-    if (m_session.messages().ask(question) != Answer::Yes)
+    if (m_context.session.messages().ask(question) != Answer::Yes)
         return;
     WindowProgress progress(m_window, false);
-    if (Maintenance(m_session).empty(progress))
+    if (Maintenance(m_context.session).empty(progress))
         changed();
 }
 
 void MaintenanceActions::cleanup() {
-    frmCleanup form(m_session, m_icons, m_window);
+    frmCleanup form(m_context, m_window);
     if (form.exec() == QDialog::Accepted)
         restart();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QString>
 #include <functional>
 
@@ -8,14 +10,10 @@ class QWidget;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
-
 /// The commands of the Tools menu that care for the catalog file.
 class MaintenanceActions {
 public:
-    MaintenanceActions(Session& session, const IconStore& icons, QWidget* window)
-        : m_session(session), m_icons(icons), m_window(window) {}
+    MaintenanceActions(const FormContext& context, QWidget* window) : m_context(context), m_window(window) {}
 
     void compact();
     void backup();
@@ -28,8 +26,7 @@ public:
     std::function<void(const QString&)> notice;
 
 private:
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     QWidget* m_window;
 };
 

@@ -53,10 +53,9 @@ QLabel* paneHeading(const QString& text, DesktopScheme scheme) {
 }
 } // namespace
 
-Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
-    : QWidget(parent), m_session(session) {
-    m_model = new ItemListModel(icons, this);
-    buildUi(icons);
+Toolbox::Toolbox(const FormContext& context, QWidget* parent) : QWidget(parent), m_context(context) {
+    m_model = new ItemListModel(context.icons, this);
+    buildUi();
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingPauseMs);
     connect(&m_typing, &QTimer::timeout, this, &Toolbox::PopolaLV2);
@@ -80,9 +79,9 @@ Toolbox::Toolbox(Session& session, const IconStore& icons, QWidget* parent)
     PopolaLV2();
 }
 
-void Toolbox::buildUi(const IconStore& icons) {
+void Toolbox::buildUi() {
     setObjectName(QStringLiteral("toolbox"));
-    auto* layout = new QVBoxLayout(buildModes(icons));
+    auto* layout = new QVBoxLayout(buildModes());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
 
@@ -91,7 +90,7 @@ void Toolbox::buildUi(const IconStore& icons) {
     m_kinds->setAccessibleName(tr("Kind of card"));
     for (const ItemKind& kind : itemKinds())
         if (kind.isCard())
-            m_kinds->addItem(icons.icon(kind.iconKey), kind.listCaption, kind.number);
+            m_kinds->addItem(m_context.icons.icon(kind.iconKey), kind.listCaption, kind.number);
     layout->addWidget(m_kinds);
 
     m_bar = new QToolBar;
@@ -122,7 +121,7 @@ void Toolbox::buildUi(const IconStore& icons) {
 }
 
 // Answers with the page of the first mode.
-QWidget* Toolbox::buildModes(const IconStore& icons) {
+QWidget* Toolbox::buildModes() {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(8, 8, 8, 6);
     outer->setSpacing(6);
@@ -131,18 +130,18 @@ QWidget* Toolbox::buildModes(const IconStore& icons) {
     m_modes->setAccessibleName(tr("What the toolbox shows"));
     m_modes->setDrawBase(false);
     m_modes->setExpanding(true);
-    QLabel* heading = paneHeading(QStringLiteral("Manage collection"), m_session.desktopScheme());
+    QLabel* heading = paneHeading(QStringLiteral("Manage collection"), m_context.session.desktopScheme());
     outer->addWidget(heading);
     outer->addWidget(m_modes);
     auto* pages = new QStackedWidget;
     outer->addWidget(pages, 1);
     auto* manage = new QWidget;
-    m_browse = new BrowseTree(m_session, icons);
+    m_browse = new BrowseTree(m_context);
     pages->addWidget(manage);
     pages->addWidget(m_browse);
-    m_modes->addTab(icons.icon(QStringLiteral("Manage")), tr("Manage"));
+    m_modes->addTab(m_context.icons.icon(QStringLiteral("Manage")), tr("Manage"));
     m_modes->setTabToolTip(0, QStringLiteral("Manage collection"));
-    m_modes->addTab(icons.icon(QStringLiteral("TvClass")), tr("Browse"));
+    m_modes->addTab(m_context.icons.icon(QStringLiteral("TvClass")), tr("Browse"));
     m_modes->setTabToolTip(1, QStringLiteral("Browse classifications"));
     connect(m_modes, &QTabBar::currentChanged, pages, &QStackedWidget::setCurrentIndex);
     connect(m_modes, &QTabBar::currentChanged, heading,
@@ -229,13 +228,13 @@ void Toolbox::PopolaLV2() {
     m_typing.stop();
     const ItemKind* chosen = itemKind(kind());
     ItemList list;
-    if (!CMIT(m_session).ElencoInLv(chosen->number, list, m_filter->text().trimmed()))
+    if (!CMIT(m_context.session).ElencoInLv(chosen->number, list, m_filter->text().trimmed()))
         return;
     m_model->setList(std::move(list));
     const QHeaderView* header = m_view->header();
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
         m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
-    paintInItemColours(m_view, m_session.configuration(), chosen->colourPrefix);
+    paintInItemColours(m_view, m_context.session.configuration(), chosen->colourPrefix);
     fitColumns();
     showState();
     emit selectionChanged();
@@ -277,7 +276,7 @@ void Toolbox::restoreColumns() {
     const QString code = itemKind(kind())->code;
     if (!m_columns.contains(kind())) {
         const QStringList parts =
-            m_session.configuration().read(QStringLiteral("Forms"), columnsKey + code).split(u',');
+            m_context.session.configuration().read(QStringLiteral("Forms"), columnsKey + code).split(u',');
         Columns stored;
         if (parts.size() == 3)
             stored = {qBound(-1, parts[0].toInt(), 9), parts[1].toInt(), parts[2].toInt()};
@@ -291,7 +290,7 @@ void Toolbox::restoreColumns() {
 
 void Toolbox::saveColumns() {
     for (auto one = m_columns.cbegin(); one != m_columns.cend(); ++one)
-        m_session.configuration().write(
+        m_context.session.configuration().write(
             QStringLiteral("Forms"), columnsKey + itemKind(one.key())->code,
             QStringLiteral("%1,%2,%3").arg(one->sorted).arg(one->order).arg(one->width));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/ItemKind.h"
+#include "widgets/FormContext.h"
 
 #include <QHash>
 #include <QTimer>
@@ -18,9 +19,7 @@ class QTreeView;
 namespace tessaranth {
 
 class BrowseTree;
-class IconStore;
 class ItemListModel;
-class Session;
 
 /// The tool box at the left of the main window: the cards of one kind at a time, narrowed as one types; or
 /// the classifications, to browse in.
@@ -28,7 +27,7 @@ class Toolbox final : public QWidget {
     Q_OBJECT
 
 public:
-    Toolbox(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    Toolbox(const FormContext& context, QWidget* parent = nullptr);
 
     int kind() const;
     void showKind(int kind);
@@ -58,8 +57,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void buildUi(const IconStore& icons);
-    QWidget* buildModes(const IconStore& icons);
+    void buildUi();
+    QWidget* buildModes();
     void PopolaLV2(); ///< fills the list with the cards of the chosen kind
     void openFirst();
     void fitColumns();
@@ -74,7 +73,7 @@ private:
         int width = -1; ///< of the second column, in pixels
     };
 
-    Session& m_session;
+    FormContext m_context;
     ItemListModel* m_model = nullptr;
     QTabBar* m_modes = nullptr;
     BrowseTree* m_browse = nullptr;

@@ -2,6 +2,7 @@
 #include "window/frmAbout.h"
 
 #include "store/Session.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QDialogButtonBox>
@@ -12,11 +13,11 @@
 
 namespace tessaranth {
 
-frmAbout::frmAbout(Session& session, const IconStore& icons, QWidget* parent) : QDialog(parent) {
+frmAbout::frmAbout(const FormContext& context, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("About Tessaranth"));
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(icons, QStringLiteral("Violin"), QStringLiteral("Tessaranth"),
+    layout->addWidget(FormHelpers::head(context.icons, QStringLiteral("Violin"), QStringLiteral("Tessaranth"),
                                         tr("The catalog of your recordings")));
     auto* facts = new QFormLayout;
     const auto fact = [&](const QString& caption, const QString& text) {
@@ -28,15 +29,15 @@ frmAbout::frmAbout(Session& session, const IconStore& icons, QWidget* parent) : 
     fact(tr("Version:"), QStringLiteral(TESSARANTH_VERSION));
     fact(tr("Qt:"), QString::fromLatin1(qVersion()));
     fact(tr("SQLite:"), QString::fromLatin1(sqlite3_libversion()));
-    Connection& connection = session.connection();
-    fact(tr("Catalog:"), session.databasePath());
+    Connection& connection = context.session.connection();
+    fact(tr("Catalog:"), context.session.databasePath());
     try {
         fact(tr("Catalog's level:"),
              connection.single(QStringLiteral("SELECT MAX(DbUpgradeCode) FROM DbUpgrades")).toText());
     } catch (const Error&) {
         fact(tr("Catalog's level:"), QStringLiteral("?"));
     }
-    fact(tr("Program's folder:"), session.applicationFolder());
+    fact(tr("Program's folder:"), context.session.applicationFolder());
     fact(tr("Licence:"), tr("GNU General Public License, version 3 or later"));
     layout->addLayout(facts);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);

@@ -5,15 +5,14 @@
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
+struct FormContext;
 
 /// Versions of the program, of what it is built on, and of the open catalog.
 class frmAbout final : public QDialog {
     Q_OBJECT
 
 public:
-    frmAbout(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    frmAbout(const FormContext& context, QWidget* parent = nullptr);
 };
 
 } // namespace tessaranth

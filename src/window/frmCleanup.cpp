@@ -2,6 +2,7 @@
 #include "window/frmCleanup.h"
 
 #include "store/Cleanup.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QCoreApplication>
@@ -14,11 +15,11 @@
 
 namespace tessaranth {
 
-frmCleanup::frmCleanup(Session& session, const IconStore& icons, QWidget* parent)
-    : QDialog(parent), m_session(session) {
+frmCleanup::frmCleanup(const FormContext& context, QWidget* parent)
+    : QDialog(parent), m_session(context.session) {
     setObjectName(QStringLiteral("frmCleanup"));
     setWindowTitle(QStringLiteral("Cleanup"));
-    buildUi(icons);
+    buildUi(context.icons);
 }
 
 void frmCleanup::buildUi(const IconStore& icons) {

@@ -13,6 +13,7 @@ class QPushButton;
 namespace tessaranth {
 
 class IconStore;
+struct FormContext;
 class Session;
 
 /// Cleans the catalog step by step and shows what each step found. Accepted when a cleanup has run; the
@@ -21,7 +22,7 @@ class frmCleanup final : public QDialog, private Progress {
     Q_OBJECT
 
 public:
-    frmCleanup(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    frmCleanup(const FormContext& context, QWidget* parent = nullptr);
     void reject() override;
 
 private:

@@ -313,13 +313,11 @@ void frmItem::ModificaItem() {
     const int kind = itemKind(m_context.code)->number;
     std::unique_ptr<QDialog> editor;
     if (kind == ItemKind::Custom)
-        editor = std::make_unique<frmNewUserDef>(m_context.session, m_context.icons, m_context.id,
-                                                 &m_context.cards, window());
+        editor = std::make_unique<frmNewUserDef>(m_context, m_context.id, &m_context.cards, window());
     else if (kind == ItemKind::Recording)
-        editor = std::make_unique<frmRec>(m_context.session, m_context.icons, m_context.id, &m_context.cards,
-                                          window());
+        editor = std::make_unique<frmRec>(m_context, m_context.id, &m_context.cards, window());
     else
-        editor = std::make_unique<frmPers>(m_context.session, m_context.icons, kind, m_context.id, window());
+        editor = std::make_unique<frmPers>(m_context, kind, m_context.id, window());
     if (editor->exec() == QDialog::Accepted && !reload())
         m_context.cards.closeCard(key());
 }

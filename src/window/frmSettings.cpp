@@ -14,8 +14,7 @@
 
 namespace tessaranth {
 
-frmSettings::frmSettings(Session& session, const IconStore& icons, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons) {
+frmSettings::frmSettings(const FormContext& context, QWidget* parent) : QDialog(parent), m_context(context) {
     setObjectName(QStringLiteral("frmSettings"));
     setWindowTitle(QStringLiteral("Program settings"));
     buildUi();
@@ -23,7 +22,7 @@ frmSettings::frmSettings(Session& session, const IconStore& icons, QWidget* pare
 
 void frmSettings::buildUi() {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("Settings"), windowTitle(),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Settings"), windowTitle(),
                                         tr("Colours, folders, reports and care of the catalog.")));
     m_pages = new QTabWidget;
     m_pages->setObjectName(QStringLiteral("pages"));
@@ -34,7 +33,7 @@ void frmSettings::buildUi() {
             continue;
         buildPage(row.page);
         if (built.isEmpty()) {
-            m_colours = new ColoursPage(m_session);
+            m_colours = new ColoursPage(m_context.session);
             m_pages->addTab(m_colours, tr("Colours"));
         }
         built.push_back(row.page);
@@ -55,7 +54,7 @@ void frmSettings::buildPage(const QString& page) {
     for (const SettingRow& row : settingRows()) {
         if (row.page != page)
             continue;
-        auto* editor = new SettingEditor(row, m_session.messages());
+        auto* editor = new SettingEditor(row, m_context.session.messages());
         editor->setValue(stored(*editor));
         editor->addTo(form);
         m_editors.push_back(editor);
@@ -64,7 +63,8 @@ void frmSettings::buildPage(const QString& page) {
 }
 
 QString frmSettings::stored(const SettingEditor& editor) const {
-    return settingOr(editor.row(), m_session.configuration().read(editor.row().section, editor.row().key));
+    return settingOr(editor.row(),
+                     m_context.session.configuration().read(editor.row().section, editor.row().key));
 }
 
 bool frmSettings::isChanged() const {
@@ -82,7 +82,7 @@ bool frmSettings::check() {
         for (int page = 0; page < m_pages->count(); ++page)
             if (m_pages->widget(page)->isAncestorOf(editor))
                 m_pages->setCurrentIndex(page);
-        m_session.messages().warning(windowTitle(), fault);
+        m_context.session.messages().warning(windowTitle(), fault);
         editor->setFocus();
         return false;
     }
@@ -95,7 +95,7 @@ bool frmSettings::prepareFolder(const SettingEditor& editor, const QString& befo
     if (folder.isEmpty())
         return true;
     if (!QDir(folder).exists() && !QDir().mkpath(folder)) {
-        m_session.messages().warning(windowTitle(), tr("The folder %1 cannot be made.").arg(folder));
+        m_context.session.messages().warning(windowTitle(), tr("The folder %1 cannot be made.").arg(folder));
         return false;
     }
     const auto count = QDir(before).entryList(QDir::Files | QDir::Hidden).size();
@@ -109,10 +109,11 @@ bool frmSettings::prepareFolder(const SettingEditor& editor, const QString& befo
                         .arg(folder);
     question.buttons = {Answer::Yes, Answer::No, Answer::Cancel};
     question.defaultButton = Answer::Yes;
-    const Answer answer = m_session.messages().ask(question);
+    const Answer answer = m_context.session.messages().ask(question);
     QString reason;
     if (answer == Answer::Yes && moveDataFiles(before, folder, reason) < 0) {
-        m_session.messages().warning(windowTitle(), tr("The files stay where they are: %1").arg(reason));
+        m_context.session.messages().warning(windowTitle(),
+                                             tr("The files stay where they are: %1").arg(reason));
         return false;
     }
     return answer != Answer::Cancel;
@@ -121,7 +122,7 @@ bool frmSettings::prepareFolder(const SettingEditor& editor, const QString& befo
 bool frmSettings::apply() {
     if (!check())
         return false;
-    Configuration& configuration = m_session.configuration();
+    Configuration& configuration = m_context.session.configuration();
     bool isWritten = m_colours->store();
     for (SettingEditor* editor : m_editors) {
         const QString before = stored(*editor);
@@ -133,7 +134,7 @@ bool frmSettings::apply() {
             configuration.write(editor->row().section, editor->row().key, editor->value()) && isWritten;
     }
     if (!isWritten)
-        m_session.messages().warning(
+        m_context.session.messages().warning(
             windowTitle(),
             tr("%1 cannot be written. The settings are not stored.").arg(configuration.path()));
     if (applied)
@@ -142,7 +143,7 @@ bool frmSettings::apply() {
 }
 
 void frmSettings::reject() {
-    FormHelpers::closeForm(this, m_session.messages(), isChanged(), [this] { return apply(); });
+    FormHelpers::closeForm(this, m_context.session.messages(), isChanged(), [this] { return apply(); });
 }
 
 } // namespace tessaranth

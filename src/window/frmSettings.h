@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QDialog>
 #include <functional>
 #include <vector>
@@ -10,8 +12,6 @@ class QTabWidget;
 namespace tessaranth {
 
 class ColoursPage;
-class IconStore;
-class Session;
 class SettingEditor;
 
 /// "Program settings": what the configuration file holds, page by page. Everything is checked before anything
@@ -20,7 +20,7 @@ class frmSettings final : public QDialog {
     Q_OBJECT
 
 public:
-    frmSettings(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    frmSettings(const FormContext& context, QWidget* parent = nullptr);
 
     /// Told after values were stored: windows read their colours and lists again.
     std::function<void()> applied;
@@ -36,8 +36,7 @@ private:
     bool prepareFolder(const SettingEditor& editor, const QString& before);
     QString stored(const SettingEditor& editor) const;
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     QTabWidget* m_pages = nullptr;
     ColoursPage* m_colours = nullptr;
     std::vector<SettingEditor*> m_editors;

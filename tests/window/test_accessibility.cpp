@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/tour/Tour.h"
 #include "support/TestHome.h"
 #include "widgets/CardColours.h"
 #include "widgets/IconStore.h"
-#include "app/tour/Tour.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -170,7 +170,7 @@ void TestAccessibility::everyWindow() {
     home.useSample();
     QVERIFY(home.start().started);
     const IconStore icons(home.file("tsrthres.dll"));
-    const QStringList files = runTour(*home.session, icons, home.file("tour"),
+    const QStringList files = runTour({*home.session, icons}, home.file("tour"),
                                       [this](QWidget& shown, const QString& name) { visit(shown, name); });
     QVERIFY(files.size() > 400); // in three looks
     for (const QString& file : files) {

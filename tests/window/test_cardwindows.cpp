@@ -86,7 +86,7 @@ void TestCardWindows::init() {
     m_home->useSample();
     QVERIFY(m_home->start().started);
     m_icons = std::make_unique<IconStore>(m_home->file("tsrthres.dll"));
-    m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
+    m_window = std::make_unique<MainWindow>(FormContext{*m_home->session, *m_icons});
     m_window->resize(1200, 800);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));

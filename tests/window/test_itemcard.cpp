@@ -43,7 +43,7 @@ private:
         QVERIFY(QTest::qWaitForWindowActive(m_card.get()));
     }
     CardContext context(const QString& code, qint64 id) {
-        return {*m_home->session, *m_icons, m_cards, code, id};
+        return {{*m_home->session, *m_icons}, m_cards, code, id};
     }
     template<typename Widget>
     Widget* find(const char* name) const {

@@ -74,7 +74,7 @@ void TestMainWindow::init() {
 void TestMainWindow::open() {
     QVERIFY(m_home->start().started);
     m_icons = std::make_unique<IconStore>(m_home->file("tsrthres.dll"));
-    m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
+    m_window = std::make_unique<MainWindow>(FormContext{*m_home->session, *m_icons});
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
 }
@@ -286,13 +286,13 @@ void TestMainWindow::exitAsksInTheseWords() {
     m_home->messages.willAnswer(Answer::Yes);
     QVERIFY(m_window->close());
     QVERIFY(!m_home->session->configuration().read("MDI", "Main").isEmpty());
-    m_window = std::make_unique<MainWindow>(*m_home->session, *m_icons);
+    m_window = std::make_unique<MainWindow>(FormContext{*m_home->session, *m_icons});
     QCOMPARE(names(), sorted); // the columns are as they were left
 }
 
 void TestMainWindow::arrangementsComeBack() {
     const auto sizeOfDialog = [this](const QSize& wanted) {
-        frmKeys form(*m_home->session, *m_icons);
+        frmKeys form({*m_home->session, *m_icons});
         form.show();
         const QSize shown = form.size();
         if (!wanted.isEmpty())
@@ -301,7 +301,7 @@ void TestMainWindow::arrangementsComeBack() {
         return shown;
     };
     const auto upperPart = [this](int wanted) {
-        frmItem card({*m_home->session, *m_icons, *m_window, "Cps", 1});
+        frmItem card({{*m_home->session, *m_icons}, *m_window, "Cps", 1});
         card.resize(800, 700);
         card.show();
         auto* splitter = card.findChild<QSplitter*>("cardSplitter");

@@ -21,7 +21,7 @@ class TestSettings : public QObject {
         Form() : icons(TESSARANTH_SHARE "/tsrthres.dll") {
             useTemplate();
             start();
-            form = std::make_unique<frmSettings>(*session, icons);
+            form = std::make_unique<frmSettings>(FormContext{*session, icons});
             form->applied = [this] { ++timesApplied; };
             form->show();
         }
@@ -133,7 +133,7 @@ private slots:
         configuration.setColour("RecBC", Qt::magenta);
         configuration.write("Misc", "Look", "nonsense");
         QCOMPARE(configuration.colour("RecBC"), QColor(Qt::magenta));
-        frmSettings again(*form.session, form.icons);
+        frmSettings again({*form.session, form.icons});
         QTest::mouseClick(again.findChild<QPushButton*>("cmdDefault"), Qt::LeftButton);
         QTest::mouseClick(again.findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
         QCOMPARE(configuration.colour("RecBC"), classic);

@@ -41,52 +41,53 @@ qint64 first(Session& session, const char* statement) {
 
 // The sample has no media files of its own, as there is no place that they would have everywhere. What is
 // added here is undone: the catalog may be somebody's own.
-void showMedia(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards) {
-    const CardContext empty{session, icons, cards, QStringLiteral("Cps"),
-                            first(session, "SELECT CpsID FROM Cps ORDER BY CpsLname DESC")};
+void showMedia(TourCamera& camera, const FormContext& context, OpenCards& cards) {
+    const CardContext empty{context, cards, QStringLiteral("Cps"),
+                            first(context.session, "SELECT CpsID FROM Cps ORDER BY CpsLname DESC")};
     take<MediaPanel>(camera, empty, "panel-media-empty");
     const CardOwner recording{QStringLiteral("Rec"),
-                              first(session, "SELECT RecID FROM Rec ORDER BY RecTitle")};
-    const Transaction undone(session.connection());
-    CardMedia media(session, recording);
+                              first(context.session, "SELECT RecID FROM Rec ORDER BY RecTitle")};
+    const Transaction undone(context.session.connection());
+    CardMedia media(context.session, recording);
     NoProgress progress;
-    media.add({session.databasePath(), session.applicationFile(QStringLiteral("WKeys.dat")),
-               session.configuration().path()},
+    media.add({context.session.databasePath(), context.session.applicationFile(QStringLiteral("WKeys.dat")),
+               context.session.configuration().path()},
               progress);
-    take<MediaPanel>(camera, {session, icons, cards, recording.code, recording.id}, "panel-media");
-    const MediaFile file = media.media(first(session, "SELECT MediaID FROM Media ORDER BY MediaID"));
-    frmMediaProperties properties(icons, file);
+    take<MediaPanel>(camera, {context, cards, recording.code, recording.id}, "panel-media");
+    const MediaFile file = media.media(first(context.session, "SELECT MediaID FROM Media ORDER BY MediaID"));
+    frmMediaProperties properties(context.icons, file);
     camera.take(properties, QStringLiteral("media-properties"));
-    frmMediaPath places(session, icons, nullptr);
+    frmMediaPath places(context, nullptr);
     camera.take(places, QStringLiteral("media-places"));
 }
 
 } // namespace
 
-void tourAttachments(TourCamera& camera, Session& session, const IconStore& icons) {
+void tourAttachments(TourCamera& camera, const FormContext& context) {
     NoCards cards;
-    showMedia(camera, session, icons, cards);
-    const qint64 linked = first(session, "SELECT RelatedID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID");
-    take<WebPanel>(camera, {session, icons, cards, QStringLiteral("Cps"), linked}, "panel-web");
-    frmNewWeb link(session, icons, {QStringLiteral("Cps"), linked},
-                   first(session, "SELECT WebID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID"));
+    showMedia(camera, context, cards);
+    const qint64 linked =
+        first(context.session, "SELECT RelatedID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID");
+    take<WebPanel>(camera, {context, cards, QStringLiteral("Cps"), linked}, "panel-web");
+    frmNewWeb link(context, {QStringLiteral("Cps"), linked},
+                   first(context.session, "SELECT WebID FROM Web WHERE RelatedCat = 'Cps' ORDER BY WebID"));
     camera.take(link, QStringLiteral("web-link"));
 
     const CardOwner custom{
         QStringLiteral("UserDef"),
-        first(session, "SELECT UserDefID FROM Relations GROUP BY UserDefID ORDER BY Count(*) DESC")};
-    take<RelationsPanel>(camera, {session, icons, cards, custom.code, custom.id}, "panel-relations");
-    frmNewRelations ofCustom(session, icons, custom);
+        first(context.session, "SELECT UserDefID FROM Relations GROUP BY UserDefID ORDER BY Count(*) DESC")};
+    take<RelationsPanel>(camera, {context, cards, custom.code, custom.id}, "panel-relations");
+    frmNewRelations ofCustom(context, custom);
     ofCustom.findChild<QComboBox*>(QStringLiteral("cmbFirst"))->setCurrentIndex(2);
     camera.take(ofCustom, QStringLiteral("relations-custom"));
     const qint64 recording =
-        first(session, "SELECT ItemID FROM Relations WHERE ItemType = 'Rec' ORDER BY ItemID");
-    frmNewRelations ofRecording(session, icons, {QStringLiteral("Rec"), recording});
+        first(context.session, "SELECT ItemID FROM Relations WHERE ItemType = 'Rec' ORDER BY ItemID");
+    frmNewRelations ofRecording(context, {QStringLiteral("Rec"), recording});
     camera.take(ofRecording, QStringLiteral("relations-recording"));
 
-    frmNewLabel label(session, icons, first(session, "SELECT LabelID FROM Labels ORDER BY LabelName"));
+    frmNewLabel label(context, first(context.session, "SELECT LabelID FROM Labels ORDER BY LabelName"));
     camera.take(label, QStringLiteral("label"));
-    frmNewUserDef card(session, icons, custom.id, nullptr);
+    frmNewUserDef card(context, custom.id, nullptr);
     camera.take(card, QStringLiteral("custom-card"));
 }
 

@@ -3,11 +3,10 @@
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
+struct FormContext;
 class TourCamera;
 
 /// Media, links and relations of cards, and the editors of links, relations, labels and custom cards.
-void tourAttachments(TourCamera& camera, Session& session, const IconStore& icons);
+void tourAttachments(TourCamera& camera, const FormContext& context);
 
 } // namespace tessaranth

@@ -32,12 +32,12 @@ const Subject subjects[] = {{"Cps", "SELECT CpsID FROM Compositions GROUP BY Cps
 
 } // namespace
 
-void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
+void tourCards(TourCamera& camera, const FormContext& context) {
     NoCards cards;
     for (const Subject& subject : subjects) {
         const QString code = QLatin1String(subject.code);
-        const qint64 id = session.connection().single(QLatin1String(subject.statement)).toInteger();
-        frmItem card({session, icons, cards, code, id});
+        const qint64 id = context.session.connection().single(QLatin1String(subject.statement)).toInteger();
+        frmItem card({context, cards, code, id});
         card.resize(1000, 680);
         for (const CardPanelKind& panel : cardPanelKinds())
             if (card.showPanel(panel.name))
@@ -54,11 +54,11 @@ void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
     }
     // Several discs with their tracks.
     const qint64 discs =
-        session.connection()
+        context.session.connection()
             .single(QStringLiteral(
                 "SELECT RecID FROM Tracks GROUP BY RecID ORDER BY Max(Disc) DESC, Count(*) DESC"))
             .toInteger();
-    frmItem album({session, icons, cards, QStringLiteral("Rec"), discs});
+    frmItem album({context, cards, QStringLiteral("Rec"), discs});
     album.resize(1000, 680);
     album.showPanel(QStringLiteral("RecContents"));
     auto* areas = album.findChild<QTabBar*>(QStringLiteral("contentsTabs"));
@@ -68,10 +68,10 @@ void tourCards(TourCamera& camera, Session& session, const IconStore& icons) {
     }
     // A work with characters where there is one.
     const qint64 work =
-        session.connection()
+        context.session.connection()
             .single(QStringLiteral("SELECT CompID FROM Compositions ORDER BY Pers DESC, InCollection DESC"))
             .toInteger();
-    frmWork workCard({session, icons, cards, QStringLiteral("Comp"), work});
+    frmWork workCard({context, cards, QStringLiteral("Comp"), work});
     camera.take(workCard, QStringLiteral("card-work"));
 }
 

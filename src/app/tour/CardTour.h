@@ -3,11 +3,10 @@
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
+struct FormContext;
 class TourCamera;
 
 /// Pictures of the item cards, each panel of each kind, and of a work card.
-void tourCards(TourCamera& camera, Session& session, const IconStore& icons);
+void tourCards(TourCamera& camera, const FormContext& context);
 
 } // namespace tessaranth

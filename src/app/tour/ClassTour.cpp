@@ -12,22 +12,22 @@
 
 namespace tessaranth {
 
-void showClasses(TourCamera& camera, Session& session, const IconStore& icons, MainWindow& window) {
+void showClasses(TourCamera& camera, const FormContext& context, MainWindow& window) {
     // The sub-category with the most recordings, whose recordings are in others too.
     const qint64 sub =
-        session.connection()
+        context.session.connection()
             .single(QStringLiteral("SELECT RecSubCatID FROM RecSubCatJoin GROUP BY RecSubCatID "
                                    "ORDER BY COUNT(*) DESC"))
             .toInteger();
     const ClassTree::Place place{ItemKind::Recording, ClassTree::SubCategory, sub};
-    frmClass manager(session, icons, window);
+    frmClass manager(context, window);
     auto* tree = manager.findChild<ClassTree*>();
     tree->setPlace(place);
     camera.take(manager, QStringLiteral("class-items"));
     tree->setPlace({ItemKind::Recording, ClassTree::GlobalView, 0});
     camera.take(manager, QStringLiteral("class-global"));
 
-    Classification classes(session, ItemKind::Recording);
+    Classification classes(context.session, ItemKind::Recording);
     ItemList recordings;
     classes.items(sub, recordings);
     std::vector<qint64> ids;
@@ -35,9 +35,9 @@ void showClasses(TourCamera& camera, Session& session, const IconStore& icons, M
     for (int row = 0; row < recordings.rowCount(); ++row)
         ids.push_back(recordings.id(row));
     if (!ids.empty()) {
-        frmClassItem several(classes, icons, ids, {});
+        frmClassItem several(classes, context.icons, ids, {});
         camera.take(several, QStringLiteral("class-several"));
-        frmClassItem one(classes, icons, {ids.front()}, recordings.text(0, 0));
+        frmClassItem one(classes, context.icons, {ids.front()}, recordings.text(0, 0));
         camera.take(one, QStringLiteral("class-one"));
     }
     window.toolbox()->showBrowse(true);

@@ -3,12 +3,11 @@
 
 namespace tessaranth {
 
-class IconStore;
+struct FormContext;
 class MainWindow;
-class Session;
 class TourCamera;
 
 /// The classifications: their manager, the boxes of one card and of several, and browsing in the tool box.
-void showClasses(TourCamera& camera, Session& session, const IconStore& icons, MainWindow& window);
+void showClasses(TourCamera& camera, const FormContext& context, MainWindow& window);
 
 } // namespace tessaranth

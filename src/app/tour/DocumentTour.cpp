@@ -34,16 +34,17 @@ QByteArray manyParts() {
 
 } // namespace
 
-void tourDocuments(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards) {
-    const CardOwner owner{
-        QStringLiteral("Rec"),
-        session.connection().single(QStringLiteral("SELECT RecID FROM Rec ORDER BY RecTitle")).toInteger()};
-    const CardContext context{session, icons, cards, owner.code, owner.id};
-    DocumentPanel panel(context);
+void tourDocuments(TourCamera& camera, const FormContext& context, OpenCards& cards) {
+    const CardOwner owner{QStringLiteral("Rec"),
+                          context.session.connection()
+                              .single(QStringLiteral("SELECT RecID FROM Rec ORDER BY RecTitle"))
+                              .toInteger()};
+    const CardContext ofCard{context, cards, owner.code, owner.id};
+    DocumentPanel panel(ofCard);
     panel.resize(420, 300);
     camera.take(panel, QStringLiteral("documents-empty"));
 
-    CardDocuments documents(session, owner);
+    CardDocuments documents(context.session, owner);
     const qint64 ids[] = {documents.add(notes(), QStringLiteral("Notes on listening")),
                           documents.add(manyParts(), QStringLiteral("Where it came from")),
                           documents.add(RichText::fromText({}), QStringLiteral("Lost in a move"))};
@@ -52,22 +53,22 @@ void tourDocuments(TourCamera& camera, Session& session, const IconStore& icons,
     camera.take(panel, QStringLiteral("documents"));
     panel.showPage(2);
     camera.take(panel, QStringLiteral("documents-missing"));
-    frmItem card(context);
+    frmItem card(ofCard);
     card.resize(1000, 680);
     card.showPanel(QStringLiteral("Docs"));
     camera.take(card, QStringLiteral("card-documents"));
 
-    frmRTB editor(session, icons, owner, frmRTB::Mode::Doc, ids[0]);
+    frmRTB editor(context, owner, frmRTB::Mode::Doc, ids[0]);
     auto* text = editor.findChild<QTextEdit*>();
     text->moveCursor(QTextCursor::Start);
     camera.take(editor, QStringLiteral("editor-document"));
-    frmRTB simplified(session, icons, owner, frmRTB::Mode::Doc, ids[1]);
+    frmRTB simplified(context, owner, frmRTB::Mode::Doc, ids[1]);
     camera.take(simplified, QStringLiteral("editor-simplified"));
-    const qint64 work = session.connection()
+    const qint64 work = context.session.connection()
                             .single(QStringLiteral("SELECT CompID FROM Compositions ORDER BY CompID"))
                             .toInteger();
-    frmRTB description(session, icons, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr,
-                       WorkDescription(session, work).document());
+    frmRTB description(context, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr,
+                       WorkDescription(context.session, work).document());
     camera.take(description, QStringLiteral("editor-description"));
     for (const qint64 id : ids)
         documents.remove(id);

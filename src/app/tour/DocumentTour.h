@@ -3,12 +3,11 @@
 
 namespace tessaranth {
 
-class IconStore;
+struct FormContext;
 class OpenCards;
-class Session;
 class TourCamera;
 
 /// Pictures of a card's documents: their panel, their list and their editor.
-void tourDocuments(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards);
+void tourDocuments(TourCamera& camera, const FormContext& context, OpenCards& cards);
 
 } // namespace tessaranth

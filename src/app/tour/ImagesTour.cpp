@@ -39,16 +39,17 @@ QImage cover(int number) {
 
 } // namespace
 
-void tourImages(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards) {
-    const CardOwner card{
-        itemKind(ItemKind::Recording)->code,
-        session.connection().single(QStringLiteral("SELECT RecID FROM Rec ORDER BY RecTitle")).toInteger()};
-    const CardContext context{session, icons, cards, card.code, card.id};
-    ImagesPanel panel(context);
+void tourImages(TourCamera& camera, const FormContext& context, OpenCards& cards) {
+    const CardOwner card{itemKind(ItemKind::Recording)->code,
+                         context.session.connection()
+                             .single(QStringLiteral("SELECT RecID FROM Rec ORDER BY RecTitle"))
+                             .toInteger()};
+    const CardContext ofCard{context, cards, card.code, card.id};
+    ImagesPanel panel(ofCard);
     panel.resize(300, 320);
     camera.take(panel, QStringLiteral("images-empty"));
 
-    CardImages images(session, card);
+    CardImages images(context.session, card);
     const char* const titles[] = {"Front cover", "Back cover", "Booklet, page 3", "Disc 1"};
     std::vector<qint64> ids;
     for (const char* title : titles)
@@ -59,22 +60,23 @@ void tourImages(TourCamera& camera, Session& session, const IconStore& icons, Op
     panel.showPage(3);
     camera.take(panel, QStringLiteral("images-missed"));
 
-    frmPic viewer(session, icons, card, 1);
+    frmPic viewer(context, card, 1);
     camera.take(viewer, QStringLiteral("viewer-fit"));
     viewer.view()->setZoom(200);
     camera.take(viewer, QStringLiteral("viewer-zoom"));
     frmOrder::Entries entries;
     for (size_t i = 0; i < ids.size(); ++i)
         entries.emplace_back(ids[i], QLatin1String(titles[i]));
-    frmOrder order(icons, QStringLiteral("Sort images"), QStringLiteral("Order of the images"),
+    frmOrder order(context.icons, QStringLiteral("Sort images"), QStringLiteral("Order of the images"),
                    QStringLiteral("Images"), entries);
     camera.take(order, QStringLiteral("order"));
 
-    QFile stray(session.dataFolder(Session::Folder::Images) + QStringLiteral("/scan from the old disk.jpg"));
+    QFile stray(context.session.dataFolder(Session::Folder::Images) +
+                QStringLiteral("/scan from the old disk.jpg"));
     if (stray.open(QIODevice::WriteOnly))
         stray.write(QByteArray(45000, ' '));
     stray.close();
-    frmAlign align(session, icons, nullptr);
+    frmAlign align(context, nullptr);
     camera.take(align, QStringLiteral("align"));
     stray.remove();
     for (const qint64 id : ids)

@@ -3,13 +3,12 @@
 
 namespace tessaranth {
 
-class IconStore;
+struct FormContext;
 class OpenCards;
-class Session;
 class TourCamera;
 
 /// A card's pictures, the viewer, their order and the comparison of files with rows. What it adds to the
 /// catalog for that it removes again.
-void tourImages(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards);
+void tourImages(TourCamera& camera, const FormContext& context, OpenCards& cards);
 
 } // namespace tessaranth

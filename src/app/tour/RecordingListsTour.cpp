@@ -21,23 +21,23 @@ struct NoCards final : OpenCards {
 
 } // namespace
 
-void tourRecordingLists(TourCamera& camera, Session& session, const IconStore& icons) {
+void tourRecordingLists(TourCamera& camera, const FormContext& context) {
     NoCards cards;
     const auto first = [&](const char* statement) {
-        return session.connection().single(QLatin1String(statement)).toInteger();
+        return context.session.connection().single(QLatin1String(statement)).toInteger();
     };
     const qint64 work = first("SELECT CompID FROM CompOnRec GROUP BY CompID ORDER BY Count(*) DESC, CompID");
-    frmRecList list(session, icons, work, CWKS(session).work(work).title, &cards);
+    frmRecList list(context, work, CWKS(context.session).work(work).title, &cards);
     camera.take(list, QStringLiteral("recordings-of-work"));
-    frmRecCheck check(session, icons, cards);
+    frmRecCheck check(context, cards);
     check.fill();
     camera.take(check, QStringLiteral("recordings-check"));
-    RecordingEditor editor(session,
+    RecordingEditor editor(context.session,
                            first("SELECT RecID FROM Tracks GROUP BY RecID ORDER BY Count(*) DESC, RecID"));
     QStringList titles;
     for (const Track& track : editor.tracks(1))
         titles << track.name;
-    frmTrackToWorklist works(session, icons, editor, titles);
+    frmTrackToWorklist works(context, editor, titles);
     camera.take(works, QStringLiteral("tracks-to-works"));
 }
 

@@ -3,11 +3,10 @@
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
+struct FormContext;
 class TourCamera;
 
 /// Pictures of the lists about recordings.
-void tourRecordingLists(TourCamera& camera, Session& session, const IconStore& icons);
+void tourRecordingLists(TourCamera& camera, const FormContext& context);
 
 } // namespace tessaranth

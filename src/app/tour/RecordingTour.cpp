@@ -59,12 +59,13 @@ qint64 mostOf(Session& session, const char* rows) {
 } // namespace
 
 // An opera with its cast, and the tracks of the recording that has the most.
-void tourRecordings(TourCamera& camera, Session& session, const IconStore& icons) {
-    const qint64 opera = mostOf(session, "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
-                                         "CompOnRecPfr.CompOnRecID WHERE CompOnRecPfr.PersonageID > 0");
+void tourRecordings(TourCamera& camera, const FormContext& context) {
+    const qint64 opera =
+        mostOf(context.session, "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
+                                "CompOnRecPfr.CompOnRecID WHERE CompOnRecPfr.PersonageID > 0");
     const char* const lists[] = {nullptr, "lvPfr", nullptr, "lvPfr"};
     if (opera != 0) {
-        frmRec editor(session, icons, opera, nullptr);
+        frmRec editor(context, opera, nullptr);
         auto* tabs = editor.findChild<QTabWidget*>(QStringLiteral("tabs"));
         for (int tab = 0; tab < tracksTab; ++tab) {
             showTab(*tabs, tab, lists[tab]);
@@ -75,12 +76,12 @@ void tourRecordings(TourCamera& camera, Session& session, const IconStore& icons
                                QStringLiteral("recording-") + QLatin1String(opened.name));
         }
     }
-    if (const qint64 most = mostOf(session, "Tracks"); most != 0) {
-        frmRec editor(session, icons, most, nullptr);
+    if (const qint64 most = mostOf(context.session, "Tracks"); most != 0) {
+        frmRec editor(context, most, nullptr);
         showTab(*editor.findChild<QTabWidget*>(QStringLiteral("tabs")), tracksTab, "LvTracks");
         camera.take(editor, QStringLiteral("recording-5"));
     }
-    frmRec fresh(session, icons, 0, nullptr);
+    frmRec fresh(context, 0, nullptr);
     camera.take(fresh, QStringLiteral("recording-new"));
 }
 

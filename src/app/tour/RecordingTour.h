@@ -3,11 +3,10 @@
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
+struct FormContext;
 class TourCamera;
 
 /// Pictures of the recording editor, tab by tab, and of what it opens.
-void tourRecordings(TourCamera& camera, Session& session, const IconStore& icons);
+void tourRecordings(TourCamera& camera, const FormContext& context);
 
 } // namespace tessaranth

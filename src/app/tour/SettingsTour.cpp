@@ -10,14 +10,14 @@
 
 namespace tessaranth {
 
-void tourSettings(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards) {
-    frmSettings settings(session, icons);
+void tourSettings(TourCamera& camera, const FormContext& context, OpenCards& cards) {
+    frmSettings settings(context);
     auto* pages = settings.findChild<QTabWidget*>(QStringLiteral("pages"));
     for (int page = 0; page < pages->count(); ++page) {
         pages->setCurrentIndex(page);
         camera.take(settings, QStringLiteral("settings-%1").arg(page + 1));
     }
-    frmQuickSearch quick(session, icons, cards);
+    frmQuickSearch quick(context, cards);
     if (!quick.prepare())
         return;
     camera.take(quick, QStringLiteral("quick-empty"));

@@ -3,12 +3,11 @@
 
 namespace tessaranth {
 
-class IconStore;
+struct FormContext;
 class OpenCards;
-class Session;
 class TourCamera;
 
 /// The settings page by page and the quick search with what it finds.
-void tourSettings(TourCamera& camera, Session& session, const IconStore& icons, OpenCards& cards);
+void tourSettings(TourCamera& camera, const FormContext& context, OpenCards& cards);
 
 } // namespace tessaranth

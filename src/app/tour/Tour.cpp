@@ -64,33 +64,33 @@ void showLists(TourCamera& camera, MainWindow& window) {
     toolbox.view()->sortByColumn(-1, Qt::AscendingOrder);
 }
 
-void showPersons(TourCamera& camera, Session& session, const IconStore& icons, Toolbox& toolbox) {
+void showPersons(TourCamera& camera, const FormContext& context, Toolbox& toolbox) {
     for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
         toolbox.showKind(kind);
         const ItemListModel& list = *toolbox.model();
         const qint64 first = list.id(list.index(list.rowCount() / 2, 0));
         const QString code = itemKind(kind)->code;
-        frmPers editor(session, icons, kind, first);
+        frmPers editor(context, kind, first);
         camera.take(editor, QStringLiteral("editor-") + code);
-        frmPersSearch search(session, icons, kind, QStringLiteral("ba"));
+        frmPersSearch search(context, kind, QStringLiteral("ba"));
         camera.take(search, QStringLiteral("archive-") + code);
-        frmPersSearch many(session, icons, kind, {}, nullptr, frmPersSearch::Mode::ImportMany);
+        frmPersSearch many(context, kind, {}, nullptr, frmPersSearch::Mode::ImportMany);
         camera.take(many, QStringLiteral("archive-many-") + code);
-        frmMigrate merge(session, icons, kind, first, nullptr);
+        frmMigrate merge(context, kind, first, nullptr);
         camera.take(merge, QStringLiteral("merge-") + code);
     }
 }
 
-void showLookupLists(TourCamera& camera, Session& session, const IconStore& icons) {
+void showLookupLists(TourCamera& camera, const FormContext& context) {
     for (const ItemKind& kind : itemKinds()) {
         if (kind.isCard())
             continue;
-        frmListManager manager(session, icons, kind.number, nullptr);
+        frmListManager manager(context, kind.number, nullptr);
         camera.take(manager, QStringLiteral("manage-") + kind.code);
     }
-    frmListChooser labels(session, icons, ItemKind::Label, QStringLiteral("  Labels list"), false);
+    frmListChooser labels(context, ItemKind::Label, QStringLiteral("  Labels list"), false);
     camera.take(labels, QStringLiteral("choose-Label"));
-    frmListChooser persons(session, icons, ItemKind::Composer, QStringLiteral("  Composers list"), true);
+    frmListChooser persons(context, ItemKind::Composer, QStringLiteral("  Composers list"), true);
     auto* text = persons.findChild<QLineEdit*>(QStringLiteral("txtFilter"));
     text->setText(QStringLiteral("b"));
     camera.take(persons, QStringLiteral("choose-Cps"));
@@ -99,72 +99,72 @@ void showLookupLists(TourCamera& camera, Session& session, const IconStore& icon
 }
 
 // The composer with the most works, once with all of them and once with those of a genre.
-void showCatalog(TourCamera& camera, Session& session, const IconStore& icons) {
+void showCatalog(TourCamera& camera, const FormContext& context) {
     const qint64 composer =
-        session.connection()
+        context.session.connection()
             .single(QStringLiteral("SELECT CpsID FROM Compositions GROUP BY CpsID ORDER BY Count(*) DESC"))
             .toInteger();
-    frmCatalog catalog(session, icons, composer);
+    frmCatalog catalog(context, composer);
     camera.take(catalog, QStringLiteral("catalog"));
     auto* tree = catalog.findChild<CatalogTree*>();
     tree->setCurrentItem(tree->topLevelItem(0)->child(0));
     camera.take(catalog, QStringLiteral("catalog-genre"));
-    ComposerCatalog works(session, composer);
-    frmAssign assign(works, catalogBranches().front(), icons);
+    ComposerCatalog works(context.session, composer);
+    frmAssign assign(works, catalogBranches().front(), context.icons);
     camera.take(assign, QStringLiteral("catalog-assign"));
-    frmImportedCatalogs imported(session, icons);
+    frmImportedCatalogs imported(context);
     camera.take(imported, QStringLiteral("imported-catalogs"));
 }
 
 // A work with characters where there is one, tab by tab.
-void showWorks(TourCamera& camera, Session& session, const IconStore& icons) {
-    Query run = session.connection().query(
+void showWorks(TourCamera& camera, const FormContext& context) {
+    Query run = context.session.connection().query(
         QStringLiteral("SELECT CompID, CpsID FROM Compositions ORDER BY Pers DESC, CompID"));
     if (!run.next())
         return;
-    frmWorkEditor editor(session, icons, run.integer(1), run.integer(0));
+    frmWorkEditor editor(context, run.integer(1), run.integer(0));
     auto* tabs = editor.findChild<QTabWidget*>();
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);
         camera.take(editor, QStringLiteral("work-%1").arg(tab + 1));
     }
-    frmWorkEditor fresh(session, icons, run.integer(1), 0);
+    frmWorkEditor fresh(context, run.integer(1), 0);
     camera.take(fresh, QStringLiteral("work-new"));
-    frmKeys keys(session, icons);
+    frmKeys keys(context);
     camera.take(keys, QStringLiteral("keys"));
 }
 
-void showWindows(TourCamera& camera, Session& session, const IconStore& icons, MainWindow& window) {
+void showWindows(TourCamera& camera, const FormContext& context, MainWindow& window) {
     showLists(camera, window);
-    tourWindow(camera, session, window);
-    showPersons(camera, session, icons, *window.toolbox());
-    showLookupLists(camera, session, icons);
-    showCatalog(camera, session, icons);
-    showWorks(camera, session, icons);
-    tourRecordings(camera, session, icons);
-    tourCards(camera, session, icons);
-    tourRecordingLists(camera, session, icons);
-    tourImages(camera, session, icons, window);
-    tourDocuments(camera, session, icons, window);
-    tourAttachments(camera, session, icons);
-    showClasses(camera, session, icons, window);
-    tourSettings(camera, session, icons, window);
-    frmCharmap charmap(icons);
+    tourWindow(camera, context.session, window);
+    showPersons(camera, context, *window.toolbox());
+    showLookupLists(camera, context);
+    showCatalog(camera, context);
+    showWorks(camera, context);
+    tourRecordings(camera, context);
+    tourCards(camera, context);
+    tourRecordingLists(camera, context);
+    tourImages(camera, context, window);
+    tourDocuments(camera, context, window);
+    tourAttachments(camera, context);
+    showClasses(camera, context, window);
+    tourSettings(camera, context, window);
+    frmCharmap charmap(context.icons);
     camera.take(charmap, QStringLiteral("charmap"));
     frmInput input({QStringLiteral("  New genre"), QStringLiteral("Add a new global genre"),
                     QStringLiteral("Genre name"), QStringLiteral("Add"), QStringLiteral("Genre"), QString()},
-                   &icons);
+                   &context.icons);
     camera.take(input, QStringLiteral("name-input"));
-    frmCleanup cleanup(session, icons);
+    frmCleanup cleanup(context);
     camera.take(cleanup, QStringLiteral("cleanup"));
-    frmAbout about(session, icons);
+    frmAbout about(context);
     camera.take(about, QStringLiteral("about"));
 }
 
 } // namespace
 
-QStringList runTour(Session& session, const IconStore& icons, const QString& folder, const TourVisit& visit) {
-    Configuration& configuration = session.configuration();
+QStringList runTour(const FormContext& context, const QString& folder, const TourVisit& visit) {
+    Configuration& configuration = context.session.configuration();
     const QString section = QStringLiteral("Misc");
     const QString key = QStringLiteral("Look");
     const QString own = configuration.read(section, key);
@@ -172,10 +172,10 @@ QStringList runTour(Session& session, const IconStore& icons, const QString& fol
     for (const QString& look : lookWords()) {
         configuration.write(section, key, look);
         applyLook(configuration.look());
-        MainWindow window(session, icons);
+        MainWindow window(context);
         window.resize(1180, 760);
         TourCamera camera(folder + u'/' + look.toLower(), visit);
-        showWindows(camera, session, icons, window);
+        showWindows(camera, context, window);
         files += camera.files();
     }
     configuration.write(section, key, own);

@@ -131,8 +131,7 @@ void DocumentPanel::changeEvent(QEvent* event) {
 }
 
 void DocumentPanel::Edit_Doc(qint64 id) {
-    frmRTB form(m_context.session, m_context.icons, {m_context.code, m_context.id}, frmRTB::Mode::Doc, id,
-                this);
+    frmRTB form(m_context, {m_context.code, m_context.id}, frmRTB::Mode::Doc, id, this);
     if (form.exec() == QDialog::Accepted)
         loadChanged(form.document());
 }

@@ -29,7 +29,7 @@ bool RelationsPanel::readList(ItemList& list) {
 }
 
 void RelationsPanel::Manage_Relations() {
-    frmNewRelations form(m_context.session, m_context.icons, {m_context.code, m_context.id}, this);
+    frmNewRelations form(m_context, {m_context.code, m_context.id}, this);
     if (form.exec() != QDialog::Accepted)
         return;
     load();

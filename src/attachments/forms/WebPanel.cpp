@@ -31,7 +31,7 @@ WebPanel::WebPanel(const CardContext& context, QWidget* parent)
 }
 
 void WebPanel::Edit_Web(qint64 id) {
-    frmNewWeb form(m_context.session, m_context.icons, {m_context.code, m_context.id}, id, this);
+    frmNewWeb form(m_context, {m_context.code, m_context.id}, id, this);
     if (form.exec() == QDialog::Accepted)
         load();
 }

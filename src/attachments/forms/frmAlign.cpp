@@ -43,8 +43,8 @@ std::vector<Found> tickedOf(const std::vector<Found>& all, const CheckedList& ch
 
 } // namespace
 
-frmAlign::frmAlign(Session& session, const IconStore& icons, OpenCards* cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_cards(cards), m_alignment(session) {
+frmAlign::frmAlign(const FormContext& context, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_cards(cards), m_alignment(context.session) {
     setObjectName(QStringLiteral("frmAlign"));
     setWindowTitle(tr("Files and database"));
     buildUi();
@@ -54,7 +54,8 @@ frmAlign::frmAlign(Session& session, const IconStore& icons, OpenCards* cards, Q
 void frmAlign::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(FormHelpers::head(
-        m_icons, QStringLiteral("Align"), QStringLiteral("Align database records with relative files"),
+        m_context.icons, QStringLiteral("Align"),
+        QStringLiteral("Align database records with relative files"),
         tr("Only what you tick is changed. Files are never deleted: those without a row are moved into the "
            "folder \"%1\" within their own.")
             .arg(FileAlignment::unusedFolder)));
@@ -75,7 +76,7 @@ void frmAlign::buildUi() {
 }
 
 void frmAlign::addSide(QVBoxLayout* layout, Side& side, const QString& caption, const QString& name) {
-    side.model = new ItemListModel(m_icons, this);
+    side.model = new ItemListModel(m_context.icons, this);
     side.checks = new CheckedList(side.model);
     side.view = FormHelpers::itemView(this, QStringLiteral("lv") + name, side.model, false);
     side.view->setModel(side.checks);
@@ -162,7 +163,7 @@ void frmAlign::repair() {
                         .arg(FileAlignment::unusedFolder)
                         .arg(files.size());
     question.defaultButton = Answer::Cancel;
-    if (m_session.messages().ask(question) != Answer::Ok)
+    if (m_context.session.messages().ask(question) != Answer::Ok)
         return;
     {
         WindowProgress progress(this, false);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attachments/FileAlignment.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 
@@ -14,7 +15,6 @@ class QVBoxLayout;
 namespace tessaranth {
 
 class CheckedList;
-class IconStore;
 class ItemListModel;
 class OpenCards;
 
@@ -24,7 +24,7 @@ class frmAlign final : public QDialog {
     Q_OBJECT
 
 public:
-    frmAlign(Session& session, const IconStore& icons, OpenCards* cards, QWidget* parent = nullptr);
+    frmAlign(const FormContext& context, OpenCards* cards, QWidget* parent = nullptr);
 
     /// Compares again; nothing is ticked then.
     void load();
@@ -46,8 +46,7 @@ private:
     void count();
     void repair();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards* m_cards;
     FileAlignment m_alignment;
     FileAlignment::Findings m_findings;

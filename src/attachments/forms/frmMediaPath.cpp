@@ -22,8 +22,8 @@ namespace {
 const QString anyDrive = QStringLiteral("Any");
 } // namespace
 
-frmMediaPath::frmMediaPath(Session& session, const IconStore& icons, OpenCards* cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_cards(cards), m_locations(session) {
+frmMediaPath::frmMediaPath(const FormContext& context, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_cards(cards), m_locations(context.session) {
     setObjectName(QStringLiteral("frmMediaPath"));
     setWindowTitle(QStringLiteral("Media files locations update"));
     buildUi();
@@ -33,7 +33,7 @@ frmMediaPath::frmMediaPath(Session& session, const IconStore& icons, OpenCards* 
 void frmMediaPath::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(FormHelpers::head(
-        m_icons, QStringLiteral("Media"), windowTitle(),
+        m_context.icons, QStringLiteral("Media"), windowTitle(),
         QStringLiteral("All the paths that meet the entered requirements will be updated")));
     m_byDrive = new QRadioButton(tr("The files are on another &drive"));
     m_byDrive->setObjectName(QStringLiteral("optDrive"));
@@ -104,7 +104,7 @@ void frmMediaPath::chooseFolder(QLineEdit* edit, const QString& title) {
     request.mode = FileRequest::Mode::Folder;
     request.title = title;
     request.folder = edit->text();
-    const QStringList folder = m_session.messages().chooseFiles(request);
+    const QStringList folder = m_context.session.messages().chooseFiles(request);
     if (!folder.isEmpty())
         edit->setText(QDir::toNativeSeparators(folder.front()));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attachments/MediaLocations.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 
@@ -12,7 +13,6 @@ class QRadioButton;
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
 
 /// Puts another drive or folder at the beginning of the recorded places of media files.
@@ -21,7 +21,7 @@ class frmMediaPath final : public QDialog {
 
 public:
     /// `cards`: those whose media changed are asked to reload; may be null.
-    frmMediaPath(Session& session, const IconStore& icons, OpenCards* cards, QWidget* parent = nullptr);
+    frmMediaPath(const FormContext& context, OpenCards* cards, QWidget* parent = nullptr);
 
 private:
     void buildUi();
@@ -33,8 +33,7 @@ private:
     void enable();
     void run();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards* m_cards;
     MediaLocations m_locations;
     QRadioButton* m_byDrive = nullptr;

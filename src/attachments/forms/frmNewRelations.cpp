@@ -17,9 +17,8 @@
 
 namespace tessaranth {
 
-frmNewRelations::frmNewRelations(Session& session, const IconStore& icons, const CardOwner& card,
-                                 QWidget* parent)
-    : EditForm(session, icons, parent), m_relations(session, card),
+frmNewRelations::frmNewRelations(const FormContext& context, const CardOwner& card, QWidget* parent)
+    : EditForm(context, parent), m_relations(context.session, card),
       m_isCustom(card.code == itemKind(ItemKind::Custom)->code) {
     setObjectName(QStringLiteral("frmNewRelations"));
     setWindowTitle(QStringLiteral("Relations"));
@@ -28,7 +27,7 @@ frmNewRelations::frmNewRelations(Session& session, const IconStore& icons, const
         m_kinds.insert(kind, {related, related});
     }
     if (!m_isCustom)
-        m_classes = Classification(session, ItemKind::Custom).tree().value_or(Classification::Tree());
+        m_classes = Classification(context.session, ItemKind::Custom).tree().value_or(Classification::Tree());
     buildUi();
     fill();
 }
@@ -36,11 +35,11 @@ frmNewRelations::frmNewRelations(Session& session, const IconStore& icons, const
 void frmNewRelations::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(FormHelpers::head(
-        m_icons, QStringLiteral("Relations"), QStringLiteral("Build relationships between the cards"),
+        m_context.icons, QStringLiteral("Relations"), QStringLiteral("Build relationships between the cards"),
         m_isCustom ? QStringLiteral("Choose the card type. Check/Uncheck the items.")
                    : QStringLiteral("Select the category and subcategory. Check/Uncheck the items.")));
     addChoosers(layout);
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_checks = new CheckedList(m_model);
     m_view = FormHelpers::itemView(this, QStringLiteral("lvItems"), m_model, false);
     m_view->setModel(m_checks);
@@ -69,16 +68,17 @@ void frmNewRelations::addChoosers(QVBoxLayout* layout) {
     if (m_isCustom) {
         m_first->setAccessibleName(tr("Card type"));
         for (const int kind : m_relations.kinds())
-            m_first->addItem(m_icons.icon(itemKind(kind)->iconKey), itemKind(kind)->listCaption, kind);
+            m_first->addItem(m_context.icons.icon(itemKind(kind)->iconKey), itemKind(kind)->listCaption,
+                             kind);
         fields->addRow(tr("&Card type:"), m_first);
         m_second->setParent(this);
         m_second->hide();
     } else {
         m_first->setAccessibleName(tr("Category"));
         // Cards that nobody put into a category can be related too.
-        m_first->addItem(m_icons.icon(QStringLiteral("User")), tr("All custom items"), 0);
+        m_first->addItem(m_context.icons.icon(QStringLiteral("User")), tr("All custom items"), 0);
         for (const Classification::Node& category : m_classes.categories)
-            m_first->addItem(m_icons.icon(QStringLiteral("TvClass")), category.name, category.id);
+            m_first->addItem(m_context.icons.icon(QStringLiteral("TvClass")), category.name, category.id);
         fields->addRow(tr("&Category:"), m_first);
         fields->addRow(tr("&Sub-category:"), m_second);
         m_second->setEnabled(false);
@@ -100,7 +100,7 @@ void frmNewRelations::fillSubCategories() {
     for (const Classification::Node& category : m_classes.categories)
         if (category.id == m_first->currentData().toLongLong())
             for (const Classification::SubNode& sub : category.subCategories)
-                m_second->addItem(m_icons.icon(QStringLiteral("TvSubClass")), sub.name, sub.id);
+                m_second->addItem(m_context.icons.icon(QStringLiteral("TvSubClass")), sub.name, sub.id);
     m_second->setEnabled(m_second->count() > 0);
 }
 
@@ -109,9 +109,9 @@ void frmNewRelations::fill() {
     m_kind = m_isCustom ? int(first) : int(ItemKind::Custom);
     m_all = ItemList();
     if (m_isCustom || first == 0)
-        CMIT(m_session).ElencoInLv(m_kind, m_all);
+        CMIT(m_context.session).ElencoInLv(m_kind, m_all);
     else
-        Classification(m_session, m_kind).items(m_second->currentData().toLongLong(), m_all);
+        Classification(m_context.session, m_kind).items(m_second->currentData().toLongLong(), m_all);
     m_checks->setChecked(m_kinds[m_kind].now);
     narrow();
     FormHelpers::fitColumns(m_view);

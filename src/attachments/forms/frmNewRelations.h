@@ -22,8 +22,7 @@ class frmNewRelations final : public EditForm {
     Q_OBJECT
 
 public:
-    frmNewRelations(Session& session, const IconStore& icons, const CardOwner& card,
-                    QWidget* parent = nullptr);
+    frmNewRelations(const FormContext& context, const CardOwner& card, QWidget* parent = nullptr);
     /// Cards at the other end of what was added or ended.
     const std::vector<CardOwner>& changedCards() const { return m_changedCards; }
 

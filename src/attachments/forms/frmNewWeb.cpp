@@ -10,9 +10,8 @@
 
 namespace tessaranth {
 
-frmNewWeb::frmNewWeb(Session& session, const IconStore& icons, const CardOwner& card, qint64 id,
-                     QWidget* parent)
-    : EditForm(session, icons, parent), m_links(session, card) {
+frmNewWeb::frmNewWeb(const FormContext& context, const CardOwner& card, qint64 id, QWidget* parent)
+    : EditForm(context, parent), m_links(context.session, card) {
     setObjectName(QStringLiteral("frmNewWeb"));
     setWindowTitle(id == 0 ? QStringLiteral("Add a card-related web link")
                            : QStringLiteral("Edit a card-related web link"));
@@ -28,14 +27,14 @@ frmNewWeb::frmNewWeb(Session& session, const IconStore& icons, const CardOwner& 
 
 void frmNewWeb::buildUi() {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("Web"), QStringLiteral("Web"),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Web"), QStringLiteral("Web"),
                                         QStringLiteral("Type or paste the URL and an alias (significative "
                                                        "name)")));
     m_url = FormHelpers::lineEdit(this, QStringLiteral("txtUrl"), QStringLiteral("URL"), 0);
     m_url->setPlaceholderText(QStringLiteral("https://"));
     m_alias = FormHelpers::lineEdit(
         this, QStringLiteral("txtAlias"), QStringLiteral("Alias"),
-        m_session.fieldLengths().maxLength(QStringLiteral("Web"), QStringLiteral("Alias")));
+        m_context.session.fieldLengths().maxLength(QStringLiteral("Web"), QStringLiteral("Alias")));
     m_alias->setPlaceholderText(tr("Left empty, the URL is shown"));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&URL:"), m_url);

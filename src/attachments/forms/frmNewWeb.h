@@ -12,8 +12,7 @@ class frmNewWeb final : public EditForm {
 
 public:
     /// `id` 0 adds a link.
-    frmNewWeb(Session& session, const IconStore& icons, const CardOwner& card, qint64 id,
-              QWidget* parent = nullptr);
+    frmNewWeb(const FormContext& context, const CardOwner& card, qint64 id, QWidget* parent = nullptr);
 
 protected:
     bool isChanged() const override;

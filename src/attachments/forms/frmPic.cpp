@@ -34,8 +34,8 @@ const PointerMode pointerModes[] = {{PictureView::Pointer::Move, "mnuToolsZoomNo
 
 } // namespace
 
-frmPic::frmPic(Session& session, const IconStore& icons, const CardOwner& card, int index, QWidget* parent)
-    : ChildWindow(parent), m_session(session), m_icons(icons), m_images(session, card) {
+frmPic::frmPic(const FormContext& context, const CardOwner& card, int index, QWidget* parent)
+    : ChildWindow(parent), m_context(context), m_images(context.session, card) {
     setObjectName(QStringLiteral("frmPic"));
     addCommands();
     buildUi();
@@ -102,7 +102,7 @@ QToolButton* frmPic::addButton(QHBoxLayout* row, const QString& name, const QStr
                                const QString& tip, const std::function<void()>& what) {
     auto* button = new QToolButton;
     button->setObjectName(name);
-    button->setIcon(m_icons.icon(iconKey));
+    button->setIcon(m_context.icons.icon(iconKey));
     button->setAutoRaise(true);
     button->setToolTip(tip);
     button->setAccessibleName(tip);

@@ -3,6 +3,7 @@
 
 #include "attachments/CardImages.h"
 #include "widgets/ChildWindow.h"
+#include "widgets/FormContext.h"
 
 class QComboBox;
 class QHBoxLayout;
@@ -11,7 +12,6 @@ class QToolButton;
 
 namespace tessaranth {
 
-class IconStore;
 class PictureView;
 
 /// The picture viewer: the pictures of one card, one at a time, at any zoom. Keys: + - (zoom), 0 (own size),
@@ -21,8 +21,7 @@ class frmPic final : public ChildWindow {
 
 public:
     /// Begins with the picture of this index; with the last one when there are fewer.
-    frmPic(Session& session, const IconStore& icons, const CardOwner& card, int index,
-           QWidget* parent = nullptr);
+    frmPic(const FormContext& context, const CardOwner& card, int index, QWidget* parent = nullptr);
 
     Kind kind() const override { return Kind::Picture; }
     QString key() const override;
@@ -60,8 +59,7 @@ private:
     void copy();
     bool hasFile() const;
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     CardImages m_images;
     Table m_commands;
     ItemList m_list;

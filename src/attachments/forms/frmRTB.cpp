@@ -30,10 +30,10 @@ constexpr int largest = 200;
 
 } // namespace
 
-frmRTB::frmRTB(Session& session, const IconStore& icons, const CardOwner& owner, Mode mode, qint64 document,
+frmRTB::frmRTB(const FormContext& context, const CardOwner& owner, Mode mode, qint64 document,
                QWidget* parent, Writer write)
-    : QDialog(parent), m_session(session), m_icons(icons), m_owner(owner), m_documents(session, owner),
-      m_mode(mode), m_write(std::move(write)), m_document(document) {
+    : QDialog(parent), m_context(context), m_owner(owner), m_documents(context.session, owner), m_mode(mode),
+      m_write(std::move(write)), m_document(document) {
     setObjectName(QStringLiteral("frmRTB"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     buildUi();
@@ -84,7 +84,7 @@ QToolBar* frmRTB::buildToolBar() {
     bar->setIconSize(QSize(20, 20));
     const auto add = [&](const char* key, const QString& tip, const QKeySequence& keys,
                          std::function<void()> run, bool isCheckable = false) {
-        auto* action = new QAction(m_icons.icon(QString::fromLatin1(key).remove(u' ')), tip, this);
+        auto* action = new QAction(m_context.icons.icon(QString::fromLatin1(key).remove(u' ')), tip, this);
         action->setObjectName(QString::fromLatin1(key));
         action->setShortcut(keys);
         action->setCheckable(isCheckable);
@@ -182,7 +182,7 @@ void frmRTB::load() {
     }
     const std::optional<QByteArray> stored = m_documents.read(m_document);
     if (!stored && !m_documents.hasFile(m_document))
-        m_session.messages().warning(caption().trimmed(), QStringLiteral("File not found!"));
+        m_context.session.messages().warning(caption().trimmed(), QStringLiteral("File not found!"));
     showText(stored.value_or(QByteArray()));
 }
 
@@ -242,7 +242,7 @@ bool frmRTB::save() {
 
 bool frmRTB::settled() {
     return !m_edit->document()->isModified() ||
-           FormHelpers::settleUnsaved(m_session.messages(), caption().trimmed(),
+           FormHelpers::settleUnsaved(m_context.session.messages(), caption().trimmed(),
                                       QStringLiteral("The data has been modified. ") +
                                           QStringLiteral("Do you want to save the changes?"),
                                       [this] { return save(); }) != FormHelpers::Unsaved::Kept;
@@ -297,7 +297,7 @@ void frmRTB::setAlignment(const QString& name, Qt::Alignment alignment) {
 
 void frmRTB::chooseColour() {
     const std::optional<QColor> colour =
-        m_session.messages().chooseColour(tr("Text color"), m_edit->textColor());
+        m_context.session.messages().chooseColour(tr("Text color"), m_edit->textColor());
     if (colour)
         setFormat(tr("Text color"), [&](QTextCharFormat& format) { format.setForeground(*colour); });
 }

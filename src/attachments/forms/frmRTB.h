@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attachments/CardDocuments.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 #include <QHash>
@@ -15,7 +16,6 @@ class QToolBar;
 
 namespace tessaranth {
 
-class IconStore;
 class RichTextEdit;
 
 /// The editor of a card's document, or of the long description of a work.
@@ -30,7 +30,7 @@ public:
 
     /// `document` 0: a new one. In the mode Descr the document is the work's description, there or not yet,
     /// and `write` stores it.
-    frmRTB(Session& session, const IconStore& icons, const CardOwner& owner, Mode mode, qint64 document,
+    frmRTB(const FormContext& context, const CardOwner& owner, Mode mode, qint64 document,
            QWidget* parent = nullptr, Writer write = {});
 
     qint64 document() const { return m_document; } ///< as saved; 0 while it never was
@@ -55,8 +55,7 @@ private:
     void followUndo();
     void enable();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     CardOwner m_owner;
     CardDocuments m_documents;
     Mode m_mode;

@@ -16,8 +16,8 @@ enum Role { KindRole = Qt::UserRole, NodeRole, IdRole };
 
 } // namespace
 
-ClassTree::ClassTree(Session& session, const IconStore& icons, Style style, QWidget* parent)
-    : QTreeWidget(parent), m_session(session), m_icons(icons), m_style(style) {
+ClassTree::ClassTree(const FormContext& context, Style style, QWidget* parent)
+    : QTreeWidget(parent), m_context(context), m_style(style) {
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setDragDropMode(QAbstractItemView::DropOnly);
@@ -42,7 +42,7 @@ QTreeWidgetItem* ClassTree::add(QTreeWidgetItem* parent, const Place& place, con
                                 const QString& iconKey, int cards) {
     auto* item = new QTreeWidgetItem(parent, {caption(name, cards)});
     item->setToolTip(0, name);
-    item->setIcon(0, m_icons.icon(iconKey));
+    item->setIcon(0, m_context.icons.icon(iconKey));
     item->setData(0, KindRole, place.kind);
     item->setData(0, NodeRole, place.node);
     item->setData(0, IdRole, place.id);
@@ -94,7 +94,7 @@ void ClassTree::fillBelow(QTreeWidgetItem* root, int kind) {
         add(root, {kind, GlobalView, 0}, QStringLiteral("Global view"), QStringLiteral("Table"), 0);
         top = add(root, {kind, Categories, 0}, QStringLiteral("Categories"), QStringLiteral("Class"), 0);
     }
-    const std::optional<Classification::Tree> tree = Classification(m_session, kind).tree();
+    const std::optional<Classification::Tree> tree = Classification(m_context.session, kind).tree();
     if (!tree)
         return;
     for (const Classification::Node& category : tree->categories) {

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QSet>
 #include <QTreeWidget>
 
 namespace tessaranth {
-
-class IconStore;
-class Session;
 
 /// The categories and sub-categories of the four kinds of card. Cards dragged from a list can be dropped onto
 /// a sub-category of their kind.
@@ -26,7 +25,7 @@ public:
         bool operator==(const Place&) const = default;
     };
 
-    ClassTree(Session& session, const IconStore& icons, Style style, QWidget* parent = nullptr);
+    ClassTree(const FormContext& context, Style style, QWidget* parent = nullptr);
 
     /// Reads one kind again, or all of them (0), and stays where it was as far as that is still there.
     void fill(int kind = 0);
@@ -57,8 +56,7 @@ private:
     void fillBelow(QTreeWidgetItem* root, int kind);
     QString caption(const QString& name, int cards) const;
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     Style m_style;
     int m_dropKind = 0;
 };

@@ -23,8 +23,8 @@
 
 namespace tessaranth {
 
-frmClass::frmClass(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_cards(cards) {
+frmClass::frmClass(const FormContext& context, OpenCards& cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_cards(cards) {
     setObjectName(QStringLiteral("frmClass"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(QStringLiteral("Manage classifications"));
@@ -40,7 +40,7 @@ void frmClass::buildUi() {
     m_menus = new QMenuBar(this);
     layout->setMenuBar(m_menus);
     layout->addWidget(
-        FormHelpers::head(m_icons, QStringLiteral("Class"), QStringLiteral("Class"),
+        FormHelpers::head(m_context.icons, QStringLiteral("Class"), QStringLiteral("Class"),
                           QStringLiteral("Add/Edit/Remove categories and subcategories. Assign the items.")));
     m_bar = new QToolBar;
     m_bar->setIconSize(QSize(18, 18));
@@ -48,10 +48,10 @@ void frmClass::buildUi() {
     m_bar->setAccessibleName(tr("Commands of the classifications"));
     layout->addWidget(m_bar);
 
-    m_tree = new ClassTree(m_session, m_icons, ClassTree::Style::Manage);
+    m_tree = new ClassTree(m_context, ClassTree::Style::Manage);
     m_tree->setObjectName(QStringLiteral("TV"));
     m_tree->setAccessibleName(tr("Categories and sub-categories"));
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_list = FormHelpers::itemView(this, QStringLiteral("LV"), m_model, true);
     m_list->setAccessibleName(tr("Cards"));
     m_list->setDragDropMode(QAbstractItemView::DragOnly);
@@ -61,7 +61,7 @@ void frmClass::buildUi() {
     splitter->addWidget(m_list);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({280, 660});
-    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("frmClass"));
+    FormHelpers::keepSplitter(splitter, m_context.session.arrangements(), QStringLiteral("frmClass"));
     layout->addWidget(splitter, 1);
 
     auto* status = new QHBoxLayout;
@@ -130,7 +130,7 @@ std::vector<frmClass::Entry> frmClass::commands() {
 }
 
 QAction* frmClass::makeAction(const Entry& entry) {
-    auto* action = new QAction(m_icons.icon(entry.iconKey), entry.caption, this);
+    auto* action = new QAction(m_context.icons.icon(entry.iconKey), entry.caption, this);
     action->setObjectName(QLatin1String(entry.key));
     action->setToolTip(entry.tip);
     action->setStatusTip(entry.tip);
@@ -267,7 +267,7 @@ void frmClass::fillList() {
     const QHeaderView* header = m_list->header();
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())
         m_model->sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
-    paintInItemColours(m_list, m_session.configuration(), kind.colourPrefix);
+    paintInItemColours(m_list, m_context.session.configuration(), kind.colourPrefix);
     FormHelpers::fitColumns(m_list);
     if (m_model->columnCount() > 1)
         m_list->setColumnWidth(0, qMin(m_list->columnWidth(0), 300)); // so that categories are in sight
@@ -281,12 +281,12 @@ std::vector<qint64> frmClass::selectedCards() const { return FormHelpers::select
 void frmClass::classify() {
     Classification classification = classes();
     const QString name = m_list->selectionModel()->selectedRows().value(0).data().toString();
-    if (frmClassItem::classify(classification, m_icons, selectedCards(), name, this))
+    if (frmClassItem::classify(classification, m_context.icons, selectedCards(), name, this))
         fillList();
 }
 
 void frmClass::drop(int kind, qint64 subCategory, const QList<qint64>& cards) {
-    if (Classification(m_session, kind, &m_cards).put({cards.begin(), cards.end()}, subCategory))
+    if (Classification(m_context.session, kind, &m_cards).put({cards.begin(), cards.end()}, subCategory))
         fillList();
 }
 

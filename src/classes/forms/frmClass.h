@@ -3,6 +3,7 @@
 
 #include "classes/Classification.h"
 #include "classes/forms/ClassTree.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 #include <functional>
@@ -24,7 +25,7 @@ class frmClass final : public QDialog {
     Q_OBJECT
 
 public:
-    frmClass(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
+    frmClass(const FormContext& context, OpenCards& cards, QWidget* parent = nullptr);
 
     /// Cards or classes have changed elsewhere: it reads them again when the user comes back to it.
     void setOutdated() { m_isOutdated = true; }
@@ -58,7 +59,7 @@ private:
     void addContextMenus();
     void enable();
 
-    Classification classes() { return Classification(m_session, kind(), &m_cards); }
+    Classification classes() { return Classification(m_context.session, kind(), &m_cards); }
     int kind() const { return m_tree->place().kind; }
     bool stands(Level level) const;
     void fillList();
@@ -71,8 +72,7 @@ private:
     void openCard(const QModelIndex& index);
     std::vector<qint64> selectedCards() const;
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards& m_cards;
     ClassTree* m_tree = nullptr;
     ItemListModel* m_model = nullptr;

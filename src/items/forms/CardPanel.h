@@ -2,19 +2,16 @@
 #pragma once
 
 #include "widgets/CommandTarget.h"
+#include "widgets/FormContext.h"
 
 #include <QWidget>
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
-class Session;
 
 /// The card that a panel belongs to. The references outlive the panel.
-struct CardContext {
-    Session& session;
-    const IconStore& icons;
+struct CardContext : FormContext {
     OpenCards& cards;
     QString code; ///< "Cps", "Pfr", "Rec", "UserDef" or, for a work, "Comp"
     qint64 id = 0;

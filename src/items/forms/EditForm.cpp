@@ -30,7 +30,7 @@ QPushButton* EditForm::button(const QString& caption, const QString& name) {
 QPushButton* EditForm::specialCharacters(QLineEdit* line) {
     QPushButton* special = button(tr("Special c&haracters"), QStringLiteral("cmdCharmap"));
     connect(special, &QPushButton::clicked, this, [this, line] {
-        frmCharmap form(m_icons, this);
+        frmCharmap form(m_context.icons, this);
         if (form.exec() == QDialog::Accepted)
             line->insert(form.characters());
         line->setFocus();
@@ -41,7 +41,7 @@ QPushButton* EditForm::specialCharacters(QLineEdit* line) {
 void EditForm::reject() {
     using FormHelpers::Unsaved;
     const Unsaved changes =
-        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle().trimmed(),
+        isChanged() ? FormHelpers::settleUnsaved(m_context.session.messages(), windowTitle().trimmed(),
                                                  QStringLiteral("Do you want to save the changes?"),
                                                  [this] { return save(); })
                     : Unsaved::Dropped;

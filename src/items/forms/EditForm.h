@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QDialog>
 
 class QLineEdit;
@@ -8,9 +10,6 @@ class QPushButton;
 class QVBoxLayout;
 
 namespace tessaranth {
-
-class IconStore;
-class Session;
 
 /// A small editor of one item: its fields, Save and Cancel. Closing it with changes asks about them.
 class EditForm : public QDialog {
@@ -20,8 +19,7 @@ public:
     void reject() override;
 
 protected:
-    EditForm(Session& session, const IconStore& icons, QWidget* parent)
-        : QDialog(parent), m_session(session), m_icons(icons) {}
+    EditForm(const FormContext& context, QWidget* parent) : QDialog(parent), m_context(context) {}
 
     virtual bool isChanged() const = 0;
     virtual bool save() = 0; ///< false: refused, and the user knows why
@@ -31,8 +29,7 @@ protected:
     QPushButton* specialCharacters(QLineEdit* line);
     QPushButton* button(const QString& caption, const QString& name);
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
 };
 
 } // namespace tessaranth

@@ -6,17 +6,17 @@
 
 namespace tessaranth {
 
-qint64 addLookup(Session& session, const IconStore& icons, int kind, QWidget* parent) {
+qint64 addLookup(const FormContext& context, int kind, QWidget* parent) {
     if (kind != ItemKind::Label)
-        return CMIT(session).AggiungiItem(kind);
-    frmNewLabel form(session, icons, 0, parent);
+        return CMIT(context.session).AggiungiItem(kind);
+    frmNewLabel form(context, 0, parent);
     return form.exec() == QDialog::Accepted ? form.id() : 0;
 }
 
-bool editLookup(Session& session, const IconStore& icons, int kind, qint64 id, QWidget* parent) {
+bool editLookup(const FormContext& context, int kind, qint64 id, QWidget* parent) {
     if (kind != ItemKind::Label)
-        return CMIT(session).ModificaItem(kind, id);
-    return frmNewLabel(session, icons, id, parent).exec() == QDialog::Accepted;
+        return CMIT(context.session).ModificaItem(kind, id);
+    return frmNewLabel(context, id, parent).exec() == QDialog::Accepted;
 }
 
 } // namespace tessaranth

@@ -24,28 +24,28 @@ bool isPerson(int kind) { return kind == ItemKind::Composer || kind == ItemKind:
 
 } // namespace
 
-frmListChooser::frmListChooser(Session& session, const IconStore& icons, int kind, const QString& title,
-                               bool several, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_several(several), m_kind(kind) {
+frmListChooser::frmListChooser(const FormContext& context, int kind, const QString& title, bool several,
+                               QWidget* parent)
+    : QDialog(parent), m_context(context), m_several(several), m_kind(kind) {
     setWindowTitle(title);
     if (isPerson(kind))
         m_create = [this](QWidget* above) {
-            frmPers form(m_session, m_icons, m_kind, 0, above);
+            frmPers form(m_context, m_kind, 0, above);
             return form.exec() == QDialog::Accepted ? form.id() : 0;
         };
     else if (kind == ItemKind::Custom)
         m_create = [this](QWidget* above) {
-            frmNewUserDef form(m_session, m_icons, 0, nullptr, above);
+            frmNewUserDef form(m_context, 0, nullptr, above);
             return form.exec() == QDialog::Accepted ? form.id() : 0;
         };
     else if (!itemKind(kind)->isCard())
-        m_create = [this](QWidget* above) { return addLookup(m_session, m_icons, m_kind, above); };
+        m_create = [this](QWidget* above) { return addLookup(m_context, m_kind, above); };
     buildUi(itemKind(kind)->iconKey);
 }
 
-frmListChooser::frmListChooser(Session& session, const IconStore& icons, const QString& iconKey,
-                               ItemList list, const QString& title, bool several, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_several(several), m_ready(std::move(list)) {
+frmListChooser::frmListChooser(const FormContext& context, const QString& iconKey, ItemList list,
+                               const QString& title, bool several, QWidget* parent)
+    : QDialog(parent), m_context(context), m_several(several), m_ready(std::move(list)) {
     setWindowTitle(title);
     buildUi(iconKey);
 }
@@ -64,9 +64,9 @@ void frmListChooser::buildUi(const QString& iconKey) {
                              ? tr("Ctrl+Space chooses the row found and lets you search on; Ctrl or Shift "
                                   "with a click add to what is chosen.")
                              : tr("Type until the row is found, then press Enter.");
-    layout->addWidget(FormHelpers::head(m_icons, iconKey, title, hint));
+    layout->addWidget(FormHelpers::head(m_context.icons, iconKey, title, hint));
     m_list = FormHelpers::narrowedList(
-        this, m_icons,
+        this, m_context.icons,
         {QStringLiteral("txtFilter"), tr("Narrow the list"),
          m_kind ? tr("Type the beginning of a name") : tr("Type a part of the name or number"),
          QStringLiteral("lvItems"), title},
@@ -101,7 +101,7 @@ void frmListChooser::buildUi(const QString& iconKey) {
 bool frmListChooser::readList(ItemList& list) const {
     const QString typed = m_list.text->text().trimmed();
     if (m_kind)
-        return CMIT(m_session).ElencoInLv(m_kind, list, typed);
+        return CMIT(m_context.session).ElencoInLv(m_kind, list, typed);
     list = m_ready.narrowed(typed);
     return true;
 }

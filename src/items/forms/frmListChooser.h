@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/ItemList.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QDialog>
@@ -10,9 +11,6 @@
 class QLabel;
 
 namespace tessaranth {
-
-class IconStore;
-class Session;
 
 /// Chooses one item, or several, of a list that narrows while one types. Every editor that needs another item
 /// (a label, a composer, a work) asks for it here. Where several may be chosen, what was chosen stays so
@@ -28,11 +26,11 @@ public:
 
     /// All items of a kind (1 to 8), narrowed by the beginning of their names. Persons and the lookup lists
     /// can be added to from here.
-    frmListChooser(Session& session, const IconStore& icons, int kind, const QString& title, bool several,
+    frmListChooser(const FormContext& context, int kind, const QString& title, bool several,
                    QWidget* parent = nullptr);
     /// A list of the caller's, such as one composer's works, narrowed by words that its rows contain.
-    frmListChooser(Session& session, const IconStore& icons, const QString& iconKey, ItemList list,
-                   const QString& title, bool several, QWidget* parent = nullptr);
+    frmListChooser(const FormContext& context, const QString& iconKey, ItemList list, const QString& title,
+                   bool several, QWidget* parent = nullptr);
     /// Lets the caller's list be added to: `reload` reads it again after `create` made an item.
     void setCreator(Creator create, Filler reload);
 
@@ -68,8 +66,7 @@ private:
     void choose();
     void create();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     bool m_several;
     int m_kind = 0;
     ItemList m_ready; ///< the caller's whole list; unused when there is a kind

@@ -40,9 +40,8 @@ ManagerWords wordsOf(int kind) {
 
 } // namespace
 
-frmListManager::frmListManager(Session& session, const IconStore& icons, int kind, OpenCards* cards,
-                               QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_cards(cards) {
+frmListManager::frmListManager(const FormContext& context, int kind, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_kind(kind), m_cards(cards) {
     setObjectName(QStringLiteral("frmListManager"));
     setWindowTitle(tr(wordsOf(kind).title));
     buildUi();
@@ -52,8 +51,9 @@ frmListManager::frmListManager(Session& session, const IconStore& icons, int kin
 void frmListManager::buildUi() {
     const ItemKind& kind = *itemKind(m_kind);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), tr(wordsOf(m_kind).hint)));
-    m_list = FormHelpers::narrowedList(this, m_icons,
+    layout->addWidget(
+        FormHelpers::head(m_context.icons, kind.iconKey, windowTitle(), tr(wordsOf(m_kind).hint)));
+    m_list = FormHelpers::narrowedList(this, m_context.icons,
                                        {QStringLiteral("txtFilter"), tr("Narrow the list"),
                                         tr("Type the beginning of a name"), QStringLiteral("lvItems"),
                                         kind.listCaption},
@@ -98,7 +98,7 @@ void frmListManager::buildUi() {
 
 void frmListManager::fill() {
     ItemList list;
-    if (CMIT(m_session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
+    if (CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
         m_list.model->setList(std::move(list));
     if (!m_list.text->text().trimmed().isEmpty() && m_list.model->rowCount() > 0)
         m_list.view->setCurrentIndex(m_list.model->index(0, 0));
@@ -131,13 +131,13 @@ void frmListManager::refresh(qint64 id) {
 }
 
 void frmListManager::create() {
-    if (const qint64 id = addLookup(m_session, m_icons, m_kind, this))
+    if (const qint64 id = addLookup(m_context, m_kind, this))
         refresh(id);
 }
 
 void frmListManager::rename() {
     const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
-    if (ids.size() == 1 && editLookup(m_session, m_icons, m_kind, ids.front(), this))
+    if (ids.size() == 1 && editLookup(m_context, m_kind, ids.front(), this))
         refresh(ids.front());
 }
 
@@ -146,7 +146,7 @@ void frmListManager::remove() {
     QStringList names;
     for (const qint64 id : ids)
         names.push_back(m_list.model->indexOf(id).data().toString());
-    CMIT items(m_session);
+    CMIT items(m_context.session);
     if (!items.ConfermaEliminazione(m_kind, names))
         return;
     {
@@ -160,7 +160,7 @@ void frmListManager::merge() {
     const std::vector<qint64> ids = FormHelpers::selectedIds(m_list.view, m_list.model);
     if (ids.size() != 1)
         return;
-    frmMigrate form(m_session, m_icons, m_kind, ids.front(), m_cards, this);
+    frmMigrate form(m_context, m_kind, ids.front(), m_cards, this);
     if (form.exec() == QDialog::Accepted)
         refresh(form.target());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QDialog>
@@ -9,9 +10,7 @@ class QLabel;
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
-class Session;
 
 /// Takes care of one of the lookup lists: genres, labels, sources or carrier types.
 class frmListManager final : public QDialog {
@@ -19,8 +18,7 @@ class frmListManager final : public QDialog {
 
 public:
     /// `kind` is 5 to 8; `cards` may be null.
-    frmListManager(Session& session, const IconStore& icons, int kind, OpenCards* cards,
-                   QWidget* parent = nullptr);
+    frmListManager(const FormContext& context, int kind, OpenCards* cards, QWidget* parent = nullptr);
     /// True once the list was changed: what shows its names is out of date.
     bool hasChanged() const { return m_changed; }
 
@@ -35,8 +33,7 @@ private:
     void remove();
     void merge();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     int m_kind;
     OpenCards* m_cards;
     bool m_changed = false;

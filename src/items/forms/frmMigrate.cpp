@@ -14,9 +14,8 @@
 
 namespace tessaranth {
 
-frmMigrate::frmMigrate(Session& session, const IconStore& icons, int kind, qint64 source, OpenCards* cards,
-                       QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_source(source), m_cards(cards) {
+frmMigrate::frmMigrate(const FormContext& context, int kind, qint64 source, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_kind(kind), m_source(source), m_cards(cards) {
     setObjectName(QStringLiteral("frmMigrate"));
     const QString noun = kind == ItemKind::Custom ? QStringLiteral("Custom") : itemKind(kind)->noun;
     setWindowTitle(QStringLiteral("  Migrate ") + noun);
@@ -27,13 +26,13 @@ frmMigrate::frmMigrate(Session& session, const IconStore& icons, int kind, qint6
 void frmMigrate::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(
-        FormHelpers::head(m_icons, itemKind(m_kind)->iconKey, windowTitle().trimmed(),
+        FormHelpers::head(m_context.icons, itemKind(m_kind)->iconKey, windowTitle().trimmed(),
                           QStringLiteral("Assign all selected card related elements to another card.")));
-    auto* from = new QLabel(tr("From: %1").arg(CMIT(m_session).nameOf(m_kind, m_source)));
+    auto* from = new QLabel(tr("From: %1").arg(CMIT(m_context.session).nameOf(m_kind, m_source)));
     from->setTextFormat(Qt::PlainText);
     from->setWordWrap(true);
     layout->addWidget(from);
-    m_list = FormHelpers::narrowedList(this, m_icons,
+    m_list = FormHelpers::narrowedList(this, m_context.icons,
                                        {QStringLiteral("txtFilter"), tr("Beginning of the target's name"),
                                         tr("To: type the beginning of a name"), QStringLiteral("lvTarget"),
                                         tr("Target")},
@@ -51,7 +50,7 @@ void frmMigrate::buildUi() {
 
 void frmMigrate::fill() {
     ItemList list;
-    if (CMIT(m_session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
+    if (CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
         m_list.model->setList(std::move(list));
     FormHelpers::fitColumns(m_list.view);
     enable();
@@ -64,7 +63,7 @@ void frmMigrate::enable() { m_migrate->setEnabled(target() != 0 && target() != m
 void frmMigrate::run() {
     if (!m_migrate->isEnabled())
         return;
-    CMIT items(m_session);
+    CMIT items(m_context.session);
     items.setOpenCards(m_cards);
     if (items.Migra(m_kind, m_source, target()))
         accept();

@@ -1,22 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QDialog>
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
-class Session;
 
 /// Picks the item into which another one of its kind is merged. Accepted when the merge was done.
 class frmMigrate final : public QDialog {
     Q_OBJECT
 
 public:
-    frmMigrate(Session& session, const IconStore& icons, int kind, qint64 source, OpenCards* cards,
+    frmMigrate(const FormContext& context, int kind, qint64 source, OpenCards* cards,
                QWidget* parent = nullptr);
     qint64 target() const; ///< 0 while nothing is selected
 
@@ -26,8 +25,7 @@ private:
     void enable();
     void run();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     int m_kind;
     qint64 m_source;
     OpenCards* m_cards;

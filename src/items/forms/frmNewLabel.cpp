@@ -24,13 +24,13 @@ const QString folderKind = QStringLiteral("Label");
 
 } // namespace
 
-frmNewLabel::frmNewLabel(Session& session, const IconStore& icons, qint64 id, QWidget* parent)
-    : EditForm(session, icons, parent), m_labels(session), m_id(id) {
+frmNewLabel::frmNewLabel(const FormContext& context, qint64 id, QWidget* parent)
+    : EditForm(context, parent), m_labels(context.session), m_id(id) {
     setObjectName(QStringLiteral("frmNewLabel"));
     setWindowTitle(id == 0 ? QStringLiteral(" Add new label") : QStringLiteral(" Edit label"));
     buildUi();
     if (id != 0)
-        m_name->setText(CMIT(session).nameOf(ItemKind::Label, id));
+        m_name->setText(CMIT(context.session).nameOf(ItemKind::Label, id));
     m_stored = m_name->text();
     showLogo(m_labels.logo(id));
 }
@@ -38,11 +38,11 @@ frmNewLabel::frmNewLabel(Session& session, const IconStore& icons, qint64 id, QW
 void frmNewLabel::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(
-        FormHelpers::head(m_icons, QStringLiteral("Label"), QStringLiteral("Label"),
+        FormHelpers::head(m_context.icons, QStringLiteral("Label"), QStringLiteral("Label"),
                           QStringLiteral("Add or edit a label\nYou may also import the label logo.")));
     m_name = FormHelpers::lineEdit(
         this, QStringLiteral("txtName"), tr("Label name"),
-        m_session.fieldLengths().maxLength(QStringLiteral("Labels"), QStringLiteral("LabelName")));
+        m_context.session.fieldLengths().maxLength(QStringLiteral("Labels"), QStringLiteral("LabelName")));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&Name:"), m_name);
     fields->addRow(tr("Logo:"), logoRow());
@@ -86,13 +86,13 @@ QWidget* frmNewLabel::logoRow() {
 void frmNewLabel::importLogo() {
     FileRequest request;
     request.title = QStringLiteral("Add label image");
-    request.folder = m_session.configuration().lastFolder(folderKind);
+    request.folder = m_context.session.configuration().lastFolder(folderKind);
     request.filterName = QStringLiteral("Images (*.bmp;*.jpg;*.gif)");
     request.patterns = {QStringLiteral("*.bmp"), QStringLiteral("*.jpg"), QStringLiteral("*.gif")};
-    const QStringList files = m_session.messages().chooseFiles(request);
+    const QStringList files = m_context.session.messages().chooseFiles(request);
     if (files.isEmpty())
         return;
-    m_session.configuration().setLastFolder(folderKind, files.front());
+    m_context.session.configuration().setLastFolder(folderKind, files.front());
     const QByteArray bytes = m_labels.importLogo(files.front());
     if (!bytes.isEmpty())
         setLogo({LogoChange::What::Replace, bytes});

@@ -14,7 +14,7 @@ class frmNewLabel final : public EditForm {
 
 public:
     /// `id` 0 adds a label.
-    frmNewLabel(Session& session, const IconStore& icons, qint64 id, QWidget* parent = nullptr);
+    frmNewLabel(const FormContext& context, qint64 id, QWidget* parent = nullptr);
     qint64 id() const { return m_id; } ///< of the label that was saved
 
 protected:

@@ -14,24 +14,23 @@
 
 namespace tessaranth {
 
-frmNewUserDef::frmNewUserDef(Session& session, const IconStore& icons, qint64 id, OpenCards* cards,
-                             QWidget* parent)
-    : EditForm(session, icons, parent), m_id(id), m_cards(cards) {
+frmNewUserDef::frmNewUserDef(const FormContext& context, qint64 id, OpenCards* cards, QWidget* parent)
+    : EditForm(context, parent), m_id(id), m_cards(cards) {
     setObjectName(QStringLiteral("frmNewUserDef"));
     setWindowTitle(id == 0 ? QStringLiteral(" New Custom item") : QStringLiteral(" Edit Custom item"));
     buildUi();
     if (id != 0)
-        m_title->setText(CMIT(session).nameOf(ItemKind::Custom, id));
+        m_title->setText(CMIT(context.session).nameOf(ItemKind::Custom, id));
     m_stored = m_title->text();
 }
 
 void frmNewUserDef::buildUi() {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("User"), windowTitle().trimmed(),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("User"), windowTitle().trimmed(),
                                         QStringLiteral("Add or edit a custom item")));
-    m_title = FormHelpers::lineEdit(
-        this, QStringLiteral("txtTitle"), tr("Title"),
-        m_session.fieldLengths().maxLength(QStringLiteral("UserDef"), QStringLiteral("UserDefTitle")));
+    m_title = FormHelpers::lineEdit(this, QStringLiteral("txtTitle"), tr("Title"),
+                                    m_context.session.fieldLengths().maxLength(
+                                        QStringLiteral("UserDef"), QStringLiteral("UserDefTitle")));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&Title:"), m_title);
     layout->addLayout(fields);
@@ -46,10 +45,10 @@ bool frmNewUserDef::isChanged() const { return m_title->text() != m_stored; }
 bool frmNewUserDef::save() {
     m_title->setFocus();
     const bool isNew = m_id == 0;
-    if (!CustomCards(m_session, m_cards).save(m_id, m_title->text()))
+    if (!CustomCards(m_context.session, m_cards).save(m_id, m_title->text()))
         return false;
     if (isNew)
-        beginWithMainPanel(m_session, QStringLiteral("UserDef"), m_id);
+        beginWithMainPanel(m_context.session, QStringLiteral("UserDef"), m_id);
     return true;
 }
 

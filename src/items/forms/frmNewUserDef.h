@@ -13,8 +13,7 @@ class frmNewUserDef final : public EditForm {
 
 public:
     /// `id` 0 adds a card; `cards` may be null.
-    frmNewUserDef(Session& session, const IconStore& icons, qint64 id, OpenCards* cards,
-                  QWidget* parent = nullptr);
+    frmNewUserDef(const FormContext& context, qint64 id, OpenCards* cards, QWidget* parent = nullptr);
     qint64 id() const { return m_id; } ///< of the card that was saved
 
 protected:

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/forms/frmPers.h"
 
-#include "attachments/CardDocuments.h"
 #include "items/CMIT.h"
 #include "items/CardHeading.h"
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
-#include "text/RichText.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/frmCharmap.h"
 
@@ -28,26 +26,27 @@ QString hintOf(int kind) {
 
 } // namespace
 
-frmPers::frmPers(Session& session, const IconStore& icons, int kind, qint64 id, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind) {
+frmPers::frmPers(const FormContext& context, int kind, qint64 id, QWidget* parent)
+    : QDialog(parent), m_context(context), m_kind(kind) {
     setObjectName(QStringLiteral("frmPers"));
     const QString noun =
         kind == ItemKind::Composer ? QStringLiteral(" composer") : QStringLiteral(" performer");
     setWindowTitle((id == 0 ? QStringLiteral(" New") : QStringLiteral(" Edit")) + noun);
     buildUi();
     if (id != 0)
-        m_stored = CMIT(session).person(kind, id);
+        m_stored = CMIT(context.session).person(kind, id);
     show(m_stored);
 }
 
 void frmPers::buildUi() {
     const ItemKind& kind = *itemKind(m_kind);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle().trimmed(), hintOf(m_kind)));
+    layout->addWidget(
+        FormHelpers::head(m_context.icons, kind.iconKey, windowTitle().trimmed(), hintOf(m_kind)));
 
     auto* fields = new QFormLayout;
     const auto field = [&](QLineEdit*& edit, const char* name, const char* column, const QString& caption) {
-        const int width = m_session.fieldLengths().maxLength(kind.table, QLatin1String(column));
+        const int width = m_context.session.fieldLengths().maxLength(kind.table, QLatin1String(column));
         edit = FormHelpers::lineEdit(this, QLatin1String(name), QString(caption).remove(u'&').remove(u':'),
                                      width);
         fields->addRow(caption, edit);
@@ -148,12 +147,12 @@ bool frmPers::save() {
     }
     Person person = typed();
     const bool isNew = person.id == 0;
-    if (!CMIT(m_session).ModificaItem(m_kind, person))
+    if (!CMIT(m_context.session).ModificaItem(m_kind, person))
         return false;
     m_stored = person;
     if (isNew)
-        beginWithMainPanel(m_session, itemKind(m_kind)->code, person.id);
-    if (isNew && !m_dateNote.isEmpty())
+        beginWithMainPanel(m_context.session, itemKind(m_kind)->code, person.id);
+    if (isNew && !m_dateNote.isEmpty() && m_context.keepDocument)
         offerDateNote();
     return true;
 }
@@ -166,13 +165,12 @@ void frmPers::offerDateNote() {
         tr("The internal list says of the dates: %1\nKeep this as a document of the card?").arg(m_dateNote);
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::Yes;
-    if (m_session.messages().ask(question) == Answer::Yes)
-        CardDocuments(m_session, {itemKind(m_kind)->code, m_stored.id})
-            .add(RichText::fromText(m_dateNote), tr("Dates"));
+    if (m_context.session.messages().ask(question) == Answer::Yes)
+        m_context.keepDocument(itemKind(m_kind)->code, m_stored.id, m_dateNote, tr("Dates"));
 }
 
 void frmPers::importFromArchive() {
-    frmPersSearch form(m_session, m_icons, m_kind, m_last->text(), this);
+    frmPersSearch form(m_context, m_kind, m_last->text(), this);
     if (form.exec() != QDialog::Accepted)
         return;
     Person chosen = form.person();
@@ -185,13 +183,13 @@ void frmPers::importFromArchive() {
 
 void frmPers::insertSpecial() {
     auto* target = qobject_cast<QLineEdit*>(focusWidget());
-    frmCharmap form(m_icons, this);
+    frmCharmap form(m_context.icons, this);
     if (form.exec() == QDialog::Accepted && target)
         target->insert(form.characters());
 }
 
 void frmPers::reject() {
-    FormHelpers::closeForm(this, m_session.messages(), isChanged(), [this] { return save(); });
+    FormHelpers::closeForm(this, m_context.session.messages(), isChanged(), [this] { return save(); });
 }
 
 } // namespace tessaranth

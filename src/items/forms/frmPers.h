@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/Person.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 
@@ -11,15 +12,12 @@ class QPushButton;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
-
 /// The editor of a composer or performer, new (id 0) or existing. Accepted when it was saved.
 class frmPers final : public QDialog {
     Q_OBJECT
 
 public:
-    frmPers(Session& session, const IconStore& icons, int kind, qint64 id, QWidget* parent = nullptr);
+    frmPers(const FormContext& context, int kind, qint64 id, QWidget* parent = nullptr);
     qint64 id() const { return m_stored.id; }
     void reject() override;
 
@@ -34,8 +32,7 @@ private:
     void offerDateNote();
     void insertSpecial();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     int m_kind;
     Person m_stored;
     QString m_dateNote; ///< of the person taken from the internal list

@@ -16,10 +16,10 @@
 
 namespace tessaranth {
 
-frmPersSearch::frmPersSearch(Session& session, const IconStore& icons, int kind, const QString& text,
-                             QWidget* parent, Mode mode)
-    : QDialog(parent), m_session(session), m_icons(icons), m_kind(kind), m_mode(mode),
-      m_archive(PersonArchive::open(session, kind)) {
+frmPersSearch::frmPersSearch(const FormContext& context, int kind, const QString& text, QWidget* parent,
+                             Mode mode)
+    : QDialog(parent), m_context(context), m_kind(kind), m_mode(mode),
+      m_archive(PersonArchive::open(context.session, kind)) {
     setObjectName(QStringLiteral("frmPersSearch"));
     const bool composer = kind == ItemKind::Composer;
     if (mode == Mode::ImportMany)
@@ -42,8 +42,8 @@ void frmPersSearch::buildUi() {
         hint = tr("Select as many as you like (Ctrl and Shift add to the selection, Ctrl+A takes all) and "
                   "then click "
                   "Import. Those whose name is in the catalog already are left out.");
-    layout->addWidget(FormHelpers::head(m_icons, kind.iconKey, windowTitle(), hint));
-    m_list = FormHelpers::narrowedList(this, m_icons,
+    layout->addWidget(FormHelpers::head(m_context.icons, kind.iconKey, windowTitle(), hint));
+    m_list = FormHelpers::narrowedList(this, m_context.icons,
                                        {QStringLiteral("txtSearch"), tr("Search string"),
                                         tr("Part of a last or first name"), QStringLiteral("lvPersons"),
                                         kind.listCaption},
@@ -100,7 +100,7 @@ void frmPersSearch::importSelected() {
                    tr("%1 left out, as they are there already.").arg(summary->present);
     if (summary->stopped)
         text += u'\n' + tr("Stopped before the end.");
-    m_session.messages().information(windowTitle(), text);
+    m_context.session.messages().information(windowTitle(), text);
     accept();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/PersonArchive.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
 #include <QDialog>
@@ -10,9 +11,6 @@ class QLabel;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
-
 /// Searches the reference archive of persons. In single mode one row is chosen for the person editor; in the
 /// other, many are added to the catalog at once.
 class frmPersSearch final : public QDialog {
@@ -20,8 +18,8 @@ class frmPersSearch final : public QDialog {
 
 public:
     enum class Mode { ChooseOne, ImportMany };
-    frmPersSearch(Session& session, const IconStore& icons, int kind, const QString& text,
-                  QWidget* parent = nullptr, Mode mode = Mode::ChooseOne);
+    frmPersSearch(const FormContext& context, int kind, const QString& text, QWidget* parent = nullptr,
+                  Mode mode = Mode::ChooseOne);
 
     Person person() const; ///< the chosen one
     QString dateNote() const;
@@ -33,8 +31,7 @@ private:
     void run();
     void importSelected();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     int m_kind;
     Mode m_mode;
     std::optional<PersonArchive> m_archive;

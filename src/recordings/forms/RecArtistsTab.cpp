@@ -156,7 +156,7 @@ void RecArtistsTab::enable(const Artists& artists) {
 }
 
 void RecArtistsTab::add(Artists& artists, const QString& listTitle) {
-    frmListChooser form(m_context.session, m_context.icons, artists.kind, listTitle, true, this);
+    frmListChooser form(m_context, artists.kind, listTitle, true, this);
     if (form.exec() != QDialog::Accepted)
         return;
     const std::vector<qint64> ids = form.ids();

@@ -261,7 +261,7 @@ void RecCastTab::addPerformers() {
     ItemList list({{QStringLiteral("Performers")}});
     for (const RecordingArtist& performer : m_performers)
         list.addRow(performer.id, QStringLiteral("p"), {performer.name});
-    frmListChooser form(m_context.session, m_context.icons, QStringLiteral("p"), std::move(list),
+    frmListChooser form(m_context, QStringLiteral("p"), std::move(list),
                         QStringLiteral("  Performers on work"), true, this);
     if (form.exec() != QDialog::Accepted)
         return;
@@ -292,7 +292,7 @@ void RecCastTab::chooseRoles() {
     ItemList list;
     if (!works.PersInLv(work, list))
         return;
-    frmListChooser form(m_context.session, m_context.icons, QStringLiteral("Pers"), std::move(list),
+    frmListChooser form(m_context, QStringLiteral("Pers"), std::move(list),
                         QStringLiteral("  Personages on work"), true, this);
     form.setCreator(
         [&](QWidget*) {

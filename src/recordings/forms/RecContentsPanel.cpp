@@ -153,9 +153,7 @@ void RecContentsPanel::addCommands() {
 }
 
 // The editor reloads the card after each part that it stores.
-void RecContentsPanel::manage() {
-    frmRec(m_context.session, m_context.icons, m_context.id, &m_context.cards, window()).exec();
-}
+void RecContentsPanel::manage() { frmRec(m_context, m_context.id, &m_context.cards, window()).exec(); }
 
 // ---- reading
 

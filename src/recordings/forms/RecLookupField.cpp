@@ -71,7 +71,7 @@ bool RecLookupField::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void RecLookupField::choose(const QString& typed) {
-    frmListChooser form(m_context.session, m_context.icons, m_kind, m_listTitle, false, this);
+    frmListChooser form(m_context, m_kind, m_listTitle, false, this);
     form.select(m_id);
     if (!typed.isEmpty())
         form.narrow(typed);

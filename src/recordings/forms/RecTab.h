@@ -2,6 +2,7 @@
 #pragma once
 
 #include "recordings/RecordingEditor.h"
+#include "widgets/FormContext.h"
 
 #include <QWidget>
 #include <functional>
@@ -11,12 +12,8 @@ class QPushButton;
 
 namespace tessaranth {
 
-class IconStore;
-
 /// What the tabs of one recording's editor have in common. The references outlive the tabs.
-struct RecContext {
-    Session& session;
-    const IconStore& icons;
+struct RecContext : FormContext {
     OpenCards* cards; ///< may be null
     RecordingEditor& editor;
     qint64 work = 0; ///< CompOnRecID of the work that the user is at; 0 for none

@@ -379,7 +379,7 @@ void RecTracksTab::makeWorks() {
     QStringList names;
     for (const int row : m_list->selectedRows())
         names.push_back(m_tracks[size_t(row)].name);
-    frmTrackToWorklist(m_context.session, m_context.icons, m_context.editor, names, this).exec();
+    frmTrackToWorklist(m_context, m_context.editor, names, this).exec();
 }
 
 // Enter adds what is typed; several lines pasted into the name are tracks.

@@ -335,11 +335,11 @@ void RecWorksTab::addWorks() {
     const qint64 composer = m_composer->currentData().toLongLong();
     if (composer == 0 || !readComposersWorks(list))
         return;
-    frmListChooser form(m_context.session, m_context.icons, QStringLiteral("Comp"), std::move(list),
+    frmListChooser form(m_context, QStringLiteral("Comp"), std::move(list),
                         QStringLiteral("  Composer works"), true, this);
     form.setCreator(
         [&](QWidget* above) {
-            frmWorkEditor editor(m_context.session, m_context.icons, composer, 0, above);
+            frmWorkEditor editor(m_context, composer, 0, above);
             const bool made = editor.exec() == QDialog::Accepted;
             // A new work need not be in the category that is chosen, but it must be seen now.
             if (made)

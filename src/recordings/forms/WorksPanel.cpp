@@ -62,7 +62,7 @@ bool WorksPanel::readList(ItemList& list) {
 }
 
 void WorksPanel::Edit_Work(qint64 work) {
-    frmWorkEditor editor(m_context.session, m_context.icons, m_context.id, work, window());
+    frmWorkEditor editor(m_context, m_context.id, work, window());
     if (editor.exec() != QDialog::Accepted)
         return;
     load();
@@ -82,11 +82,11 @@ void WorksPanel::Remove_Work() {
 void WorksPanel::listRecordings() {
     const qint64 work = theOne();
     const QString name = CWKS(m_context.session).work(work).title;
-    frmRecList(m_context.session, m_context.icons, work, name, &m_context.cards, window()).exec();
+    frmRecList(m_context, work, name, &m_context.cards, window()).exec();
 }
 
 void WorksPanel::Manage_Catalog() {
-    frmCatalog(m_context.session, m_context.icons, m_context.id, window()).exec();
+    frmCatalog(m_context, m_context.id, window()).exec();
     load();
 }
 

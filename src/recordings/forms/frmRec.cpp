@@ -54,8 +54,8 @@ QString captionOf(qint64 recording) {
 
 } // namespace
 
-frmRec::frmRec(Session& session, const IconStore& icons, qint64 recording, OpenCards* cards, QWidget* parent)
-    : QDialog(parent), m_editor(session, recording, cards), m_context{session, icons, cards, m_editor} {
+frmRec::frmRec(const FormContext& context, qint64 recording, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_editor(context.session, recording, cards), m_context{context, cards, m_editor} {
     setObjectName(QStringLiteral("frmRec"));
     setWindowTitle(captionOf(recording));
     buildUi();
@@ -226,7 +226,7 @@ bool frmRec::settleDoubles() {
         return answer == Answer::No;
     qint64 id = doubles.front().id;
     if (doubles.size() > 1) {
-        frmListChooser form(m_context.session, m_context.icons, QStringLiteral("Recordings"), std::move(list),
+        frmListChooser form(m_context, QStringLiteral("Recordings"), std::move(list),
                             tr("  Recordings that may be the same"), false, this);
         if (form.exec() != QDialog::Accepted)
             return false;

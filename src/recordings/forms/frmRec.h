@@ -22,8 +22,7 @@ class frmRec final : public QDialog {
 
 public:
     /// `cards` may be null.
-    frmRec(Session& session, const IconStore& icons, qint64 recording, OpenCards* cards,
-           QWidget* parent = nullptr);
+    frmRec(const FormContext& context, qint64 recording, OpenCards* cards, QWidget* parent = nullptr);
     ~frmRec() override;
 
     qint64 id() const { return m_editor.id(); } ///< 0 while the recording is not in the catalog

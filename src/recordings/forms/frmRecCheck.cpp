@@ -81,8 +81,8 @@ private:
 
 } // namespace
 
-frmRecCheck::frmRecCheck(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_cards(cards) {
+frmRecCheck::frmRecCheck(const FormContext& context, OpenCards& cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_cards(cards) {
     setObjectName(QStringLiteral("frmRecCheck"));
     setWindowTitle(QStringLiteral("Incomplete recordings"));
     buildUi();
@@ -91,14 +91,14 @@ frmRecCheck::frmRecCheck(Session& session, const IconStore& icons, OpenCards& ca
 void frmRecCheck::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(
-        FormHelpers::head(m_icons, QStringLiteral("MissedRec"),
+        FormHelpers::head(m_context.icons, QStringLiteral("MissedRec"),
                           QStringLiteral("Show the status of all the parts of the recordings"),
                           QStringLiteral("List of the status of all the parts of all recordings")));
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_view = FormHelpers::itemView(this, QStringLiteral("lvCheck"), m_model, false);
     m_view->setAccessibleName(windowTitle());
     m_view->setToolTip(QStringLiteral("Double-click to load the Card"));
-    auto* parts = new PartDelegate(m_icons, this);
+    auto* parts = new PartDelegate(m_context.icons, this);
     for (int column = 0; column < RecordingLists::partCount; ++column)
         m_view->setItemDelegateForColumn(RecordingLists::firstPartColumn + column, parts);
     connect(m_view, &QTreeView::activated, this, &frmRecCheck::openCard);
@@ -109,7 +109,7 @@ void frmRecCheck::buildUi() {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
-    const int kept = m_session.configuration().read(section, widthKey).toInt();
+    const int kept = m_context.session.configuration().read(section, widthKey).toInt();
     const QMargins margins = layout->contentsMargins();
     resize(qBound(leastWidth, kept > 0 ? kept : 940, mostWidth) + margins.left() + margins.right(), 520);
 }
@@ -134,7 +134,7 @@ void frmRecCheck::fill() {
     m_filled = true;
     ItemList list;
     StatusProgress progress(m_state, m_closed);
-    if (!RecordingLists::parts(m_session, list, progress)) {
+    if (!RecordingLists::parts(m_context.session, list, progress)) {
         m_filled = false;
         return;
     }
@@ -162,7 +162,7 @@ void frmRecCheck::fitColumns() {
 
 void frmRecCheck::done(int result) {
     m_closed = true;
-    m_session.configuration().write(section, widthKey, QString::number(m_view->width()));
+    m_context.session.configuration().write(section, widthKey, QString::number(m_view->width()));
     QDialog::done(result);
 }
 

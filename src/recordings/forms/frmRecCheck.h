@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QDialog>
 
 class QLabel;
@@ -8,10 +10,8 @@ class QTreeView;
 
 namespace tessaranth {
 
-class IconStore;
 class ItemListModel;
 class OpenCards;
-class Session;
 
 /// Which parts every recording has and which it lacks. It fills itself once it is shown; double-click (or
 /// Enter) opens the card of a recording. It can stay open beside the main window, while what it shows is
@@ -20,7 +20,7 @@ class frmRecCheck final : public QDialog {
     Q_OBJECT
 
 public:
-    frmRecCheck(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
+    frmRecCheck(const FormContext& context, OpenCards& cards, QWidget* parent = nullptr);
 
     void fill();
     /// Recordings have changed elsewhere: it reads them again when the user comes back to it.
@@ -36,8 +36,7 @@ private:
     void fitColumns();
     void openCard();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards& m_cards;
     bool m_closed = false;
     bool m_filled = false;

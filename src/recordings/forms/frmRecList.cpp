@@ -3,6 +3,7 @@
 
 #include "items/OpenCards.h"
 #include "recordings/RecordingLists.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
 
@@ -13,12 +14,12 @@
 
 namespace tessaranth {
 
-frmRecList::frmRecList(Session& session, const IconStore& icons, qint64 work, const QString& workName,
-                       OpenCards* cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_cards(cards) {
+frmRecList::frmRecList(const FormContext& context, qint64 work, const QString& workName, OpenCards* cards,
+                       QWidget* parent)
+    : QDialog(parent), m_session(context.session), m_cards(cards) {
     setObjectName(QStringLiteral("frmRecList"));
     setWindowTitle(QStringLiteral("Recordings that contains this work"));
-    buildUi(icons, workName);
+    buildUi(context.icons, workName);
     fill(work);
 }
 

@@ -9,6 +9,7 @@ class QTreeView;
 namespace tessaranth {
 
 class IconStore;
+struct FormContext;
 class ItemListModel;
 class OpenCards;
 class Session;
@@ -19,8 +20,8 @@ class frmRecList final : public QDialog {
 
 public:
     /// `workName` stands in the heading. With `cards` a recording's card is opened; without, it is chosen.
-    frmRecList(Session& session, const IconStore& icons, qint64 work, const QString& workName,
-               OpenCards* cards = nullptr, QWidget* parent = nullptr);
+    frmRecList(const FormContext& context, qint64 work, const QString& workName, OpenCards* cards = nullptr,
+               QWidget* parent = nullptr);
 
     qint64 id() const { return m_id; } ///< of the recording taken; 0 when there was none
 

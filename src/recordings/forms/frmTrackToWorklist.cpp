@@ -15,9 +15,9 @@
 
 namespace tessaranth {
 
-frmTrackToWorklist::frmTrackToWorklist(Session& session, const IconStore& icons, RecordingEditor& editor,
+frmTrackToWorklist::frmTrackToWorklist(const FormContext& context, RecordingEditor& editor,
                                        const QStringList& titles, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_editor(editor) {
+    : QDialog(parent), m_context(context), m_editor(editor) {
     setObjectName(QStringLiteral("frmTrackToWorklist"));
     setWindowTitle(QStringLiteral("Tracks to Worklist"));
     buildUi(titles);
@@ -27,7 +27,7 @@ frmTrackToWorklist::frmTrackToWorklist(Session& session, const IconStore& icons,
 void frmTrackToWorklist::buildUi(const QStringList& titles) {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(
-        FormHelpers::head(m_icons, QStringLiteral("Comp"), windowTitle(),
+        FormHelpers::head(m_context.icons, QStringLiteral("Comp"), windowTitle(),
                           QStringLiteral("Edit each track appropriately and choose the composer.")));
     m_titles = new QListWidget;
     m_titles->setObjectName(QStringLiteral("lvTitles"));
@@ -82,8 +82,7 @@ void frmTrackToWorklist::checkAll(Qt::CheckState state) {
 }
 
 void frmTrackToWorklist::chooseComposer() {
-    frmListChooser chooser(m_session, m_icons, ItemKind::Composer, QStringLiteral("  Composers list"), false,
-                           this);
+    frmListChooser chooser(m_context, ItemKind::Composer, QStringLiteral("  Composers list"), false, this);
     if (chooser.exec() != QDialog::Accepted)
         return;
     int at = m_composer->findData(chooser.id());
@@ -112,7 +111,7 @@ void frmTrackToWorklist::add() {
     const int added = m_editor.addWorks(composer(), keptTitles());
     if (added < 0)
         return;
-    m_session.messages().information(
+    m_context.session.messages().information(
         applicationTitle,
         QString::number(added) + QStringLiteral(" works have been added to the ") +
             m_composer->currentText() +

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "recordings/RecordingEditor.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 
@@ -11,17 +12,14 @@ class QPushButton;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
-
 /// Makes works of a composer's list out of the names of tracks. Accepted once they were added.
 class frmTrackToWorklist final : public QDialog {
     Q_OBJECT
 
 public:
     /// `titles` are the names of the selected tracks; the composers of the recording are offered first.
-    frmTrackToWorklist(Session& session, const IconStore& icons, RecordingEditor& editor,
-                       const QStringList& titles, QWidget* parent = nullptr);
+    frmTrackToWorklist(const FormContext& context, RecordingEditor& editor, const QStringList& titles,
+                       QWidget* parent = nullptr);
 
     qint64 composer() const; ///< the one chosen, 0 for none
 
@@ -33,8 +31,7 @@ private:
     void enable();
     void add();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     RecordingEditor& m_editor;
     QListWidget* m_titles = nullptr;
     QComboBox* m_composer = nullptr;

@@ -23,8 +23,8 @@ bool isHit(const QTreeWidgetItem* item) { return item && item->parent(); }
 
 } // namespace
 
-frmQuickSearch::frmQuickSearch(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_cards(cards), m_search(session) {
+frmQuickSearch::frmQuickSearch(const FormContext& context, OpenCards& cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_cards(cards), m_search(context.session) {
     setObjectName(QStringLiteral("frmQuickSearch"));
     setWindowTitle(tr("Quick search in database"));
     buildUi();
@@ -38,7 +38,7 @@ frmQuickSearch::frmQuickSearch(Session& session, const IconStore& icons, OpenCar
 void frmQuickSearch::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(
-        FormHelpers::head(m_icons, QStringLiteral("Quick"), windowTitle(),
+        FormHelpers::head(m_context.icons, QStringLiteral("Quick"), windowTitle(),
                           tr("Type the beginning of any words: a name, a title, a catalogue number, "
                              "a barcode. Enter opens the card.")));
     m_text = FormHelpers::lineEdit(this, QStringLiteral("txtQuick"), tr("Words to find"), 250);
@@ -97,7 +97,7 @@ void frmQuickSearch::addGroup(const QuickSearch::Group& group) {
     head->setFont(0, bold);
     for (const QuickSearch::Hit& hit : group.hits) {
         auto* row = new QTreeWidgetItem(head, {hit.text, hit.detail});
-        row->setIcon(0, m_icons.icon(group.iconKey));
+        row->setIcon(0, m_context.icons.icon(group.iconKey));
         row->setToolTip(0, hit.text.toHtmlEscaped());
         row->setForeground(1, palette().color(QPalette::PlaceholderText));
         row->setData(0, CodeRole, hit.code);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "search/QuickSearch.h"
+#include "widgets/FormContext.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -13,7 +14,6 @@ class QTreeWidgetItem;
 
 namespace tessaranth {
 
-class IconStore;
 class OpenCards;
 
 /// "Quick search in database": finds as one types, grouped by kind; Enter opens the card of the hit.
@@ -21,7 +21,7 @@ class frmQuickSearch final : public QDialog {
     Q_OBJECT
 
 public:
-    frmQuickSearch(Session& session, const IconStore& icons, OpenCards& cards, QWidget* parent = nullptr);
+    frmQuickSearch(const FormContext& context, OpenCards& cards, QWidget* parent = nullptr);
 
     /// Makes the word index where the catalog has none, with progress; false when the form cannot be used.
     bool prepare();
@@ -36,8 +36,7 @@ private:
     void step(int direction);
     void openCard(const QTreeWidgetItem* item);
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     OpenCards& m_cards;
     QuickSearch m_search;
     QLineEdit* m_text = nullptr;

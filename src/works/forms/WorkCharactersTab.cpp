@@ -2,6 +2,7 @@
 #include "works/forms/WorkCharactersTab.h"
 
 #include "store/Session.h"
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
 #include "works/CWKS.h"
@@ -15,13 +16,13 @@
 
 namespace tessaranth {
 
-WorkCharactersTab::WorkCharactersTab(Session& session, const IconStore& icons, std::function<qint64()> saved,
+WorkCharactersTab::WorkCharactersTab(const FormContext& context, std::function<qint64()> saved,
                                      QWidget* parent)
-    : QWidget(parent), m_session(session), m_saved(std::move(saved)) {
+    : QWidget(parent), m_session(context.session), m_saved(std::move(saved)) {
     setObjectName(QStringLiteral("tabPersonages"));
     auto* layout = new QVBoxLayout(this);
     auto* row = new QHBoxLayout;
-    m_model = new ItemListModel(icons, this);
+    m_model = new ItemListModel(context.icons, this);
     m_view = FormHelpers::itemView(this, QStringLiteral("lvPersonages"), m_model, true);
     m_view->setAccessibleName(tr("Personages"));
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,

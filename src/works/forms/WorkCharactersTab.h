@@ -10,7 +10,7 @@ class QTreeView;
 
 namespace tessaranth {
 
-class IconStore;
+struct FormContext;
 class ItemListModel;
 class Session;
 
@@ -20,8 +20,7 @@ class WorkCharactersTab final : public QWidget {
 
 public:
     /// `saved` gives the work's key, saving a new work first; 0 when that was refused.
-    WorkCharactersTab(Session& session, const IconStore& icons, std::function<qint64()> saved,
-                      QWidget* parent = nullptr);
+    WorkCharactersTab(const FormContext& context, std::function<qint64()> saved, QWidget* parent = nullptr);
 
     void setWork(qint64 work); ///< 0 for one that is not in the catalog yet
 

@@ -13,9 +13,9 @@
 
 namespace tessaranth {
 
-WorkDescriptionTab::WorkDescriptionTab(Session& session, const IconStore& icons,
-                                       std::function<qint64()> workToDescribe, QWidget* parent)
-    : QWidget(parent), m_session(session), m_icons(icons), m_workToDescribe(std::move(workToDescribe)) {
+WorkDescriptionTab::WorkDescriptionTab(const FormContext& context, std::function<qint64()> workToDescribe,
+                                       QWidget* parent)
+    : QWidget(parent), m_context(context), m_workToDescribe(std::move(workToDescribe)) {
     setObjectName(QStringLiteral("tabDescription"));
     auto* layout = new QVBoxLayout(this);
     const auto add = [&](auto* edit, const QString& caption, const QString& objectName) {
@@ -58,7 +58,7 @@ void WorkDescriptionTab::show(qint64 work, const QString& description) {
 
 void WorkDescriptionTab::showDocument(qint64 work) {
     m_work = work;
-    WorkDescription stored(m_session, work);
+    WorkDescription stored(m_context.session, work);
     const qint64 document = work == 0 ? 0 : stored.document();
     const std::optional<QByteArray> text = document == 0 ? std::nullopt : stored.read();
     RichText::toDocument(text.value_or(QByteArray()), *m_document->document());
@@ -74,16 +74,15 @@ void WorkDescriptionTab::edit() {
     const qint64 work = m_workToDescribe();
     if (work == 0)
         return;
-    WorkDescription description(m_session, work);
-    frmRTB form(m_session, m_icons, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr,
-                description.document(), this,
+    WorkDescription description(m_context.session, work);
+    frmRTB form(m_context, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr, description.document(), this,
                 [&](const QByteArray& rtf) { return description.write(rtf) ? description.document() : 0; });
     form.exec();
     showDocument(work);
 }
 
 void WorkDescriptionTab::remove() {
-    if (!WorkDescription(m_session, m_work).remove())
+    if (!WorkDescription(m_context.session, m_work).remove())
         return;
     showDocument(m_work);
     m_document->setFocus();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QWidget>
 #include <functional>
 
@@ -10,9 +12,6 @@ class QTextEdit;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
-
 /// The two descriptions of a work: the text in its row, and the long one that is a document and has its own
 /// editor.
 class WorkDescriptionTab final : public QWidget {
@@ -20,7 +19,7 @@ class WorkDescriptionTab final : public QWidget {
 
 public:
     /// `workToDescribe` saves a work that is new first; 0: it could not be.
-    WorkDescriptionTab(Session& session, const IconStore& icons, std::function<qint64()> workToDescribe,
+    WorkDescriptionTab(const FormContext& context, std::function<qint64()> workToDescribe,
                        QWidget* parent = nullptr);
 
     void show(qint64 work, const QString& description);
@@ -31,8 +30,7 @@ private:
     void edit();
     void remove();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     std::function<qint64()> m_workToDescribe;
     qint64 m_work = 0;
     QPlainTextEdit* m_description = nullptr;

@@ -24,9 +24,9 @@
 
 namespace tessaranth {
 
-frmCatalog::frmCatalog(Session& session, const IconStore& icons, qint64 composer, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons), m_composer(composer), m_catalog(session, composer),
-      m_file(session, composer) {
+frmCatalog::frmCatalog(const FormContext& context, qint64 composer, QWidget* parent)
+    : QDialog(parent), m_context(context), m_composer(composer), m_catalog(context.session, composer),
+      m_file(context.session, composer) {
     setObjectName(QStringLiteral("frmCatalog"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(tr("Composer's catalog: %1").arg(m_catalog.composerName()));
@@ -41,7 +41,7 @@ void frmCatalog::buildUi() {
     auto* layout = new QVBoxLayout(this);
     m_menus = new QMenuBar(this);
     layout->setMenuBar(m_menus);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("Catalog"), m_catalog.composerName(),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Catalog"), m_catalog.composerName(),
                                         tr("Drag works onto a genre or a main work to put them there.")));
     m_bar = new QToolBar;
     m_bar->setIconSize(QSize(18, 18));
@@ -51,14 +51,14 @@ void frmCatalog::buildUi() {
 
     auto* splitter = new QSplitter;
     splitter->setChildrenCollapsible(false);
-    m_tree = new CatalogTree(m_icons);
+    m_tree = new CatalogTree(m_context.icons);
     m_tree->setObjectName(QStringLiteral("tvCatalog"));
     m_tree->setAccessibleName(tr("Genres and main works"));
     splitter->addWidget(m_tree);
     splitter->addWidget(buildWorks());
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({280, 620});
-    FormHelpers::keepSplitter(splitter, m_session.arrangements(), QStringLiteral("frmCatalog"));
+    FormHelpers::keepSplitter(splitter, m_context.session.arrangements(), QStringLiteral("frmCatalog"));
     layout->addWidget(splitter, 1);
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("count"));
@@ -74,12 +74,12 @@ void frmCatalog::buildUi() {
 }
 
 QWidget* frmCatalog::buildWorks() {
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_works = FormHelpers::itemView(this, QStringLiteral("lvWorks"), m_model, true);
     m_works->setAccessibleName(tr("Works"));
     m_works->setDragEnabled(true);
     m_works->setDragDropMode(QAbstractItemView::DragOnly);
-    paintInItemColours(m_works, m_session.configuration(), QStringLiteral("Wkc"));
+    paintInItemColours(m_works, m_context.session.configuration(), QStringLiteral("Wkc"));
     connect(m_works->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmCatalog::enable);
     connect(m_works, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { editWork(m_model->id(index)); });
@@ -93,7 +93,7 @@ void frmCatalog::add(Entry entry) {
         entry.menu->addSeparator();
         return;
     }
-    auto* action = new QAction(m_icons.icon(entry.iconKey), entry.text, this);
+    auto* action = new QAction(m_context.icons.icon(entry.iconKey), entry.text, this);
     action->setObjectName(entry.key);
     action->setToolTip(entry.tip);
     action->setStatusTip(entry.tip);
@@ -333,7 +333,7 @@ std::vector<qint64> frmCatalog::selectedWorks() const { return FormHelpers::sele
 // ---- works
 
 void frmCatalog::assign(const CatalogBranch& branch) {
-    frmAssign form(m_catalog, branch, m_icons, this);
+    frmAssign form(m_catalog, branch, m_context.icons, this);
     if (form.exec() == QDialog::Accepted && form.node() != 0 &&
         m_catalog.assign(branch.number, form.node(), selectedWorks()))
         fillWorks();
@@ -347,14 +347,14 @@ void frmCatalog::drop(Branch branch, qint64 node, const QList<qint64>& dropped) 
 
 // The editor can add genres and main works, so the tree is read again too.
 void frmCatalog::editWork(qint64 work) {
-    frmWorkEditor editor(m_session, m_icons, m_composer, work, this);
+    frmWorkEditor editor(m_context, m_composer, work, this);
     if (editor.exec() == QDialog::Accepted)
         refresh();
 }
 
 void frmCatalog::deleteWorks() {
     const std::vector<qint64> works = selectedWorks();
-    CWKS manager(m_session);
+    CWKS manager(m_context.session);
     if (works.size() == 1 ? manager.EliminaWork(works.front()) : manager.EliminaWorkBatch(works))
         fillWorks();
 }

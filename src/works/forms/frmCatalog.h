@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
 #include "works/CatalogFile.h"
 #include "works/ComposerCatalog.h"
 
@@ -17,9 +18,7 @@ class QTreeView;
 namespace tessaranth {
 
 class CatalogTree;
-class IconStore;
 class ItemListModel;
-class Session;
 
 /// A composer's catalog: genres and main works at the left, the works of the chosen one at the right. Works
 /// are put elsewhere by dragging them onto the tree or by the Assign commands.
@@ -27,7 +26,7 @@ class frmCatalog final : public QDialog {
     Q_OBJECT
 
 public:
-    frmCatalog(Session& session, const IconStore& icons, qint64 composer, QWidget* parent = nullptr);
+    frmCatalog(const FormContext& context, qint64 composer, QWidget* parent = nullptr);
 
 private:
     using Branch = CatalogBranch::Number;
@@ -66,8 +65,7 @@ private:
     void importFile();
     void removeImported();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     qint64 m_composer;
     ComposerCatalog m_catalog;
     CatalogFile m_file;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "works/forms/frmImportedCatalogs.h"
 
+#include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
 #include "widgets/WindowProgress.h"
@@ -14,11 +15,11 @@
 
 namespace tessaranth {
 
-frmImportedCatalogs::frmImportedCatalogs(Session& session, const IconStore& icons, QWidget* parent)
-    : QDialog(parent), m_session(session) {
+frmImportedCatalogs::frmImportedCatalogs(const FormContext& context, QWidget* parent)
+    : QDialog(parent), m_session(context.session) {
     setObjectName(QStringLiteral("frmImportedCatalogs"));
     setWindowTitle(tr("Imported composers catalogs"));
-    buildUi(icons);
+    buildUi(context.icons);
     fill();
 }
 

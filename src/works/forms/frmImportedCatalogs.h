@@ -9,6 +9,7 @@ class QTreeView;
 namespace tessaranth {
 
 class IconStore;
+struct FormContext;
 class ItemListModel;
 class Session;
 
@@ -17,7 +18,7 @@ class frmImportedCatalogs final : public QDialog {
     Q_OBJECT
 
 public:
-    frmImportedCatalogs(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    frmImportedCatalogs(const FormContext& context, QWidget* parent = nullptr);
 
 private:
     void buildUi(const IconStore& icons);

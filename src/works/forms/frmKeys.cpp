@@ -13,8 +13,7 @@
 
 namespace tessaranth {
 
-frmKeys::frmKeys(Session& session, const IconStore& icons, QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons) {
+frmKeys::frmKeys(const FormContext& context, QWidget* parent) : QDialog(parent), m_context(context) {
     setObjectName(QStringLiteral("frmKeys"));
     setWindowTitle(tr(" Key names"));
     buildUi();
@@ -23,9 +22,9 @@ frmKeys::frmKeys(Session& session, const IconStore& icons, QWidget* parent)
 
 void frmKeys::buildUi() {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("Clef"), windowTitle().trimmed(),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Clef"), windowTitle().trimmed(),
                                         tr("The musical keys as works show them, in your language.")));
-    m_model = new ItemListModel(m_icons, this);
+    m_model = new ItemListModel(m_context.icons, this);
     m_view = FormHelpers::itemView(this, QStringLiteral("lvKeys"), m_model, false);
     m_view->setAccessibleName(tr("Keys"));
     connect(m_view, &QTreeView::activated, this, &frmKeys::rename);
@@ -44,7 +43,7 @@ void frmKeys::buildUi() {
 
 void frmKeys::refresh() {
     ItemList list;
-    if (KeyNames(m_session).list(list))
+    if (KeyNames(m_context.session).list(list))
         m_model->setList(std::move(list));
     if (!m_view->currentIndex().isValid())
         m_view->setCurrentIndex(m_model->index(0, 0));
@@ -55,11 +54,11 @@ void frmKeys::rename() {
     const qint64 id = m_model->id(m_view->currentIndex());
     if (id == 0)
         return;
-    const QString name = m_session.messages().inputName(
+    const QString name = m_context.session.messages().inputName(
         {tr("Rename key"), tr("Rename key"), tr("Key name"), tr("Rename"), QStringLiteral("Clef"),
          m_view->currentIndex().siblingAtColumn(0).data().toString(),
-         m_session.fieldLengths().maxLength(QStringLiteral("WKeys"), QStringLiteral("KeyName"))});
-    if (!name.isEmpty() && KeyNames(m_session).rename(id, name))
+         m_context.session.fieldLengths().maxLength(QStringLiteral("WKeys"), QStringLiteral("KeyName"))});
+    if (!name.isEmpty() && KeyNames(m_context.session).rename(id, name))
         refresh();
     m_view->setCurrentIndex(m_model->indexOf(id));
 }

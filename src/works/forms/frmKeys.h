@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
+
 #include <QDialog>
 
 class QPushButton;
@@ -8,24 +10,21 @@ class QTreeView;
 
 namespace tessaranth {
 
-class IconStore;
 class ItemListModel;
-class Session;
 
 /// The editor of the names of the musical keys.
 class frmKeys final : public QDialog {
     Q_OBJECT
 
 public:
-    frmKeys(Session& session, const IconStore& icons, QWidget* parent = nullptr);
+    frmKeys(const FormContext& context, QWidget* parent = nullptr);
 
 private:
     void buildUi();
     void refresh();
     void rename();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     ItemListModel* m_model = nullptr;
     QTreeView* m_view = nullptr;
     QPushButton* m_rename = nullptr;

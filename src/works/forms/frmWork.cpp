@@ -167,7 +167,7 @@ void frmWork::showWork() {
 }
 
 void frmWork::edit() {
-    frmWorkEditor editor(m_context.session, m_context.icons, m_work.composer, m_context.id, window());
+    frmWorkEditor editor(m_context, m_work.composer, m_context.id, window());
     if (editor.exec() != QDialog::Accepted)
         return;
     if (!reload())

@@ -25,13 +25,12 @@ const QString hints[] = {QStringLiteral("At least you must insert the work title
 
 } // namespace
 
-frmWorkEditor::frmWorkEditor(Session& session, const IconStore& icons, qint64 composer, qint64 workId,
-                             QWidget* parent)
-    : QDialog(parent), m_session(session), m_icons(icons) {
+frmWorkEditor::frmWorkEditor(const FormContext& context, qint64 composer, qint64 workId, QWidget* parent)
+    : QDialog(parent), m_context(context) {
     setObjectName(QStringLiteral("frmWorkEditor"));
     setWindowTitle(workId == 0 ? QStringLiteral(" New work") : QStringLiteral(" Edit work"));
     if (workId != 0)
-        m_stored = CWKS(session).work(workId);
+        m_stored = CWKS(context.session).work(workId);
     m_stored.composer = composer;
     buildUi();
     m_specs->show(m_stored);
@@ -42,21 +41,21 @@ frmWorkEditor::frmWorkEditor(Session& session, const IconStore& icons, qint64 co
 }
 
 QString frmWorkEditor::composerLine() const {
-    const Person person = CMIT(m_session).person(ItemKind::Composer, m_stored.composer);
+    const Person person = CMIT(m_context.session).person(ItemKind::Composer, m_stored.composer);
     const QString years = yearsText(person.born, person.died);
     return (person.first + u' ' + person.last).trimmed() + QStringLiteral("  (") + years + u')';
 }
 
 void frmWorkEditor::buildUi() {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_icons, QStringLiteral("Comp"), composerLine(), hints[0]));
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Comp"), composerLine(), hints[0]));
     m_hint = findChild<QLabel*>(QStringLiteral("hint"));
 
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(QStringLiteral("tabs"));
-    m_specs = new WorkSpecsTab(m_session, m_stored.composer);
-    m_description = new WorkDescriptionTab(m_session, m_icons, [this] { return savedWork(); });
-    m_characters = new WorkCharactersTab(m_session, m_icons, [this] { return savedWork(); });
+    m_specs = new WorkSpecsTab(m_context.session, m_stored.composer);
+    m_description = new WorkDescriptionTab(m_context, [this] { return savedWork(); });
+    m_characters = new WorkCharactersTab(m_context, [this] { return savedWork(); });
     m_tabs->addTab(m_specs, tr("Work speci&fications"));
     m_tabs->addTab(m_description, tr("Work &description"));
     m_tabs->addTab(m_characters, tr("&Personages on work"));
@@ -68,7 +67,7 @@ void frmWorkEditor::buildUi() {
     special->setAutoDefault(false);
     special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
     connect(special, &QPushButton::clicked, this,
-            [this] { frmCharmap::insertInto(focusWidget(), m_icons, this); });
+            [this] { frmCharmap::insertInto(focusWidget(), m_context.icons, this); });
     layout->addWidget(special, 0, Qt::AlignLeft);
     QPushButton* done = FormHelpers::buttonRow(this, layout, tr("&Save"), QStringLiteral("cmdSave"));
     connect(done, &QPushButton::clicked, this, [this] {
@@ -97,7 +96,7 @@ bool frmWorkEditor::save() {
         m_tabs->setCurrentWidget(m_specs);
         m_specs->demandTitle();
     }
-    if (!CWKS(m_session).ModificaWork(work))
+    if (!CWKS(m_context.session).ModificaWork(work))
         return false;
     m_stored = fields;
     m_stored.id = work.id;
@@ -115,7 +114,7 @@ qint64 frmWorkEditor::savedWork() {
 void frmWorkEditor::reject() {
     using FormHelpers::Unsaved;
     const Unsaved changes =
-        isChanged() ? FormHelpers::settleUnsaved(m_session.messages(), windowTitle().trimmed(),
+        isChanged() ? FormHelpers::settleUnsaved(m_context.session.messages(), windowTitle().trimmed(),
                                                  QStringLiteral("Do you want to save the current changes?"),
                                                  [this] { return save(); })
                     : Unsaved::Dropped;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/FormContext.h"
 #include "works/CWKS.h"
 
 #include <QDialog>
@@ -10,8 +11,6 @@ class QTabWidget;
 
 namespace tessaranth {
 
-class IconStore;
-class Session;
 class WorkCharactersTab;
 class WorkDescriptionTab;
 class WorkSpecsTab;
@@ -22,8 +21,7 @@ class frmWorkEditor final : public QDialog {
     Q_OBJECT
 
 public:
-    frmWorkEditor(Session& session, const IconStore& icons, qint64 composer, qint64 workId,
-                  QWidget* parent = nullptr);
+    frmWorkEditor(const FormContext& context, qint64 composer, qint64 workId, QWidget* parent = nullptr);
     qint64 workId() const { return m_stored.id; } ///< 0 while the work is not in the catalog
     void reject() override;
 
@@ -36,8 +34,7 @@ private:
     bool save();
     qint64 savedWork();
 
-    Session& m_session;
-    const IconStore& m_icons;
+    FormContext m_context;
     Work m_stored;       ///< as the catalog and, word for word, the fields have it
     bool m_done = false; ///< saved at least once
     QTabWidget* m_tabs = nullptr;

@@ -42,7 +42,7 @@ struct Desk : ItemCatalog {
         for (const char* table : {"Media", "Web", "Relations"})
             run(QString("DELETE FROM ") + table);
     }
-    CardContext card(const QString& code, qint64 id) { return {*session, icons, cards, code, id}; }
+    CardContext card(const QString& code, qint64 id) { return {{*session, icons}, cards, code, id}; }
     QString write(const QString& name, const QByteArray& bytes = "music") {
         QFile made(file(name));
         if (!made.open(QIODevice::WriteOnly) || made.write(bytes) != bytes.size())
@@ -246,7 +246,7 @@ void TestAttachForms::relationsOfARecording() {
 void TestAttachForms::relationsOfACustomCard() {
     Desk desk;
     desk.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (1, 'Cps', 2)");
-    frmNewRelations form(*desk.session, desk.icons, {"UserDef", 1});
+    frmNewRelations form({*desk.session, desk.icons}, {"UserDef", 1});
     open(form);
     auto& kind = *form.findChild<QComboBox*>("cmbFirst");
     QCOMPARE(kind.count(), 3);
@@ -274,7 +274,7 @@ void TestAttachForms::labelWithLogo() {
     Desk desk;
     const AttachmentFiles files(*desk.session);
     const QString logo = desk.picture("logo.bmp", 400, 100);
-    frmListManager manager(*desk.session, desk.icons, ItemKind::Label, nullptr);
+    frmListManager manager({*desk.session, desk.icons}, ItemKind::Label, nullptr);
     open(manager);
     inNextForm<frmNewLabel>([&](frmNewLabel& form) {
         QCOMPARE(form.windowTitle(), QString(" Add new label"));
@@ -289,12 +289,12 @@ void TestAttachForms::labelWithLogo() {
     QCOMPARE(bytesOf(files.path(Session::Folder::Labels, id)), bytesOf(logo)); // as it was imported
 
     QApplication::clipboard()->setImage(QImage(30, 20, QImage::Format_RGB32));
-    frmNewLabel form(*desk.session, desk.icons, id);
+    frmNewLabel form({*desk.session, desk.icons}, id);
     open(form);
     click(form, "cmdPaste");
     click(form, "cmdSave");
     QVERIFY(QImage::fromData(bytesOf(files.path(Session::Folder::Labels, id))).size() == QSize(30, 20));
-    frmNewLabel again(*desk.session, desk.icons, id);
+    frmNewLabel again({*desk.session, desk.icons}, id);
     open(again);
     click(again, "cmdClear");
     QVERIFY(files.exists(Session::Folder::Labels, id)); // not before it is saved
@@ -306,7 +306,7 @@ void TestAttachForms::labelThatCannotBeSaved() {
     Desk desk;
     const qint64 labels = desk.count("Labels");
     const QString first = desk.items().nameOf(ItemKind::Label, 1);
-    frmNewLabel form(*desk.session, desk.icons, 0);
+    frmNewLabel form({*desk.session, desk.icons}, 0);
     open(form);
     type(form, first.toUpper());
     for (const auto& [name, bytes] : {std::pair("text.bmp", "no picture"), std::pair("empty.gif", "")}) {
@@ -333,7 +333,7 @@ void TestAttachForms::labelThatCannotBeSaved() {
 
 void TestAttachForms::customCardEditor() {
     Desk desk;
-    frmNewUserDef form(*desk.session, desk.icons, 0, &desk.cards);
+    frmNewUserDef form({*desk.session, desk.icons}, 0, &desk.cards);
     QCOMPARE(form.windowTitle(), QString(" New Custom item"));
     open(form);
     type(form, desk.items().nameOf(ItemKind::Custom, 1).toUpper());
@@ -342,7 +342,7 @@ void TestAttachForms::customCardEditor() {
     type(form, " 2");
     key(form, Qt::Key_Return);
     QVERIFY(form.result() == QDialog::Accepted && form.id() != 0);
-    frmNewUserDef untouched(*desk.session, desk.icons, form.id(), &desk.cards);
+    frmNewUserDef untouched({*desk.session, desk.icons}, form.id(), &desk.cards);
     open(untouched);
     untouched.close(); // does not ask
     QVERIFY(!untouched.isVisible());
@@ -353,7 +353,7 @@ void TestAttachForms::placesOfMedia() {
     desk.run(
         "INSERT INTO Media (RelatedCat, RelatedID, MediaTitle, MediaFile, MediaFolder) VALUES ('Cps', 4, "
         "'t', 'f', 'D:\\a')");
-    frmMediaPath form(*desk.session, desk.icons, &desk.cards);
+    frmMediaPath form({*desk.session, desk.icons}, &desk.cards);
     open(form);
     auto& update = *form.findChild<QPushButton*>("cmdUpdate");
     auto& old = *form.findChild<QComboBox*>("cmbOldDrive");
@@ -378,7 +378,7 @@ void TestAttachForms::placesOfMedia() {
 // The toolbox uses the same keys for its own list, wherever the focus is.
 void TestAttachForms::keysOfAPanelWithinTheFrame() {
     Desk desk;
-    MainWindow window(*desk.session, desk.icons);
+    MainWindow window({*desk.session, desk.icons});
     open(window);
     window.openCard("Cps", 1);
     auto* card = window.findChild<frmItem*>();

@@ -53,7 +53,8 @@ private:
         return all;
     }
     void open(qint64 document) {
-        m_editor = std::make_unique<frmRTB>(*m_home->session, *m_icons, m_owner, frmRTB::Mode::Doc, document);
+        m_editor = std::make_unique<frmRTB>(FormContext{*m_home->session, *m_icons}, m_owner,
+                                            frmRTB::Mode::Doc, document);
         m_editor->show();
         QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
         m_text = m_editor->findChild<QTextEdit*>("txtDocument");
@@ -161,7 +162,7 @@ void TestDocuments::panelGoesThroughThem() {
                           m_documents->add("{\\rtf1 {\\b beta", "Two"),
                           m_documents->add(RichText::fromText("gamma"), "Three")};
     QFile::remove(m_documents->path(ids[2]));
-    frmItem card({*m_home->session, *m_icons, m_cards, m_owner.code, m_owner.id});
+    frmItem card({{*m_home->session, *m_icons}, m_cards, m_owner.code, m_owner.id});
     card.show();
     QVERIFY(card.showPanel("Docs"));
     auto* panel = card.findChild<DocumentPanel*>();
@@ -185,7 +186,7 @@ void TestDocuments::panelGoesThroughThem() {
 
 void TestDocuments::colouredTextsStayReadable() {
     m_documents->add("{\\rtf1{\\colortbl;\\red140\\green30\\blue30;}\\cf1 dark red}", "One");
-    frmItem card({*m_home->session, *m_icons, m_cards, m_owner.code, m_owner.id});
+    frmItem card({{*m_home->session, *m_icons}, m_cards, m_owner.code, m_owner.id});
     card.show();
     const auto* shown = card.findChild<DocumentPanel*>()->findChild<QTextEdit*>();
     QTextCursor cursor(shown->document());

@@ -63,7 +63,7 @@ void TestImagesPanel::init() {
     m_icons = std::make_unique<IconStore>(m_home->file("tsrthres.dll"));
     QApplication::clipboard()->clear();
     m_panel = std::make_unique<ImagesPanel>(
-        CardContext{*m_home->session, *m_icons, m_cards, QStringLiteral("Rec"), 1});
+        CardContext{{*m_home->session, *m_icons}, m_cards, QStringLiteral("Rec"), 1});
     m_panel->resize(300, 300);
     m_panel->show();
     QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
@@ -178,7 +178,7 @@ void TestImagesPanel::missedAndBrokenFiles() {
 void TestImagesPanel::viewerZoomsAndSteps() {
     add("wide", {4000, 1000});
     add("small", {40, 20});
-    frmPic viewer(*m_home->session, *m_icons, {"Rec", 1}, 0);
+    frmPic viewer({*m_home->session, *m_icons}, {"Rec", 1}, 0);
     viewer.show();
     QVERIFY(QTest::qWaitForWindowActive(&viewer));
     PictureView& view = *viewer.view();
@@ -216,7 +216,7 @@ void TestImagesPanel::viewerHoldsNoMoreThanIsSeen() {
     poster.fill(120);
     const QString file = written(m_home->file("p.jpg"), encoded(poster, "JPEG"));
     QVERIFY(CardImages(*m_home->session, {"Rec", 1}).add(file, "Poster") != 0);
-    frmPic viewer(*m_home->session, *m_icons, {"Rec", 1}, 0);
+    frmPic viewer({*m_home->session, *m_icons}, {"Rec", 1}, 0);
     viewer.show();
     for (const double zoom : {5.0, 100.0, 1600.0, 1.0}) {
         viewer.view()->setZoom(zoom);
@@ -247,7 +247,7 @@ void TestImagesPanel::alignRepairsWhatIsTicked() {
     QFile::remove(images.path(1));
     const QString folder = m_home->session->dataFolder(Session::Folder::Images);
     written(folder + "/99", "stray");
-    frmAlign form(*m_home->session, *m_icons, &m_cards);
+    frmAlign form({*m_home->session, *m_icons}, &m_cards);
     form.show();
     auto* repair = form.findChild<QPushButton*>("cmdRepair");
     QVERIFY(!repair->isEnabled());

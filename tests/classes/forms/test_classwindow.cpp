@@ -55,7 +55,7 @@ void TestClassWindow::init() {
 }
 
 void TestClassWindow::keepsTheTreeByKeyboard() {
-    frmClass window(*m_home->session, m_icons, m_cards);
+    frmClass window({*m_home->session, m_icons}, m_cards);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     tree(window)->setPlace({ItemKind::Recording, ClassTree::Category, m_shelf});
@@ -84,7 +84,7 @@ void TestClassWindow::keepsTheTreeByKeyboard() {
 }
 
 void TestClassWindow::classifiesSeveral() {
-    frmClass window(*m_home->session, m_icons, m_cards);
+    frmClass window({*m_home->session, m_icons}, m_cards);
     window.show();
     tree(window)->setPlace({ItemKind::Recording, ClassTree::GlobalView, 0});
     QTreeView* cards = list(window, "LV");
@@ -129,7 +129,7 @@ bool TestClassWindow::drop(ClassTree* tree, const ClassTree::Place& place, QMime
 }
 
 void TestClassWindow::takesDroppedCards() {
-    frmClass window(*m_home->session, m_icons, m_cards);
+    frmClass window({*m_home->session, m_icons}, m_cards);
     window.show();
     tree(window)->expandAll();
     tree(window)->setPlace({ItemKind::Recording, ClassTree::GlobalView, 0});
@@ -142,7 +142,7 @@ void TestClassWindow::takesDroppedCards() {
 }
 
 void TestClassWindow::browses() {
-    BrowseTree browse(*m_home->session, m_icons);
+    BrowseTree browse({*m_home->session, m_icons});
     browse.setOpenCards(&m_cards);
     browse.show();
     QVERIFY(QTest::qWaitForWindowExposed(&browse));

@@ -101,7 +101,7 @@ private slots:
 
 void TestPersonForms::newPersonByKeyboard() {
     Desk desk(false);
-    frmPers form(*desk.session, desk.icons, ItemKind::Composer, 0);
+    frmPers form({*desk.session, desk.icons}, ItemKind::Composer, 0);
     QCOMPARE(form.windowTitle(), QString(" New composer"));
     open(form);
     key(form, Qt::Key_Return); // nothing to save yet
@@ -118,7 +118,7 @@ void TestPersonForms::newPersonByKeyboard() {
         QString("Johann Sebastian"));
     QCOMPARE(form.id(), desk.number("SELECT CpsID FROM Cps"));
 
-    frmPers second(*desk.session, desk.icons, ItemKind::Composer, 0);
+    frmPers second({*desk.session, desk.icons}, ItemKind::Composer, 0);
     open(second);
     type(second, "bach");
     key(second, Qt::Key_Tab);
@@ -133,7 +133,7 @@ void TestPersonForms::newPersonByKeyboard() {
 
 void TestPersonForms::editingChangesOnlyWhatWasTyped() {
     Desk desk;
-    frmPers form(*desk.session, desk.icons, ItemKind::Performer, 1);
+    frmPers form({*desk.session, desk.icons}, ItemKind::Performer, 1);
     QCOMPARE(form.windowTitle(), QString(" Edit performer"));
     QVERIFY(!form.findChild<QLineEdit*>("txtCatAcr"));
     const Person before = desk.items().person(ItemKind::Performer, 1);
@@ -151,7 +151,7 @@ void TestPersonForms::editingChangesOnlyWhatWasTyped() {
 
 void TestPersonForms::yearThatCannotStand() {
     Desk desk;
-    frmPers form(*desk.session, desk.icons, ItemKind::Composer, 1);
+    frmPers form({*desk.session, desk.icons}, ItemKind::Composer, 1);
     open(form);
     QLineEdit& born = field(form, "txtB");
     const auto isYellow = [&born] {
@@ -189,13 +189,13 @@ void TestPersonForms::closingAsksAboutChanges() {
     QFETCH(bool, open);
     QFETCH(bool, saved);
     Desk desk;
-    frmPers untouched(*desk.session, desk.icons, ItemKind::Composer, 1);
+    frmPers untouched({*desk.session, desk.icons}, ItemKind::Composer, 1);
     ::open(untouched);
     key(untouched, Qt::Key_Escape);
     QVERIFY(!untouched.isVisible());
     QVERIFY(desk.messages.asked.empty());
 
-    frmPers form(*desk.session, desk.icons, ItemKind::Composer, 1);
+    frmPers form({*desk.session, desk.icons}, ItemKind::Composer, 1);
     ::open(form);
     field(form, "txtFname").setFocus();
     field(form, "txtFname").selectAll();
@@ -210,7 +210,7 @@ void TestPersonForms::closingAsksAboutChanges() {
 
 void TestPersonForms::personOfTheInternalList() {
     Desk desk(false);
-    frmPers form(*desk.session, desk.icons, ItemKind::Composer, 0);
+    frmPers form({*desk.session, desk.icons}, ItemKind::Composer, 0);
     open(form);
     QString chosen;
     inNextForm<frmPersSearch>([&chosen](frmPersSearch& search) {
@@ -238,7 +238,7 @@ void TestPersonForms::personOfTheInternalList() {
 
 void TestPersonForms::manyOfTheInternalList() {
     Desk desk(false);
-    frmPersSearch form(*desk.session, desk.icons, ItemKind::Performer, {}, nullptr,
+    frmPersSearch form({*desk.session, desk.icons}, ItemKind::Performer, {}, nullptr,
                        frmPersSearch::Mode::ImportMany);
     QCOMPARE(form.windowTitle(), QString("Import multiple performers"));
     open(form);
@@ -254,7 +254,7 @@ void TestPersonForms::manyOfTheInternalList() {
 
 void TestPersonForms::mergeAsksOnceAKey() {
     Desk desk;
-    frmMigrate form(*desk.session, desk.icons, ItemKind::Composer, 1, nullptr);
+    frmMigrate form({*desk.session, desk.icons}, ItemKind::Composer, 1, nullptr);
     QCOMPARE(form.windowTitle(), QString("  Migrate composer"));
     open(form);
     type(form, "Bach");
@@ -294,7 +294,7 @@ void TestPersonForms::managerOfEveryList() {
     Desk desk;
     const ItemKind& what = *itemKind(kind);
     const qint64 before = desk.count(what.table);
-    frmListManager form(*desk.session, desk.icons, kind, nullptr);
+    frmListManager form({*desk.session, desk.icons}, kind, nullptr);
     QCOMPARE(form.windowTitle(), title);
     open(form);
     const auto count = [&] { return form.findChild<QLabel*>("count")->text(); };
@@ -337,7 +337,7 @@ void TestPersonForms::managerOfEveryList() {
 
 void TestPersonForms::managerDeletesAndMerges() {
     Desk desk;
-    frmListManager form(*desk.session, desk.icons, ItemKind::Genre, nullptr);
+    frmListManager form({*desk.session, desk.icons}, ItemKind::Genre, nullptr);
     open(form);
     const qint64 before = desk.count("Genres");
     const QString first = firstCell(list(form), 0);
@@ -363,7 +363,7 @@ void TestPersonForms::managerDeletesAndMerges() {
 
 void TestPersonForms::chooserTypesAhead() {
     Desk desk;
-    frmListChooser form(*desk.session, desk.icons, ItemKind::Composer, "  Composers list", false);
+    frmListChooser form({*desk.session, desk.icons}, ItemKind::Composer, "  Composers list", false);
     QCOMPARE(form.windowTitle(), QString("  Composers list"));
     open(form);
     key(form, Qt::Key_Return); // nothing is chosen by chance
@@ -381,7 +381,7 @@ void TestPersonForms::chooserTypesAhead() {
     QCOMPARE(desk.items().person(ItemKind::Composer, form.id()).last, expected.section(',', 0, 0));
     QVERIFY(!form.hasCreated());
 
-    frmListChooser mouse(*desk.session, desk.icons, ItemKind::Label, "  Labels list", false);
+    frmListChooser mouse({*desk.session, desk.icons}, ItemKind::Label, "  Labels list", false);
     open(mouse);
     mouse.select(3);
     QCOMPARE(mouse.id(), 3);
@@ -396,7 +396,7 @@ void TestPersonForms::chooserTypesAhead() {
 
 void TestPersonForms::chooserTakesSeveral() {
     Desk desk;
-    frmListChooser form(*desk.session, desk.icons, ItemKind::Performer, "  Performers list", true);
+    frmListChooser form({*desk.session, desk.icons}, ItemKind::Performer, "  Performers list", true);
     open(form);
     type(form, "b");
     key(form, Qt::Key_Down, Qt::ShiftModifier);
@@ -410,7 +410,7 @@ void TestPersonForms::chooserTakesSeveral() {
 
 void TestPersonForms::chooserKeepsWhatWasChosen() {
     Desk desk;
-    frmListChooser form(*desk.session, desk.icons, ItemKind::Performer, "  Performers list", true);
+    frmListChooser form({*desk.session, desk.icons}, ItemKind::Performer, "  Performers list", true);
     open(form);
     type(form, "cal");
     key(form, Qt::Key_Space, Qt::ControlModifier);
@@ -430,7 +430,7 @@ void TestPersonForms::chooserKeepsWhatWasChosen() {
 
 void TestPersonForms::chooserMakesNewOnes() {
     Desk desk;
-    frmListChooser sources(*desk.session, desk.icons, ItemKind::Source, "  Sources list", false);
+    frmListChooser sources({*desk.session, desk.icons}, ItemKind::Source, "  Sources list", false);
     open(sources);
     type(sources, "x");
     desk.messages.willType({}); // cancelled
@@ -443,7 +443,7 @@ void TestPersonForms::chooserMakesNewOnes() {
     key(sources, Qt::Key_Return);
     QCOMPARE(desk.items().nameOf(ItemKind::Source, sources.id()), QString("My own source"));
 
-    frmListChooser persons(*desk.session, desk.icons, ItemKind::Composer, "  Composers list", true);
+    frmListChooser persons({*desk.session, desk.icons}, ItemKind::Composer, "  Composers list", true);
     open(persons);
     inNextForm<frmPers>([](frmPers& editor) {
         type(editor, "Newcomer");
@@ -453,7 +453,7 @@ void TestPersonForms::chooserMakesNewOnes() {
     QCOMPARE(persons.names(), QStringList("Newcomer"));
 
     // Recordings and custom cards have editors of their own.
-    frmListChooser recordings(*desk.session, desk.icons, ItemKind::Recording, "  Recordings", false);
+    frmListChooser recordings({*desk.session, desk.icons}, ItemKind::Recording, "  Recordings", false);
     open(recordings);
     QVERIFY(!button(recordings, "cmdNew").isVisible());
 }
@@ -463,7 +463,7 @@ void TestPersonForms::chooserOfAReadyList() {
     ItemList works({{"Title"}, {"Number"}});
     works.addRow(7, "Comp", {"Symphony No. 5", "Op. 67"});
     works.addRow(8, "Comp", {"Piano Concerto", "Op. 73"});
-    frmListChooser form(*desk.session, desk.icons, "Comp", works, "  Composer works", true);
+    frmListChooser form({*desk.session, desk.icons}, "Comp", works, "  Composer works", true);
     open(form);
     QVERIFY(!button(form, "cmdNew").isVisible());
     type(form, "CONCERTO");

@@ -119,7 +119,7 @@ void TestRecordingEditor::init() {
 }
 
 void TestRecordingEditor::edit(qint64 id) {
-    m_editor = std::make_unique<frmRec>(*m_home->session, *m_icons, id, &m_cards);
+    m_editor = std::make_unique<frmRec>(FormContext{*m_home->session, *m_icons}, id, &m_cards);
     s_window = m_editor.get();
     m_editor->show();
     QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));

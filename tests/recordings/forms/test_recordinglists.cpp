@@ -26,7 +26,7 @@ void TestRecordingLists::checkOpensTheCardOfARecording() {
     ItemCatalog catalog(true);
     const IconStore icons(catalog.session->applicationFile("tsrthres.dll"));
     FakeCards cards;
-    frmRecCheck form(*catalog.session, icons, cards);
+    frmRecCheck form({*catalog.session, icons}, cards);
     form.show();
     auto* view = form.findChild<QTreeView*>("lvCheck");
     QTRY_COMPARE(view->model()->rowCount(), int(catalog.count("Rec")));
@@ -59,7 +59,7 @@ void TestRecordingLists::listOpensOrChooses() {
     const qint64 work = catalog.number("SELECT CompID FROM CompOnRec");
     for (const bool opens : {true, false}) {
         FakeCards cards;
-        frmRecList form(*catalog.session, icons, work, "It", opens ? &cards : nullptr);
+        frmRecList form({*catalog.session, icons}, work, "It", opens ? &cards : nullptr);
         form.show();
         auto* view = form.findChild<QTreeView*>("lvRecordings");
         const QPoint first = view->visualRect(view->model()->index(0, 0)).center();
@@ -78,7 +78,7 @@ void TestRecordingLists::keptTracksBecomeWorks() {
     const IconStore icons(catalog.session->applicationFile("tsrthres.dll"));
     RecordingEditor editor(*catalog.session, catalog.number("SELECT RecID FROM CpsOnRec"));
     const qint64 before = catalog.count("Compositions");
-    frmTrackToWorklist form(*catalog.session, icons, editor, {"One", "Two", "Three"});
+    frmTrackToWorklist form({*catalog.session, icons}, editor, {"One", "Two", "Three"});
     form.show();
     auto* titles = form.findChild<QListWidget*>("lvTitles");
     auto* ok = form.findChild<QPushButton*>("cmdOk");

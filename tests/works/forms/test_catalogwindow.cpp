@@ -75,7 +75,7 @@ void TestCatalogWindow::init() {
                 .arg(QLatin1String(opus)));
         m_ids.push_back(connection.lastKey());
     }
-    m_window = std::make_unique<frmCatalog>(*m_home->session, m_icons, m_composer);
+    m_window = std::make_unique<frmCatalog>(FormContext{*m_home->session, m_icons}, m_composer);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
@@ -253,7 +253,7 @@ void TestCatalogWindow::exchangesFiles() {
 
     NoProgress progress;
     QVERIFY(CatalogFile(*m_home->session, m_composer).importFrom(path, progress));
-    frmImportedCatalogs list(*m_home->session, m_icons);
+    frmImportedCatalogs list({*m_home->session, m_icons});
     auto* remove = list.findChild<QPushButton*>(QStringLiteral("cmdRemove"));
     messages.willAnswer(Answer::No);
     remove->click();

@@ -86,7 +86,7 @@ void TestWorkEditor::init() {
 }
 
 void TestWorkEditor::edit(qint64 work) {
-    m_editor = std::make_unique<frmWorkEditor>(*m_home->session, *m_icons, m_composer, work);
+    m_editor = std::make_unique<frmWorkEditor>(FormContext{*m_home->session, *m_icons}, m_composer, work);
     m_editor->show();
     QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
 }
@@ -312,7 +312,7 @@ void TestWorkEditor::tabKeyVisitsTheFieldsInOrder() {
 }
 
 void TestWorkEditor::keyNamesAreRenamed() {
-    frmKeys keys(*m_home->session, *m_icons);
+    frmKeys keys({*m_home->session, *m_icons});
     keys.show();
     QVERIFY(QTest::qWaitForWindowActive(&keys));
     auto* view = keys.findChild<QTreeView*>("lvKeys");
@@ -331,7 +331,7 @@ void TestWorkEditor::keyNamesAreRenamed() {
 }
 
 void TestWorkEditor::commandOpensTheEditor() {
-    MainWindow window(*m_home->session, *m_icons);
+    MainWindow window({*m_home->session, *m_icons});
     window.show();
     auto* action = window.findChild<QAction*>("mnuToolboxWork");
     QVERIFY(action && !action->isEnabled());
