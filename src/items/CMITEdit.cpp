@@ -193,7 +193,7 @@ qint64 CMIT::AggiungiItem(int number) {
                         QStringLiteral("Add"),
                         kind->iconKey,
                         {},
-                        m_session.fieldLengths().maxLength(kind->table, kind->nameColumn)};
+                        m_session.fields().width(kind->table, kind->nameColumn)};
     const QString name = m_session.messages().inputName(request);
     return name.isEmpty() ? 0 : addNamed(number, name);
 }
@@ -209,7 +209,7 @@ bool CMIT::ModificaItem(int number, qint64 id) {
                         QStringLiteral("Rename"),
                         kind->iconKey,
                         nameOf(number, id),
-                        m_session.fieldLengths().maxLength(kind->table, kind->nameColumn)};
+                        m_session.fields().width(kind->table, kind->nameColumn)};
     const QString name = m_session.messages().inputName(request);
     return !name.isEmpty() && rename(number, id, name);
 }
