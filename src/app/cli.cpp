@@ -43,15 +43,7 @@ int run(int argc, char** argv) {
     app.add_flag("--json", context.json, "Print rows as JSON");
 
     Action action;
-    addStoreCommands(app, context, action);
-    addMaintenanceCommands(app, context, action);
-    addItemCommands(app, context, action);
-    addPersonCommands(app, context, action);
-    addCatalogCommands(app, context, action);
-    addRecordingCommands(app, context, action);
-    addWorkCommands(app, context, action);
-    addAttachCommands(app, context, action);
-    addClassCommands(app, context, action);
+    addCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

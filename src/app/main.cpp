@@ -4,6 +4,7 @@
 #include "platform/SingleInstance.h"
 #include "store/Session.h"
 #include "store/Startup.h"
+#include "widgets/Application.h"
 #include "widgets/WindowProgress.h"
 #include "window/MainWindow.h"
 #include "window/SplashScreen.h"
@@ -48,7 +49,7 @@ int runWindow(StartedWindow& started) {
 } // namespace
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tessaranth"));
     QApplication::setApplicationVersion(QStringLiteral(TESSARANTH_VERSION));
     QCommandLineParser parser;

@@ -79,8 +79,10 @@ std::optional<QByteArray> CardDocuments::read(qint64 id) {
 
 qint64 CardDocuments::add(const QByteArray& rtf, const QString& title) {
     qint64 id = 0;
-    if (m_files.card().require(m_session))
-        guarded(m_session, [&] { id = m_files.addBytes(rtf, title); });
+    guarded(m_session, [&] {
+        m_files.card().require(m_session);
+        id = m_files.addBytes(rtf, title);
+    });
     return id;
 }
 

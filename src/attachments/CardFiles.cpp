@@ -45,11 +45,7 @@ bool CardFiles::load(ItemList& list) {
 }
 
 QString CardFiles::title(qint64 id) {
-    QString found;
-    guarded(m_session, [&] {
-        found = m_session.connection().single(QStringLiteral("SELECT ") + m_kind.title + byId(id)).toText();
-    });
-    return found;
+    return m_session.connection().single(QStringLiteral("SELECT ") + m_kind.title + byId(id)).toText();
 }
 
 QString CardFiles::askTitle(const QString& windowTitle, const QString& heading, const QString& button,
@@ -98,8 +94,10 @@ void CardFiles::replaceBytes(qint64 id, const QByteArray& bytes) {
 }
 
 bool CardFiles::askRename(qint64 id) {
-    const QString name =
-        askTitle(m_kind.renameTitle, m_kind.renameHeading, QStringLiteral("Rename"), title(id));
+    QString old;
+    if (!guarded(m_session, [&] { old = title(id); }))
+        return false;
+    const QString name = askTitle(m_kind.renameTitle, m_kind.renameHeading, QStringLiteral("Rename"), old);
     return !name.isEmpty() && rename(id, name);
 }
 
@@ -113,10 +111,17 @@ bool CardFiles::rename(qint64 id, const QString& text) {
 }
 
 bool CardFiles::askRemove(qint64 id) {
+    QString name, card;
+    const bool isRead = guarded(m_session, [&] {
+        name = title(id);
+        card = m_card.name(m_session);
+    });
+    if (!isRead)
+        return false;
     Question question;
     question.title = m_kind.removeTitle;
-    question.text = QStringLiteral("Do you want to delete\n") + title(id) + QStringLiteral("\nfrom ") +
-                    m_card.name(m_session) + u'?';
+    question.text =
+        QStringLiteral("Do you want to delete\n") + name + QStringLiteral("\nfrom ") + card + u'?';
     question.defaultButton = Answer::Cancel;
     return m_session.messages().ask(question) == Answer::Ok && remove(id);
 }

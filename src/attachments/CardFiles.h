@@ -44,7 +44,7 @@ public:
 
     QString path(qint64 id) const { return m_files.path(m_kind.folder, id); }
     bool hasFile(qint64 id) const { return m_files.exists(m_kind.folder, id); }
-    QString title(qint64 id); ///< empty when there is none such
+    QString title(qint64 id); ///< empty when there is none such; throws SqlError
     QString askTitle(const QString& windowTitle, const QString& heading, const QString& button,
                      const QString& proposed);
 

@@ -66,23 +66,28 @@ QString CardImages::askTitle(const QString& proposed) {
 
 qint64 CardImages::add(const QString& file, const QString& title) {
     qint64 id = 0;
-    if (m_files.card().require(m_session))
-        guarded(m_session, [&] { id = m_files.addBytes(PictureFile::read(file), title); });
+    guarded(m_session, [&] {
+        m_files.card().require(m_session);
+        id = m_files.addBytes(PictureFile::read(file), title);
+    });
     return id;
 }
 
 qint64 CardImages::add(const QImage& image, const QString& title) {
     qint64 id = 0;
-    if (m_files.card().require(m_session))
-        guarded(m_session, [&] { id = m_files.addBytes(PictureFile::fromImage(image), title); });
+    guarded(m_session, [&] {
+        m_files.card().require(m_session);
+        id = m_files.addBytes(PictureFile::fromImage(image), title);
+    });
     return id;
 }
 
 qint64 CardImages::ImportImageFromFile() {
     const QString file = chooseFile(QStringLiteral("Import Image"));
     qint64 id = 0;
-    if (!file.isEmpty() && m_files.card().require(m_session))
+    if (!file.isEmpty())
         guarded(m_session, [&] {
+            m_files.card().require(m_session);
             // Read before the title is asked for: nobody should name what cannot be added.
             const QByteArray bytes = PictureFile::read(file);
             const QString title = askTitle(m_files.titleFrom(titleOf(file)));
@@ -100,7 +105,7 @@ qint64 CardImages::PasteImageFromClipboard(const QImage& image) {
 }
 
 int CardImages::addFiles(const QStringList& files, Progress& progress) {
-    if (files.isEmpty() || !m_files.card().require(m_session))
+    if (files.isEmpty() || !guarded(m_session, [&] { m_files.card().require(m_session); }))
         return 0;
     progress.stage(tr("Adding pictures"));
     int added = 0;

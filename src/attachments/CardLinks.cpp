@@ -43,22 +43,15 @@ bool CardLinks::LoadWeb(ItemList& list) {
 }
 
 WebLink CardLinks::link(qint64 id) {
-    WebLink found;
-    guarded(m_session, [&] {
-        const Recordset row = Recordset::open(m_session.connection(), byId(id));
-        if (row.isEmpty())
-            return false;
-        found = {id, row.value(0, QStringLiteral("Url")).toText(),
-                 row.value(0, QStringLiteral("Alias")).toText()};
-        return true;
-    });
-    return found;
+    const Recordset row = Recordset::open(m_session.connection(), byId(id));
+    if (row.isEmpty())
+        return {};
+    return {id, row.value(0, QStringLiteral("Url")).toText(), row.value(0, QStringLiteral("Alias")).toText()};
 }
 
 bool CardLinks::save(WebLink& link) {
-    if (!m_card.require(m_session))
-        return false;
     return guarded(m_session, [&] {
+        m_card.require(m_session);
         const QString table = QStringLiteral("Web"), alias = QStringLiteral("Alias");
         link.url = m_session.fields().fit(table, QStringLiteral("Url"), link.url);
         link.alias = m_session.fields().fit(table, alias, link.alias);
@@ -101,8 +94,8 @@ bool CardLinks::Remove_Web(const std::vector<qint64>& ids) {
 }
 
 bool CardLinks::OpenWeb(qint64 id) {
-    const QString text = link(id).url.trimmed();
-    if (text.isEmpty())
+    QString text;
+    if (!guarded(m_session, [&] { text = link(id).url.trimmed(); }) || text.isEmpty())
         return false;
     // "www.beethoven.de" is what people type for "http://www.beethoven.de".
     const QUrl url = QUrl::fromUserInput(text);

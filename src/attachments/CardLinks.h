@@ -23,7 +23,7 @@ public:
     CardLinks(Session& session, CardOwner card) : m_session(session), m_card(std::move(card)) {}
 
     bool LoadWeb(ItemList& list); ///< by alias
-    WebLink link(qint64 id);      ///< an empty one (id 0) when there is none
+    WebLink link(qint64 id);      ///< an empty one (id 0) when there is none; throws SqlError
     /// Adds a link, or changes the one whose id is given; a new one gets its id. Without an alias the
     /// address is shown. Refused without an address or with an alias too long.
     bool save(WebLink& link);

@@ -74,25 +74,18 @@ bool CardMedia::LoadMedia(ItemList& list) {
 }
 
 MediaFile CardMedia::media(qint64 id) {
-    MediaFile found;
-    guarded(m_session, [&] {
-        const Recordset rows = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
-        if (rows.isEmpty())
-            return false;
-        const auto text = [&rows](const char* column) {
-            return rows.value(0, QLatin1String(column)).toText();
-        };
-        found = {id,
-                 text("MediaTitle"),
-                 text("MediaFile"),
-                 text("MediaFolder"),
-                 rows.value(0, QStringLiteral("MediaSize")).toInteger(),
-                 text("MediaType"),
-                 text("VolumeName"),
-                 text("VolumeType")};
-        return true;
-    });
-    return found;
+    const Recordset rows = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
+    if (rows.isEmpty())
+        return {};
+    const auto text = [&rows](const char* column) { return rows.value(0, QLatin1String(column)).toText(); };
+    return {id,
+            text("MediaTitle"),
+            text("MediaFile"),
+            text("MediaFolder"),
+            rows.value(0, QStringLiteral("MediaSize")).toInteger(),
+            text("MediaType"),
+            text("VolumeName"),
+            text("VolumeType")};
 }
 
 void CardMedia::nameSkipped(const QStringList& names, const QString& reason) {
@@ -105,11 +98,10 @@ void CardMedia::nameSkipped(const QStringList& names, const QString& reason) {
 }
 
 int CardMedia::add(const QStringList& files, Progress& progress) {
-    if (!m_card.require(m_session))
-        return -1;
     QStringList noFiles, tooLong;
     int added = 0;
     const bool done = guarded(m_session, [&] {
+        m_card.require(m_session);
         progress.stage(tr("Adding media files"));
         Transaction transaction(m_session.connection());
         Recordset rows = Recordset::open(m_session.connection(),
@@ -159,9 +151,9 @@ bool CardMedia::rename(qint64 id, const QString& text) {
 }
 
 bool CardMedia::Rename_Media(qint64 id) {
-    const MediaFile file = media(id);
-    if (file.id == 0)
-        return rename(id, {});
+    MediaFile file;
+    if (!guarded(m_session, [&] { file = requireMedia(id); }))
+        return false;
     NameRequest request;
     request.title = QStringLiteral("Rename the selected media");
     request.heading = QStringLiteral("Rename Media");
@@ -226,19 +218,24 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
     return done ? moved : -1;
 }
 
+MediaFile CardMedia::requireMedia(qint64 id) {
+    MediaFile file = media(id);
+    if (file.id == 0)
+        throw Error(tr("This item has been deleted meanwhile."));
+    return file;
+}
+
 bool CardMedia::folderIsThere(const MediaFile& file) {
-    if (file.id != 0 && !file.folder.isEmpty() && QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
+    if (!file.folder.isEmpty() && QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
         return true;
-    if (file.id != 0)
-        m_session.messages().warning(applicationTitle, QStringLiteral("The following location: \n") +
-                                                           file.folder +
-                                                           QStringLiteral("\nis not available."));
+    m_session.messages().warning(applicationTitle, QStringLiteral("The following location: \n") +
+                                                       file.folder + QStringLiteral("\nis not available."));
     return false;
 }
 
 bool CardMedia::OpenMediaFile(qint64 id) {
-    const MediaFile file = media(id);
-    if (!folderIsThere(file))
+    MediaFile file;
+    if (!guarded(m_session, [&] { file = requireMedia(id); }) || !folderIsThere(file))
         return false;
     QString reason;
     if (!QFileInfo(file.path()).isFile())
@@ -251,8 +248,8 @@ bool CardMedia::OpenMediaFile(qint64 id) {
 }
 
 bool CardMedia::ExploreMedia(qint64 id) {
-    const MediaFile file = media(id);
-    if (!folderIsThere(file))
+    MediaFile file;
+    if (!guarded(m_session, [&] { file = requireMedia(id); }) || !folderIsThere(file))
         return false;
     if (m_session.desktop().openFolder(QDir::fromNativeSeparators(file.folder)))
         return true;

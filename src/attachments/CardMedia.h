@@ -33,7 +33,7 @@ public:
     CardMedia(Session& session, CardOwner card) : m_session(session), m_card(std::move(card)) {}
 
     bool LoadMedia(ItemList& list); ///< the sizes in bytes
-    MediaFile media(qint64 id);     ///< an empty one (id 0) when there is none
+    MediaFile media(qint64 id);     ///< an empty one (id 0) when there is none; throws SqlError
 
     /// Adds references to files, titled by their names. Names what is no file, or has a path that is too long
     /// to be kept, in one message. The number added, or -1 when it failed and nothing was added.
@@ -53,6 +53,7 @@ public:
     bool ExploreMedia(qint64 id);
 
 private:
+    MediaFile requireMedia(qint64 id);
     bool folderIsThere(const MediaFile& media);
     void nameSkipped(const QStringList& names, const QString& reason);
 

@@ -35,14 +35,10 @@ QString CardRelations::rowsOf(int kind) const {
 
 QSet<qint64> CardRelations::related(int kind) {
     QSet<qint64> ids;
-    guarded(m_session, [&] {
-        Query run = m_session.connection().query(
-            (isCustom() ? QStringLiteral("SELECT ItemID") : QStringLiteral("SELECT UserDefID")) +
-            rowsOf(kind));
-        while (run.next())
-            ids.insert(run.integer(0));
-        return true;
-    });
+    Query run = m_session.connection().query(
+        (isCustom() ? QStringLiteral("SELECT ItemID") : QStringLiteral("SELECT UserDefID")) + rowsOf(kind));
+    while (run.next())
+        ids.insert(run.integer(0));
     return ids;
 }
 
@@ -74,9 +70,8 @@ ItemList CardRelations::list(const std::vector<Related>& related) {
 }
 
 bool CardRelations::change(int kind, const QSet<qint64>& add, const QSet<qint64>& remove) {
-    if (!m_card.require(m_session))
-        return false;
     return guarded(m_session, [&] {
+        m_card.require(m_session);
         CMIT items(m_session);
         Transaction transaction(m_session.connection());
         Recordset rows = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + rowsOf(kind));

@@ -31,7 +31,7 @@ public:
 
     /// The kinds (1 to 4) that this card can be related to.
     std::vector<int> kinds() const;
-    /// Ids of the related cards of one of these kinds.
+    /// Ids of the related cards of one of these kinds. Throws SqlError.
     QSet<qint64> related(int kind);
     /// Relates this card to some cards of a kind, and ends its relation to others, in one transaction. What
     /// is as wished already, and a card that is gone, is passed over.

@@ -67,15 +67,12 @@ struct Move {
 
 QStringList MediaLocations::drives() {
     QStringList drives;
-    guarded(m_session, [&] {
-        Query run = m_session.connection().query(
-            QStringLiteral("SELECT DISTINCT MediaFolder FROM Media ORDER BY MediaFolder"));
-        while (run.next()) {
-            const QString drive = driveOf(run.text(0));
-            drives.push_back(hasLetter(drive) ? drive.toUpper() : drive);
-        }
-        return true;
-    });
+    Query run = m_session.connection().query(
+        QStringLiteral("SELECT DISTINCT MediaFolder FROM Media ORDER BY MediaFolder"));
+    while (run.next()) {
+        const QString drive = driveOf(run.text(0));
+        drives.push_back(hasLetter(drive) ? drive.toUpper() : drive);
+    }
     drives.removeAll(QString());
     drives.removeDuplicates();
     drives.sort();

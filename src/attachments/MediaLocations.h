@@ -27,7 +27,7 @@ class MediaLocations {
 public:
     explicit MediaLocations(Session& session) : m_session(session) {}
 
-    /// The drives at the beginning of the recorded places.
+    /// The drives at the beginning of the recorded places. Throws SqlError.
     QStringList drives();
     /// Asks, and changes the recorded places in one transaction. False when the answer is no, when there is
     /// nothing to change, and when it failed or was stopped: then every place is as it was.

@@ -3,6 +3,7 @@
 
 #include "items/ItemKind.h"
 #include "items/OpenCards.h"
+#include "items/Person.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 #include "store/TextOrder.h"
@@ -106,25 +107,20 @@ std::optional<Classification::Tree> Classification::tree() {
 
 ItemList Classification::subCategories() {
     ItemList list({{QStringLiteral("Category")}, {QStringLiteral("Sub-category")}});
-    guarded(m_session, [&] {
-        Query run = m_session.connection().query(
-            sql("SELECT xxxSubCat.xxxSubCatID, xxxClass.xxxClassName, xxxSubCat.xxxSubCatName FROM xxxClass "
-                "INNER JOIN xxxSubCat ON xxxClass.xxxClassID = xxxSubCat.xxxClassID ORDER BY "
-                "xxxClass.xxxClassName, xxxSubCat.xxxSubCatName"));
-        while (run.next())
-            list.addRow(run.integer(0), QStringLiteral("TvSubClass"),
-                        {run.text(1).trimmed(), run.text(2).trimmed()});
-    });
+    Query run = m_session.connection().query(
+        sql("SELECT xxxSubCat.xxxSubCatID, xxxClass.xxxClassName, xxxSubCat.xxxSubCatName FROM xxxClass "
+            "INNER JOIN xxxSubCat ON xxxClass.xxxClassID = xxxSubCat.xxxClassID ORDER BY "
+            "xxxClass.xxxClassName, xxxSubCat.xxxSubCatName"));
+    while (run.next())
+        list.addRow(run.integer(0), QStringLiteral("TvSubClass"),
+                    {run.text(1).trimmed(), run.text(2).trimmed()});
     return list;
 }
 
 // ---- lists of cards
 
 QString Classification::nameCell(const Query& run) const {
-    QString name = run.text(1).trimmed();
-    if (run.columnCount() > 2)
-        if (const QString first = run.text(2).trimmed(); !first.isEmpty())
-            name += QStringLiteral(", ") + first;
+    QString name = personName(run.text(1), run.columnCount() > 2 ? run.text(2) : QString());
     if (run.columnCount() > 3)
         if (const QString years = run.text(3).trimmed(); !years.isEmpty())
             name += QStringLiteral(" (") + years + u')';
@@ -242,22 +238,20 @@ QString Classification::Line::text() const {
 
 std::vector<Classification::Line> Classification::lines(qint64 card) {
     std::vector<Line> lines;
-    guarded(m_session, [&] {
-        Query run = m_session.connection().query(
-            sql("SELECT xxxClass.xxxClassName, xxxSubCat.xxxSubCatName FROM (xxxClass INNER JOIN xxxSubCat "
-                "ON xxxClass.xxxClassID = xxxSubCat.xxxClassID) INNER JOIN xxxSubCatJoin ON "
-                "xxxSubCat.xxxSubCatID = xxxSubCatJoin.xxxSubCatID WHERE xxxSubCatJoin.xxxID = ") +
-            QString::number(card) + sql(" ORDER BY xxxClass.xxxClassName"));
-        while (run.next()) {
-            const QString category = run.text(0).trimmed();
-            if (lines.empty() || lines.back().category != category)
-                lines.push_back({category, {}});
-            lines.back().subCategories.push_back(run.text(1).trimmed());
-        }
-        for (Line& line : lines)
-            std::sort(line.subCategories.begin(), line.subCategories.end(),
-                      [](const QString& a, const QString& b) { return TextOrder::compare(a, b) < 0; });
-    });
+    Query run = m_session.connection().query(
+        sql("SELECT xxxClass.xxxClassName, xxxSubCat.xxxSubCatName FROM (xxxClass INNER JOIN xxxSubCat "
+            "ON xxxClass.xxxClassID = xxxSubCat.xxxClassID) INNER JOIN xxxSubCatJoin ON "
+            "xxxSubCat.xxxSubCatID = xxxSubCatJoin.xxxSubCatID WHERE xxxSubCatJoin.xxxID = ") +
+        QString::number(card) + sql(" ORDER BY xxxClass.xxxClassName"));
+    while (run.next()) {
+        const QString category = run.text(0).trimmed();
+        if (lines.empty() || lines.back().category != category)
+            lines.push_back({category, {}});
+        lines.back().subCategories.push_back(run.text(1).trimmed());
+    }
+    for (Line& line : lines)
+        std::sort(line.subCategories.begin(), line.subCategories.end(),
+                  [](const QString& a, const QString& b) { return TextOrder::compare(a, b) < 0; });
     return lines;
 }
 
@@ -332,8 +326,9 @@ bool Classification::remove(Level level, qint64 id) {
                             Answer::Cancel};
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
-    const std::vector<qint64> cards = cardsIn(level, id);
+    std::vector<qint64> cards;
     const bool removed = guarded(m_session, [&] {
+        cards = cardsIn(level, id);
         Connection& connection = m_session.connection();
         const QString isNode = names(level).key + QStringLiteral(" = ") + QString::number(id);
         Transaction transaction(connection);
@@ -383,16 +378,14 @@ QSet<qint64> Classification::allSubCategories() {
 
 QHash<qint64, int> Classification::memberships(const std::vector<qint64>& cards) {
     QHash<qint64, int> counts;
-    guarded(m_session, [&] {
-        const QSet<qint64> known = allSubCategories();
-        for (const qint64 card : cards) {
-            Query run = m_session.connection().query(
-                sql("SELECT DISTINCT xxxSubCatID FROM xxxSubCatJoin WHERE xxxID = ") + QString::number(card));
-            while (run.next())
-                if (known.contains(run.integer(0)))
-                    ++counts[run.integer(0)];
-        }
-    });
+    const QSet<qint64> known = allSubCategories();
+    for (const qint64 card : cards) {
+        Query run = m_session.connection().query(
+            sql("SELECT DISTINCT xxxSubCatID FROM xxxSubCatJoin WHERE xxxID = ") + QString::number(card));
+        while (run.next())
+            if (known.contains(run.integer(0)))
+                ++counts[run.integer(0)];
+    }
     return counts;
 }
 

@@ -15,8 +15,9 @@ class OpenCards;
 class Session;
 
 /// The user's own order among the cards of one kind: categories, their sub-categories, and the cards in
-/// those. An operation that fails reports it through the session's messages; it answers false then, 0 or
-/// nothing, as it does when the user declines.
+/// those. What answers with a list, lines or numbers throws SqlError. Every other operation that fails
+/// reports it through the session's messages; it answers false then, 0 or nothing, as it does when the user
+/// declines.
 class Classification {
 public:
     /// What stands in the tree; a category or a sub-category.
@@ -48,6 +49,7 @@ public:
     /// `kind` is one of the four kinds of card.
     Classification(Session& session, int kind, OpenCards* cards = nullptr);
 
+    Session& session() const { return m_session; }
     int kind() const { return m_kind; }
     /// "Classify recording: ", "Classify recordings: ".
     QString prompt(bool several) const;

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "items/CMITGuard.h"
+#include "items/CMIT.h"
+
+#include "store/Guarded.h"
 
 namespace tessaranth {
 
@@ -14,27 +16,26 @@ QString listStatement(const ItemKind& kind, const QString& prefix) {
 }
 
 QString displayName(const Query& query, const ItemKind::List& list) {
-    QString name = query.text(1).trimmed();
-    if (list.firstNameColumn >= 0) {
-        const QString firstName = query.text(list.firstNameColumn).trimmed();
-        if (!firstName.isEmpty())
-            name += QStringLiteral(", ") + firstName;
-    }
-    return name;
+    return personName(query.text(1), list.firstNameColumn < 0 ? QString() : query.text(list.firstNameColumn));
 }
 
 } // namespace
 
+bool CMIT::onKind(int number, const std::function<void(const ItemKind&)>& work) {
+    const ItemKind* kind = itemKind(number);
+    return kind && guarded(m_session, [&] { work(*kind); });
+}
+
 std::optional<Recordset> CMIT::ElencoInRecordset(int number, const QString& prefix) {
     std::optional<Recordset> rows;
-    guarded(number, [&](const ItemKind& kind) {
+    onKind(number, [&](const ItemKind& kind) {
         rows = Recordset::open(m_session.connection(), listStatement(kind, prefix));
     });
     return rows;
 }
 
 bool CMIT::ElencoInMatrice(int number, std::vector<std::vector<Value>>& rows, const QString& prefix) {
-    return guarded(number, [&](const ItemKind& kind) {
+    return onKind(number, [&](const ItemKind& kind) {
         std::vector<std::vector<Value>> found;
         Query query = m_session.connection().query(listStatement(kind, prefix));
         while (query.next()) {
@@ -47,7 +48,7 @@ bool CMIT::ElencoInMatrice(int number, std::vector<std::vector<Value>>& rows, co
 }
 
 bool CMIT::ElencoInLv(int number, ItemList& list, const QString& prefix) {
-    return guarded(number, [&](const ItemKind& kind) {
+    return onKind(number, [&](const ItemKind& kind) {
         const ItemKind::List& shape = kind.list;
         const bool hasSecond = shape.secondColumn >= 0 && !(number == ItemKind::Recording && DontGetRecLabel);
         std::vector<ItemList::Heading> headings;

@@ -6,6 +6,7 @@
 #include "store/ItemList.h"
 #include "store/Recordset.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -28,7 +29,7 @@ public:
 
     // "Elenco": list of the items of a kind, or of those whose name begins with a text.
     std::optional<Recordset> ElencoInRecordset(int kind, const QString& prefix = {});
-    /// The raw rows, columns as in the kind's statement.
+    /// The raw rows, columns as in the kind's statement. They replace what was there.
     bool ElencoInMatrice(int kind, std::vector<std::vector<Value>>& rows, const QString& prefix = {});
     /// Replaces what the list held; it stays as it was when the query fails.
     bool ElencoInLv(int kind, ItemList& list, const QString& prefix = {});
@@ -39,7 +40,7 @@ public:
     /// Refused without a last name, with a year of another form, a text too long, or a name that exists.
     bool AggiungiItem(int kind, Person& person);
     bool ModificaItem(int kind, Person& person);
-    /// The person as stored; an empty one (id 0) when there is none.
+    /// The person as stored; an empty one (id 0) when there is none. Throws SqlError.
     Person person(int kind, qint64 id);
 
     /// Asks for the name of a new genre, source, label or carrier type and adds it: its key, or 0 when
@@ -53,9 +54,10 @@ public:
     qint64 addNamed(int kind, const QString& name);
     bool rename(int kind, qint64 id, const QString& name);
 
-    /// Display name of an item: last and first name, title, or name; empty when there is none.
+    /// Name of an item for texts: first and last name, title, or name; empty when there is none. Throws
+    /// SqlError.
     QString nameOf(int kind, qint64 id);
-    bool exists(int kind, qint64 id);
+    bool exists(int kind, qint64 id); ///< throws SqlError
 
     /// "Conferma eliminazione": asks whether to delete the named items.
     bool ConfermaEliminazione(int kind, const QStringList& names);
@@ -73,8 +75,7 @@ public:
     void CloseAllOpenFormWork(int kind, const std::vector<qint64>& ids);
 
 private:
-    template<typename Work>
-    bool guarded(int kind, const Work& work);
+    bool onKind(int kind, const std::function<void(const ItemKind&)>& work);
     bool refuse(const QString& text, const QString& title = {});
     void fit(const ItemKind& kind, Person& person);
     bool isKnown(const ItemKind& kind, const Person& person);

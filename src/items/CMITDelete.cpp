@@ -2,10 +2,11 @@
 // Deleting and merging items.
 #include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
-#include "items/CMITGuard.h"
+#include "items/CMIT.h"
 #include "items/ItemCascades.h"
 #include "items/OpenCards.h"
 #include "platform/Progress.h"
+#include "store/Guarded.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -56,7 +57,7 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
         if (progress.stopped())
             break;
         QStringList files;
-        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id, files); }))
+        if (!onKind(number, [&](const ItemKind& kind) { deleteOne(kind, id, files); }))
             return false;
         Attachments::removeFiles(files);
         progress.step(++done, qint64(ids.size()));
@@ -98,18 +99,27 @@ void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QSt
 bool CMIT::Migra(int number, qint64 from, qint64 to) {
     if (from == to)
         return refuse(tr("An item cannot be merged into itself."), QStringLiteral("Migrate "));
-    if (!exists(number, from) || !exists(number, to))
+    bool areThere = false;
+    QString source, target;
+    const bool isRead = guarded(m_session, [&] {
+        areThere = exists(number, from) && exists(number, to);
+        source = nameOf(number, from);
+        target = nameOf(number, to);
+    });
+    if (!isRead)
+        return false;
+    if (!areThere)
         return refuse(tr("This card has been deleted meanwhile."), QStringLiteral("Migrate "));
     Question question;
     question.title = QStringLiteral("Migrate ");
-    question.text = QStringLiteral("Do you want to migrate all the data from ") + nameOf(number, from) +
-                    QStringLiteral("\nto ") + nameOf(number, to) + u'?';
+    question.text = QStringLiteral("Do you want to migrate all the data from ") + source +
+                    QStringLiteral("\nto ") + target + u'?';
     question.defaultButton = Answer::Cancel;
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
     CloseAllOpenFormWork(number, {from});
     QStringList files;
-    const bool merged = guarded(number, [&](const ItemKind& kind) {
+    const bool merged = onKind(number, [&](const ItemKind& kind) {
         Transaction transaction(m_session.connection());
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Adding and changing persons and the names of lookup lists.
-#include "items/CMITGuard.h"
+#include "items/CMIT.h"
 #include "items/OpenCards.h"
+#include "store/Guarded.h"
 
 #include <QCoreApplication>
 
@@ -81,18 +82,18 @@ bool CMIT::isKnown(const ItemKind& kind, const Person& person) {
 }
 
 Person CMIT::person(int number, qint64 id) {
+    const ItemKind& kind = *itemKind(number);
+    const Recordset row =
+        Recordset::open(m_session.connection(),
+                        QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
     Person result;
-    guarded(number, [&](const ItemKind& kind) {
-        Recordset row = Recordset::open(
-            m_session.connection(),
-            QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
-        if (row.isEmpty())
-            return;
-        result.id = id;
-        for (const PersonColumn& column : personColumns)
-            result.*column.value = row.value(0, kind.code + QLatin1String(column.suffix)).toText();
+    if (row.isEmpty())
+        return result;
+    result.id = id;
+    for (const PersonColumn& column : personColumns)
+        result.*column.value = row.value(0, kind.code + QLatin1String(column.suffix)).toText();
+    if (number == ItemKind::Composer)
         result.acronym = row.value(0, QStringLiteral("CatAcr")).toText();
-    });
     return result;
 }
 
@@ -103,7 +104,7 @@ bool CMIT::AggiungiItem(int number, Person& person) {
 
 bool CMIT::ModificaItem(int number, Person& person) {
     bool saved = false;
-    guarded(number, [&](const ItemKind& kind) {
+    onKind(number, [&](const ItemKind& kind) {
         fit(kind, person);
         if (isKnown(kind, person)) {
             refuse((person.first + u' ' + person.last).trimmed() + QStringLiteral(" is already in archive"));
@@ -151,7 +152,7 @@ bool CMIT::isFitName(const ItemKind& kind, QString& name, qint64 id) {
 
 qint64 CMIT::addNamed(int number, const QString& text) {
     qint64 id = 0;
-    guarded(number, [&](const ItemKind& kind) {
+    onKind(number, [&](const ItemKind& kind) {
         QString name = text;
         if (!isFitName(kind, name, 0))
             return;
@@ -165,7 +166,7 @@ qint64 CMIT::addNamed(int number, const QString& text) {
 
 bool CMIT::rename(int number, qint64 id, const QString& text) {
     bool renamed = false;
-    guarded(number, [&](const ItemKind& kind) {
+    onKind(number, [&](const ItemKind& kind) {
         QString name = text;
         if (!isFitName(kind, name, id))
             return;
@@ -201,41 +202,37 @@ qint64 CMIT::AggiungiItem(int number) {
 bool CMIT::ModificaItem(int number, qint64 id) {
     const LookupWords* words = wordsOf(number);
     const ItemKind* kind = itemKind(number);
-    if (!words || !kind)
+    QString old;
+    if (!words || !kind || !guarded(m_session, [&] { old = nameOf(number, id); }))
         return false;
     NameRequest request{QString::fromLatin1(words->renameTitle),
                         QString::fromLatin1(words->renameTitle).trimmed(),
                         QString::fromLatin1(words->label),
                         QStringLiteral("Rename"),
                         kind->iconKey,
-                        nameOf(number, id),
+                        old,
                         m_session.fields().width(kind->table, kind->nameColumn)};
     const QString name = m_session.messages().inputName(request);
     return !name.isEmpty() && rename(number, id, name);
 }
 
 bool CMIT::exists(int number, qint64 id) {
-    bool found = false;
-    guarded(number, [&](const ItemKind& kind) {
-        found = m_session.connection().exists(
-            QStringLiteral("SELECT %2 FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
-    });
-    return found;
+    const ItemKind& kind = *itemKind(number);
+    return m_session.connection().exists(
+        QStringLiteral("SELECT %2 FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
 }
 
 QString CMIT::nameOf(int number, qint64 id) {
-    QString name;
-    guarded(number, [&](const ItemKind& kind) {
-        const bool isPerson = number == ItemKind::Composer || number == ItemKind::Performer;
-        const QString columns =
-            isPerson ? kind.code + QStringLiteral("Lname, ") + kind.code + QStringLiteral("Fname")
-                     : kind.nameColumn;
-        Query run = m_session.connection().query(
-            QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4").arg(columns, kind.table, kind.key).arg(id));
-        if (run.next())
-            name = isPerson ? (run.text(1) + u' ' + run.text(0)).trimmed() : run.text(0);
-    });
-    return name;
+    const ItemKind& kind = *itemKind(number);
+    const bool isPerson = number == ItemKind::Composer || number == ItemKind::Performer;
+    const QString columns = isPerson
+                                ? kind.code + QStringLiteral("Lname, ") + kind.code + QStringLiteral("Fname")
+                                : kind.nameColumn;
+    Query run = m_session.connection().query(
+        QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4").arg(columns, kind.table, kind.key).arg(id));
+    if (!run.next())
+        return {};
+    return isPerson ? (run.text(1) + u' ' + run.text(0)).trimmed() : run.text(0);
 }
 
 } // namespace tessaranth

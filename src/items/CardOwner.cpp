@@ -2,13 +2,15 @@
 #include "items/CardOwner.h"
 
 #include "items/CMIT.h"
-#include "store/Guarded.h"
+#include "store/Session.h"
 
 #include <QCoreApplication>
 
 namespace tessaranth {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("CardOwner", text); }
 
 const QString workCode = QStringLiteral("Comp");
 
@@ -23,31 +25,20 @@ QString CardOwner::condition() const {
 }
 
 QString CardOwner::name(Session& session) const {
-    if (code == workCode) {
-        QString title;
-        guarded(session, [&] {
-            title = session.connection().single(QStringLiteral("SELECT CompTitle") + workRow(id)).toText();
-        });
-        return title;
-    }
+    if (code == workCode)
+        return session.connection().single(QStringLiteral("SELECT CompTitle") + workRow(id)).toText();
     const ItemKind* kind = itemKind(code);
     return kind ? CMIT(session).nameOf(kind->number, id) : QString();
 }
 
-bool CardOwner::require(Session& session) const {
+void CardOwner::require(Session& session) const {
     const ItemKind* kind = itemKind(code);
-    bool isThere = kind && kind->isCard() && CMIT(session).exists(kind->number, id);
-    if (code == workCode && !guarded(session, [&] {
-            isThere = session.connection().exists(QStringLiteral("SELECT *") + workRow(id));
-        }))
-        return false;
-    if (isThere)
-        return true;
-    session.messages().warning(
-        applicationTitle,
-        code == workCode ? QCoreApplication::translate("CardOwner", "This work has been deleted meanwhile.")
-                         : QCoreApplication::translate("CardOwner", "This card has been deleted meanwhile."));
-    return false;
+    const bool isThere = code == workCode
+                             ? session.connection().exists(QStringLiteral("SELECT *") + workRow(id))
+                             : kind && kind->isCard() && CMIT(session).exists(kind->number, id);
+    if (!isThere)
+        throw Error(code == workCode ? tr("This work has been deleted meanwhile.")
+                                     : tr("This card has been deleted meanwhile."));
 }
 
 } // namespace tessaranth

@@ -15,11 +15,10 @@ struct CardOwner {
     bool operator==(const CardOwner&) const = default;
     /// "RelatedCat = 'Rec' AND RelatedID = 7".
     QString condition() const;
-    /// The card's name, or the work's title, for questions.
+    /// The card's name, or the work's title, for questions. Throws SqlError.
     QString name(Session& session) const;
-    /// Tells the user and answers false when the card has gone: what is attached to nothing is never seen
-    /// again.
-    bool require(Session& session) const;
+    /// Throws Error when the card has gone: what is attached to nothing is never seen again.
+    void require(Session& session) const;
 };
 
 } // namespace tessaranth

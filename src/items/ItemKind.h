@@ -16,17 +16,17 @@ struct ItemKind {
     /// name; other columns are -1 where the statement has none.
     struct List {
         QString select;
-        QString filterColumn; ///< compared with the beginning that the user typed
-        QString orderBy;      ///< with its leading blank; may be empty
-        int firstNameColumn;  ///< follows the name after ", "
-        int secondColumn;     ///< the list's second column
-        int cellIconColumn;   ///< holds the key of the icon beside the name
+        QString filterColumn;     ///< compared with the beginning that the user typed
+        QString orderBy = {};     ///< with its leading blank; may be empty
+        int firstNameColumn = -1; ///< follows the name after ", "
+        int secondColumn = -1;    ///< the list's second column
+        int cellIconColumn = -1;  ///< holds the key of the icon beside the name
         QStringList headings;
     };
 
     int number;   ///< 1 to 8
     QString code; ///< also RelatedCat and ItemType of what hangs off a card
-    QStringList otherWords;
+    QStringList otherWords = {};
     QString table;
     QString key;
     QString nameColumn;
@@ -35,7 +35,7 @@ struct ItemKind {
     QString countCaption; ///< before a number of items
     QString noun;         ///< within a sentence
     QString iconKey;
-    QString colourPrefix; ///< of the configuration's colours; empty for the lookup lists
+    QString colourPrefix = {}; ///< of the configuration's colours; empty for the lookup lists
     List list;
 
     bool isCard() const { return number <= Custom; }

@@ -44,9 +44,11 @@ bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) 
 
 QByteArray LabelEditor::logo(qint64 id) const {
     QFile file(AttachmentFiles(m_session).path(folder, id));
-    return id != 0 && file.size() <= PictureFile::maxFileBytes && file.open(QIODevice::ReadOnly)
-               ? file.readAll()
-               : QByteArray();
+    if (id == 0 || !file.exists())
+        return {};
+    if (file.size() > PictureFile::maxFileBytes || !file.open(QIODevice::ReadOnly))
+        throw FileError(tr("%1 cannot be read: %2").arg(file.fileName(), file.errorString()));
+    return file.readAll();
 }
 
 QByteArray LabelEditor::importLogo(const QString& file) {

@@ -24,7 +24,7 @@ public:
     /// Adds a label (id 0, which gets the new key) or changes one. Name and logo are saved together or not
     /// at all; a refusal has been told to the user.
     bool save(qint64& id, const QString& name, const LogoChange& logo);
-    /// The logo's file, or nothing when there is none.
+    /// The logo's file, or nothing when there is none. Throws FileError for one that cannot be read.
     QByteArray logo(qint64 id) const;
     // A picture for a logo, from a file as it stands or from the clipboard. Empty, with a message, when it
     // cannot be read or is no picture.

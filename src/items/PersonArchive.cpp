@@ -4,8 +4,8 @@
 #include "items/ItemKind.h"
 #include "platform/Progress.h"
 #include "store/CatalogWriter.h"
+#include "store/Guarded.h"
 #include "store/LikePattern.h"
-#include "store/Session.h"
 #include "store/TextOrder.h"
 
 #include <QCoreApplication>
@@ -29,16 +29,16 @@ QString foldedName(const QString& last, const QString& first) {
 } // namespace
 
 std::optional<PersonArchive> PersonArchive::open(Session& session, int kind) {
-    try {
-        return PersonArchive(session, kind, Recordset::load(session.applicationFile(fileOf(kind))));
-    } catch (const Error& error) {
-        session.messages().warning(applicationTitle, error.reason());
-        return std::nullopt;
-    }
+    std::optional<PersonArchive> archive;
+    guarded(session, [&] {
+        archive = PersonArchive(session, kind, Recordset::load(session.applicationFile(fileOf(kind))));
+    });
+    return archive;
 }
 
 QString PersonArchive::cell(qint64 id, const QString& field) const {
-    return m_rows.value(int(id) - 1, field).toText();
+    const int index = m_rows.fieldIndex(field);
+    return index < 0 ? QString() : m_rows.value(int(id) - 1, index).toText();
 }
 
 // Matched here and not by the record set's filter, since that would renumber its rows.
@@ -94,7 +94,7 @@ std::optional<PersonArchive::Summary> PersonArchive::import(const std::vector<qi
     const QString& code = kind.code;
     Summary summary;
     progress.stage(tr("Importing"));
-    try {
+    const bool done = guarded(*m_session, [&] {
         Connection& connection = m_session->connection();
         QSet<QString> known;
         Query names = connection.query(QStringLiteral("SELECT %1Lname, %1Fname FROM %1").arg(code));
@@ -127,11 +127,8 @@ std::optional<PersonArchive::Summary> PersonArchive::import(const std::vector<qi
             progress.step(summary.added + summary.present, qint64(ids.size()));
         }
         transaction.commit();
-        return summary;
-    } catch (const Error& error) {
-        m_session->messages().warning(applicationTitle, error.reason());
-        return std::nullopt;
-    }
+    });
+    return done ? std::optional(summary) : std::nullopt;
 }
 
 } // namespace tessaranth

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/CREC.h"
 
-#include "store/Session.h"
+#include "store/Guarded.h"
 
 namespace tessaranth {
 
@@ -10,7 +10,8 @@ bool CREC::CaricaDati(qint64 recId) {
     for (QString* text :
          {&Title, &ProdNbr, &Rating, &Notes, &LabelName, &SupportType, &SupportIcon, &SourceType, &LabelFile})
         text->clear();
-    try {
+    bool found = false;
+    guarded(m_session, [&] {
         Connection& connection = m_session.connection();
         Query run = connection.query(
             QStringLiteral(
@@ -20,7 +21,7 @@ bool CREC::CaricaDati(qint64 recId) {
                 "Sources.SourceID = Rec.SourceID) ON Supports.SupportID = Rec.SupportID WHERE Rec.RecID = ") +
             QString::number(recId));
         if (!run.next())
-            return false;
+            return;
         RecId = run.integer(0);
         int column = 0;
         for (QString* text :
@@ -31,11 +32,9 @@ bool CREC::CaricaDati(qint64 recId) {
                 .toInteger();
         if (label != 0)
             LabelFile = m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(label);
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
+        found = true;
+    });
+    return found;
 }
 
 } // namespace tessaranth

@@ -7,7 +7,8 @@ namespace tessaranth {
 
 class Session;
 
-/// One recording as lists, reports and cards show it. Read only; Null shows as an empty text.
+/// One recording with the names of what it refers to, for the command line and for reports. Read only; Null
+/// shows as an empty text.
 class CREC {
 public:
     explicit CREC(Session& session) : m_session(session) {}

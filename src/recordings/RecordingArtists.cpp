@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The composers and performers of a recording.
-#include "items/ItemKind.h"
-#include "recordings/RecordingGuard.h"
+#include "items/Person.h"
+#include "recordings/RecordingEditor.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
 
 #include <QSet>
 
@@ -9,43 +13,40 @@ namespace tessaranth {
 
 namespace {
 
+QString tr(const char* text) { return QCoreApplication::translate("RecordingEditor", text); }
+
+} // namespace
+
+namespace {
+
 constexpr auto composersStatement = "SELECT CpsID FROM CpsOnRec WHERE RecID = ";
 constexpr auto performersStatement = "SELECT PfrID, Pos FROM PfrOnRec WHERE RecID = ";
-
-QString fullName(const Query& query, int last, int first) {
-    const QString firstName = query.text(first).trimmed();
-    return query.text(last).trimmed() + (firstName.isEmpty() ? QString() : QStringLiteral(", ") + firstName);
-}
 
 } // namespace
 
 std::vector<RecordingArtist> RecordingEditor::composers() {
     std::vector<RecordingArtist> result;
-    guarded([&] {
-        Query run = m_session.connection().query(
-            ofRecording("SELECT Cps.CpsID, Cps.CpsLname, Cps.CpsFname, Cps.CpsY, Cps.CatAcr, CpsOnRec.RecID "
-                        "FROM Cps INNER JOIN CpsOnRec ON Cps.CpsID = CpsOnRec.CpsID "
-                        "WHERE CpsOnRec.RecID = "));
-        while (run.next())
-            result.push_back(
-                {run.integer(0), fullName(run, 1, 2), run.text(3).trimmed(), run.text(4).trimmed()});
-        remember(ofRecording(composersStatement));
-    });
+    Query run = m_session.connection().query(
+        ofRecording("SELECT Cps.CpsID, Cps.CpsLname, Cps.CpsFname, Cps.CpsY, Cps.CatAcr, CpsOnRec.RecID "
+                    "FROM Cps INNER JOIN CpsOnRec ON Cps.CpsID = CpsOnRec.CpsID "
+                    "WHERE CpsOnRec.RecID = "));
+    while (run.next())
+        result.push_back({run.integer(0), personName(run.text(1), run.text(2)), run.text(3).trimmed(),
+                          run.text(4).trimmed()});
+    remember(ofRecording(composersStatement));
     return result;
 }
 
 std::vector<RecordingArtist> RecordingEditor::performers() {
     std::vector<RecordingArtist> result;
-    guarded([&] {
-        Query run = m_session.connection().query(
-            ofRecording("SELECT Pfr.PfrID, Pfr.PfrLname, Pfr.PfrFname, PfrOnRec.RecID, PfrOnRec.Pos "
-                        "FROM Pfr INNER JOIN PfrOnRec ON Pfr.PfrID = PfrOnRec.PfrID "
-                        "WHERE PfrOnRec.RecID = ") +
-            QStringLiteral(" ORDER BY Pos, PfrLname"));
-        while (run.next())
-            result.push_back({run.integer(0), fullName(run, 1, 2), {}, {}});
-        remember(ofRecording(performersStatement));
-    });
+    Query run = m_session.connection().query(
+        ofRecording("SELECT Pfr.PfrID, Pfr.PfrLname, Pfr.PfrFname, PfrOnRec.RecID, PfrOnRec.Pos "
+                    "FROM Pfr INNER JOIN PfrOnRec ON Pfr.PfrID = PfrOnRec.PfrID "
+                    "WHERE PfrOnRec.RecID = ") +
+        QStringLiteral(" ORDER BY Pos, PfrLname"));
+    while (run.next())
+        result.push_back({run.integer(0), personName(run.text(1), run.text(2)), {}, {}});
+    remember(ofRecording(performersStatement));
     return result;
 }
 
@@ -84,8 +85,8 @@ void RecordingEditor::applyPersons(const char* code, const std::vector<qint64>& 
             continue;
         if (!connection.exists(
                 QStringLiteral("SELECT %1 FROM %2 WHERE %1 = %3").arg(key, QLatin1String(code)).arg(id)))
-            throw Error(ordered ? editorText("A performer of the list has been deleted meanwhile.")
-                                : editorText("A composer of the list has been deleted meanwhile."));
+            throw Error(ordered ? tr("A performer of the list has been deleted meanwhile.")
+                                : tr("A composer of the list has been deleted meanwhile."));
         Recordset::Assignments values{{key, id}, {QStringLiteral("RecID"), m_id}};
         if (ordered)
             values.emplace_back(QStringLiteral("Pos"), places.value(id));

@@ -2,6 +2,7 @@
 #include "recordings/RecordingContents.h"
 
 #include "items/Person.h"
+#include "recordings/RecordingEditor.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 #include "works/CWKS.h"
@@ -37,24 +38,6 @@ const SpecColumn specColumns[] = {
     {"UNITS:", "UnitsNbr"},  {"SPARS:", "Spars"},           {"REL. DATE:", "RelDate"},
     {"PRICE:", "Price"},     {"RATING:", "Rating"},         {"REFERENCE:", "RefRec", nullptr},
     {"NOTES:", "Notes"},     {"ADDED:", "AddDate", asTime}, {"MODIFIED:", "ModDate", asTime}};
-
-QString personName(const QString& last, const QString& first) {
-    return first.isEmpty() ? last : last + s(", ") + first;
-}
-
-/// Seconds of a track length "mm:ss"; 0 for anything else.
-int secondsOf(const QString& length) {
-    const QStringList parts = length.split(u':');
-    return parts.size() == 2 ? parts[0].toInt() * 60 + parts[1].toInt() : 0;
-}
-
-QString durationText(int seconds) {
-    if (seconds == 0)
-        return {};
-    const QString rest =
-        s("%1:%2").arg(seconds / 60 % 60, 2, 10, QChar(u'0')).arg(seconds % 60, 2, 10, QChar(u'0'));
-    return seconds < 3600 ? rest : QString::number(seconds / 3600) + u':' + rest;
-}
 
 } // namespace
 
@@ -102,16 +85,16 @@ bool RecordingContents::LoadRecArtists(Artists& artists) {
               "CpsOnRec ON Cps.CpsID = CpsOnRec.CpsID WHERE CpsOnRec.RecID = ") +
             QString::number(m_id));
         for (; composers.next(); ++found.composers)
-            found.list.addRow(composers.integer(0), s("c"),
-                              {personName(composers.text(1).trimmed(), composers.text(2).trimmed()),
-                               composers.text(3).trimmed()});
+            found.list.addRow(
+                composers.integer(0), s("c"),
+                {personName(composers.text(1), composers.text(2)), composers.text(3).trimmed()});
         Query performers = m_session.connection().query(
             s("SELECT Pfr.PfrID, Pfr.PfrLname, Pfr.PfrFname, PfrOnRec.RecID FROM Pfr INNER JOIN PfrOnRec ON "
               "Pfr.PfrID = PfrOnRec.PfrID WHERE PfrOnRec.RecID = ") +
             QString::number(m_id) + s(" ORDER BY PfrOnRec.Pos, Pfr.PfrLname"));
         for (; performers.next(); ++found.performers)
             found.list.addRow(performers.integer(0), s("p"),
-                              {personName(performers.text(1).trimmed(), performers.text(2).trimmed())});
+                              {personName(performers.text(1), performers.text(2))});
         artists = std::move(found);
     });
 }
@@ -156,8 +139,7 @@ bool RecordingContents::LoadRecContents(Works& works) {
             if (const QString excerpt = run.text(2).trimmed(); !excerpt.isEmpty())
                 title += s(" (") + excerpt + u')';
             found.list.addRow(run.integer(7), s("Comp"),
-                              {QString::number(run.integer(0)),
-                               personName(run.text(4).trimmed(), run.text(5).trimmed()), title,
+                              {QString::number(run.integer(0)), personName(run.text(4), run.text(5)), title,
                                performersOf(run.integer(1))});
         }
         QStringList names;
@@ -182,11 +164,11 @@ bool RecordingContents::LoadRecTracks(Tracks& tracks) {
         Tracks found;
         found.list = ItemList({{s("Nbr"), true}, {s("Title")}, {s("Length"), true}});
         int heading = -1;
-        int seconds = 0;
+        std::vector<Track> ofDisc;
         const auto closeDisc = [&] {
             if (heading >= 0)
-                found.list.setText(heading, 2, durationText(seconds));
-            seconds = 0;
+                found.list.setText(heading, 2, totalLength(ofDisc));
+            ofDisc.clear();
         };
         for (int row = 0; row < rows.rowCount(); ++row) {
             if (row == 0 || rows.value(row, disc).toInteger() != rows.value(row - 1, disc).toInteger()) {
@@ -197,11 +179,10 @@ bool RecordingContents::LoadRecTracks(Tracks& tracks) {
                 found.list.setBold(heading, true);
                 ++found.discs;
             }
-            const QString time = asStored(rows.value(row, length));
-            seconds += secondsOf(time);
+            ofDisc.push_back({asStored(rows.value(row, name)), asStored(rows.value(row, length))});
             found.list.addRow(rows.value(row, s("TrackID")).toInteger(), s("Track"),
-                              {QString::number(rows.value(row, number).toInteger()),
-                               asStored(rows.value(row, name)), time});
+                              {QString::number(rows.value(row, number).toInteger()), ofDisc.back().name,
+                               ofDisc.back().length});
             ++found.count;
         }
         closeDisc();

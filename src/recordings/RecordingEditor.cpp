@@ -2,8 +2,13 @@
 // The recording's own row, and what all parts of the editor share.
 #include "recordings/RecordingEditor.h"
 
+#include "items/OpenCards.h"
 #include "items/Person.h"
-#include "recordings/RecordingGuard.h"
+#include "recordings/RecordingEditor.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -11,49 +16,16 @@ namespace tessaranth {
 
 namespace {
 
-constexpr auto specsStatement =
-    "SELECT RecTitle, LabelID, SupportID, SourceID, Rating, ProdNbr, Notes, RecSubTitle, Barcode, "
-    "LocationCode, UnitsNbr, Spars, RelDate, Price, RefRec FROM Rec WHERE RecID = ";
+QString tr(const char* text) { return QCoreApplication::translate("RecordingEditor", text); }
 
-/// The columns in the order in which they are written; each has one of the three members.
-struct Column {
-    const char* name;
-    const char* caption;
-    QString RecordingSpecs::*text = nullptr;
-    qint64 RecordingSpecs::*link = nullptr;
-};
-const Column columns[] = {{"RecTitle", "Title", &RecordingSpecs::title},
-                          {"LabelID", "Label", nullptr, &RecordingSpecs::label},
-                          {"SupportID", "Support", nullptr, &RecordingSpecs::carrier},
-                          {"SourceID", "Source", nullptr, &RecordingSpecs::source},
-                          {"Rating", "Rating", &RecordingSpecs::rating},
-                          {"ProdNbr", "Production number", &RecordingSpecs::productionNumber},
-                          {"Notes", "Notes", &RecordingSpecs::notes},
-                          {"RecSubTitle", "Sub title", &RecordingSpecs::subtitle},
-                          {"Barcode", "Barcode", &RecordingSpecs::barcode},
-                          {"LocationCode", "Location", &RecordingSpecs::location},
-                          {"UnitsNbr", "Units"},
-                          {"Spars", "SPARS", &RecordingSpecs::spars},
-                          {"RelDate", "Release date", &RecordingSpecs::released},
-                          {"Price", "Price", &RecordingSpecs::price},
-                          {"RefRec", "Reference recording"}};
+} // namespace
 
-constexpr int mostUnits = 999;
+namespace {
 
-Recordset::Assignments valuesOf(const RecordingSpecs& specs) {
-    Recordset::Assignments values;
-    for (const Column& column : columns) {
-        const QString name = QLatin1String(column.name);
-        if (column.text)
-            values.emplace_back(name, specs.*column.text);
-        else if (column.link)
-            values.emplace_back(name, specs.*column.link);
-        else if (name == QLatin1String("UnitsNbr"))
-            values.emplace_back(name, specs.units);
-        else
-            values.emplace_back(name, specs.reference);
-    }
-    return values;
+QString specsStatement(qint64 id) {
+    return QStringLiteral("SELECT ") +
+           catalogTable(QStringLiteral("Rec")).editedColumns().join(QStringLiteral(", ")) +
+           QStringLiteral(" FROM Rec WHERE RecID = ") + QString::number(id);
 }
 
 } // namespace
@@ -87,27 +59,41 @@ bool RecordingEditor::mayReplace(const QStringList& parts) {
         return true;
     Question question;
     question.title = applicationTitle;
-    question.text = editorText("This part of the recording has been changed elsewhere meanwhile.\n"
-                               "Do you want to replace it?");
+    question.text = tr("This part of the recording has been changed elsewhere meanwhile.\n"
+                       "Do you want to replace it?");
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
     return m_session.messages().ask(question) == Answer::Yes;
 }
 
 bool RecordingEditor::exists() {
-    bool found = false;
-    guarded([&] {
-        found =
-            m_id != 0 && m_session.connection().exists(ofRecording("SELECT RecID FROM Rec WHERE RecID = "));
+    return m_id != 0 && m_session.connection().exists(ofRecording("SELECT RecID FROM Rec WHERE RecID = "));
+}
+
+bool RecordingEditor::apply(const QStringList& parts, const std::function<void()>& job) {
+    bool stored = false;
+    guarded(m_session, [&] {
+        requireRecording();
+        if (!mayReplace(parts))
+            return;
+        Transaction transaction(m_session.connection());
+        job();
+        touch();
+        transaction.commit();
+        stored = true;
+        for (const QString& part : parts)
+            remember(part);
     });
-    return found;
+    if (stored)
+        reloadCard();
+    return stored;
 }
 
 void RecordingEditor::requireRecording() {
     if (m_id == 0)
-        throw Error(editorText("Store the specifications of the recording first."));
+        throw Error(tr("Store the specifications of the recording first."));
     if (!m_session.connection().exists(ofRecording("SELECT RecID FROM Rec WHERE RecID = ")))
-        throw Error(editorText("This recording has been deleted meanwhile."));
+        throw Error(tr("This recording has been deleted meanwhile."));
 }
 
 void RecordingEditor::touch() {
@@ -135,70 +121,47 @@ const QStringList& RecordingEditor::sparsCodes() {
 
 std::optional<int> RecordingEditor::units(const QString& text) {
     const QString digits = text.trimmed();
+    const CatalogField& field = catalogTable(QStringLiteral("Rec")).field(QStringLiteral("UnitsNbr"));
     const bool isNumber = !digits.isEmpty() && std::all_of(digits.begin(), digits.end(),
                                                            [](QChar c) { return c >= u'0' && c <= u'9'; });
     const int number = isNumber ? digits.toInt() : 0; // 0 as well for one that no int holds
-    if (number < 1 || number > mostUnits)
+    if (number < field.least || number > field.most)
         return std::nullopt;
     return number;
 }
 
 RecordingSpecs RecordingEditor::specs() {
     RecordingSpecs result;
-    guarded([&] {
-        if (m_id == 0)
-            return;
-        const Recordset row =
-            Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
-        if (row.isEmpty())
-            return;
-        result.id = m_id;
-        for (const Column& column : columns) {
-            const Value& value = row.value(0, QLatin1String(column.name));
-            if (column.text)
-                result.*column.text = value.toText();
-            else if (column.link)
-                result.*column.link = value.toInteger();
-        }
-        for (QString* code : {&result.rating, &result.spars})
-            if (code->isEmpty())
-                *code = QStringLiteral("N/A");
-        // Catalogs from before discs were counted have no number here.
-        result.units = std::max(1, int(row.value(0, QStringLiteral("UnitsNbr")).toInteger()));
-        result.reference = row.value(0, QStringLiteral("RefRec")).toBool();
-        result.added = row.value(0, QStringLiteral("AddDate")).toText();
-        result.modified = row.value(0, QStringLiteral("ModDate")).toText();
-        remember(ofRecording(specsStatement));
-    });
+    if (m_id == 0)
+        return result;
+    const Recordset row =
+        Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
+    if (!row.isEmpty())
+        result.read(row, 0);
     return result;
 }
 
-void RecordingEditor::checkSpecs(RecordingSpecs& specs) {
-    for (const Column& column : columns) {
-        if (!column.text)
-            continue;
-        QString& text = specs.*column.text;
-        text = m_session.fields().fit(QStringLiteral("Rec"), QLatin1String(column.name), text);
-    }
-    if (specs.units < 1 || specs.units > mostUnits)
-        throw Error(editorText("Units: a whole number from 1 to %1.").arg(mostUnits));
+RecordingSpecs RecordingEditor::openSpecs() {
+    if (m_id != 0)
+        remember(specsStatement(m_id));
+    return specs();
 }
 
 bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
-    if (!guarded([&] { checkSpecs(specs); }))
+    if (!guarded(m_session, [&] { m_session.fields().fit(specs); }))
         return false;
     if (m_id != 0)
-        return apply({ofRecording(specsStatement)}, [&] {
+        return apply({specsStatement(m_id)}, [&] {
             Recordset rows =
                 Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
-            rows.update(0, valuesOf(specs));
+            rows.update(0, specs.edited());
             specs.id = m_id;
         });
-    const bool added = guarded([&] {
+    const bool added = guarded(m_session, [&] {
         Connection& connection = m_session.connection();
         Transaction transaction(connection);
         Recordset rows = Recordset::open(connection, QStringLiteral("SELECT * FROM Rec WHERE 1 = 0"));
-        Recordset::Assignments values = valuesOf(specs);
+        Recordset::Assignments values = specs.edited();
         values.emplace_back(QStringLiteral("AddDate"),
                             m_session.clock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
         rows.add(values);
@@ -206,7 +169,7 @@ bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
         connection.execute(QStringLiteral("UPDATE Rec SET ModDate = NOW() WHERE RecID = %1").arg(id));
         transaction.commit();
         m_id = specs.id = id;
-        remember(ofRecording(specsStatement));
+        remember(specsStatement(m_id));
     });
     if (added)
         reloadCard();
@@ -224,16 +187,14 @@ std::vector<RecordingDouble> RecordingEditor::doubles(const RecordingSpecs& spec
                              [&](const RecordingDouble& other) { return other.id == run.integer(0); }))
                 found.push_back({run.integer(0), run.text(1).trimmed(), reason});
     };
-    guarded([&] {
-        const QString barcode = cleanName(specs.barcode);
-        const QString number = cleanName(specs.productionNumber);
-        if (!barcode.isEmpty())
-            add(QStringLiteral("Barcode = '%1'").arg(quoted(barcode)),
-                editorText("the barcode %1").arg(barcode));
-        if (specs.label != 0 && !number.isEmpty())
-            add(QStringLiteral("LabelID = %1 AND ProdNbr = '%2'").arg(specs.label).arg(quoted(number)),
-                editorText("the label and the production number %1").arg(number));
-    });
+    const QString barcode = cleanName(specs.text(QStringLiteral("Barcode")));
+    const QString number = cleanName(specs.text(QStringLiteral("ProdNbr")));
+    if (!barcode.isEmpty())
+        add(QStringLiteral("Barcode = '%1'").arg(quoted(barcode)), tr("the barcode %1").arg(barcode));
+    const qint64 label = specs.number(QStringLiteral("LabelID"));
+    if (label != 0 && !number.isEmpty())
+        add(QStringLiteral("LabelID = %1 AND ProdNbr = '%2'").arg(label).arg(quoted(number)),
+            tr("the label and the production number %1").arg(number));
     return found;
 }
 

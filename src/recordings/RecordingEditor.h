@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/Fields.h"
+
 #include <QHash>
 #include <QStringList>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -11,28 +14,11 @@ namespace tessaranth {
 class OpenCards;
 class Session;
 
-/// The recording's own row as its editor sees it. Ids are 0 where nothing is chosen.
-struct RecordingSpecs {
-    qint64 id = 0; ///< 0 for a new one
-    QString title;
-    QString subtitle;
-    qint64 label = 0;
-    qint64 carrier = 0;
-    qint64 source = 0;
-    QString rating = QStringLiteral("N/A");
-    QString productionNumber;
-    QString notes;
-    QString barcode;
-    QString location;
-    int units = 1; ///< number of discs, 1 upwards
-    QString spars = QStringLiteral("N/A");
-    QString released;
-    QString price;
-    bool reference = false;
-    QString added;    ///< read only, as stored: "yyyy-MM-dd hh:mm:ss"
-    QString modified; ///< read only, likewise
-
-    bool operator==(const RecordingSpecs&) const = default;
+/// The recording's own row as its editor sees it, by the columns of Rec.
+struct RecordingSpecs : FieldRow {
+    RecordingSpecs() : FieldRow(catalogTable(QStringLiteral("Rec"))) {}
+    int units() const { return int(number(QStringLiteral("UnitsNbr"))); } ///< number of discs
+    QString title() const { return text(QStringLiteral("RecTitle")); }
 };
 
 /// A composer or performer on a recording.
@@ -78,9 +64,10 @@ struct RecordingDouble {
 };
 
 /// Reads and changes one recording, part by part; each apply is one transaction, marks the recording as
-/// modified and reloads its open card. An operation that fails reports it through the session's messages and
-/// answers false; nothing has changed then. So does one on a recording that was deleted meanwhile. When a
-/// part was changed elsewhere after this editor read it, applying it asks first whether to replace that.
+/// modified and reloads its open card. Reading throws SqlError. A change that fails reports it through the
+/// session's messages and answers false; nothing has changed then. So does one on a recording that was
+/// deleted meanwhile. When a part was changed elsewhere after this editor read it, applying it asks first
+/// whether to replace that; specifications that were merely looked at (`specs`) do not count.
 class RecordingEditor {
 public:
     /// `id` 0 for a new recording: it exists once its specifications were applied. `cards` may be null.
@@ -98,6 +85,7 @@ public:
 
     // Specifications.
     RecordingSpecs specs();
+    RecordingSpecs openSpecs(); ///< to be changed: `applySpecs` compares what is stored then with this
     /// Stores them: texts are trimmed in `specs`, a new recording gets its id. Refused without a title, with
     /// units out of range, or with a text too long.
     bool applySpecs(RecordingSpecs& specs);
@@ -135,10 +123,7 @@ public:
     int addWorks(qint64 composer, const QStringList& titles);
 
 private:
-    template<typename Job>
-    bool guarded(const Job& job);
-    template<typename Job>
-    bool apply(const QStringList& parts, const Job& job);
+    bool apply(const QStringList& parts, const std::function<void()>& job);
     QString ofRecording(const char* statement) const;
     QString castStatement(qint64 placedWork) const;
     QString tracksStatement(int disc) const;
@@ -150,7 +135,6 @@ private:
     void requireRecording();
     void touch();
     void reloadCard();
-    void checkSpecs(RecordingSpecs& specs);
     void applyPersons(const char* code, const std::vector<qint64>& ids);
     void checkNewWork(const PlacedWork& work);
     void checkCasting(qint64 work, const Casting& casting);
@@ -170,7 +154,8 @@ std::vector<Track> tracksOfText(const QString& text);
 /// What stands in a last column for a length and is none, as "4.30" and "4:75": tracksOfText() leaves it in
 /// the name. A column is what a tab sets apart.
 QStringList oddLengthsOfText(const QString& text);
-/// The sum of the lengths as "h:mm:ss" or "mm:ss"; empty when no track has one.
+/// The sum of the lengths, "mm:ss" with any one character between, as "h:mm:ss" or "mm:ss"; empty when no
+/// track has one.
 QString totalLength(const std::vector<Track>& tracks);
 
 } // namespace tessaranth

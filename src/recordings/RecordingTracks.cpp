@@ -1,12 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tracks and disc identifiers of a recording, disc by disc.
 #include "items/Person.h"
-#include "recordings/RecordingGuard.h"
+#include "recordings/RecordingEditor.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
+
 #include <algorithm>
 
 namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("RecordingEditor", text); }
+
+} // namespace
 
 // ---- lengths
 
@@ -125,26 +135,22 @@ QString RecordingEditor::discIdStatement(int disc) const {
 
 std::vector<Track> RecordingEditor::tracks(int disc) {
     std::vector<Track> result;
-    guarded([&] {
-        const Recordset rows = Recordset::open(m_session.connection(), tracksStatement(disc));
-        const int name = rows.fieldIndex(QStringLiteral("TrackName"));
-        const int length = rows.fieldIndex(QStringLiteral("TrackLen"));
-        for (int row = 0; row < rows.rowCount(); ++row)
-            result.push_back(
-                {rows.value(row, name).toText().trimmed(), rows.value(row, length).toText().trimmed()});
-        remember(tracksStatement(disc));
-    });
+    const Recordset rows = Recordset::open(m_session.connection(), tracksStatement(disc));
+    const int name = rows.fieldIndex(QStringLiteral("TrackName"));
+    const int length = rows.fieldIndex(QStringLiteral("TrackLen"));
+    for (int row = 0; row < rows.rowCount(); ++row)
+        result.push_back(
+            {rows.value(row, name).toText().trimmed(), rows.value(row, length).toText().trimmed()});
+    remember(tracksStatement(disc));
     return result;
 }
 
 QString RecordingEditor::discId(int disc) {
     QString result;
-    guarded([&] {
-        const Recordset rows = Recordset::open(m_session.connection(), discIdStatement(disc));
-        if (!rows.isEmpty())
-            result = rows.value(0, QStringLiteral("DiscId")).toText().trimmed();
-        remember(discIdStatement(disc));
-    });
+    const Recordset rows = Recordset::open(m_session.connection(), discIdStatement(disc));
+    if (!rows.isEmpty())
+        result = rows.value(0, QStringLiteral("DiscId")).toText().trimmed();
+    remember(discIdStatement(disc));
     return result;
 }
 
@@ -165,7 +171,7 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
             try {
                 return m_session.fields().fit(QStringLiteral("Tracks"), column, text);
             } catch (const Error& error) {
-                throw Error(editorText("Track %1: %2").arg(number).arg(error.reason()));
+                throw Error(tr("Track %1: %2").arg(number).arg(error.reason()));
             }
         };
         const QString name = fit(QStringLiteral("TrackName"), tracks[i].name);
@@ -207,7 +213,7 @@ bool RecordingEditor::applyTracks(int disc, const std::optional<std::vector<Trac
                                     .single(ofRecording("SELECT UnitsNbr FROM Rec WHERE RecID = "))
                                     .toInteger());
         if (disc < 1 || disc > discs)
-            throw Error(editorText("The recording has no disc %1.").arg(disc));
+            throw Error(tr("The recording has no disc %1.").arg(disc));
         if (tracks)
             storeTracks(disc, *tracks);
         if (discId)

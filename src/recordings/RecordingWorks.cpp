@@ -1,13 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The works placed on a recording and who performs in them.
 #include "items/Person.h"
-#include "recordings/RecordingGuard.h"
+#include "recordings/RecordingEditor.h"
+#include "store/Guarded.h"
+#include "store/Recordset.h"
+
 #include "works/CWKS.h"
+#include <QCoreApplication>
 
 #include <QSet>
 #include <algorithm>
 
 namespace tessaranth {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("RecordingEditor", text); }
+
+} // namespace
 
 namespace {
 
@@ -37,37 +47,35 @@ void RecordingEditor::rememberCasts() {
 
 std::vector<PlacedWork> RecordingEditor::works() {
     std::vector<PlacedWork> result;
-    guarded([&] {
-        Connection& connection = m_session.connection();
-        Query run = connection.query(
-            ofRecording("SELECT CompOnRec.Pos,CompOnRec.CompOnRecID, CompOnRec.ExtraitName, Cps.CpsID, "
-                        "Cps.CpsLname, Cps.CpsFname, Cps.CpsY, Cps.CatAcr, Compositions.CompID, "
-                        "Compositions.CompTitle, Compositions.CompSubTitle, Compositions.CompNbr, "
-                        "Compositions.Pers From Cps INNER JOIN (Compositions INNER JOIN CompOnRec ON "
-                        "Compositions.CompID = CompOnRec.CompID) ON Cps.CpsId = CompOnRec.CpsID "
-                        "WHERE CompOnRec.RecID = ") +
-            QStringLiteral(" ORDER BY CompOnRec.Pos"));
-        QHash<qint64, size_t> place;
-        while (run.next()) {
-            const QString number = CWKS::numberText(run.text(7).trimmed(), run.text(11).trimmed());
-            place.insert(run.integer(1), result.size());
-            result.push_back(
-                {run.integer(1),
-                 run.integer(3),
-                 run.integer(8),
-                 run.text(9).trimmed() + (number.isEmpty() ? QString() : QStringLiteral(", ") + number),
-                 run.text(2).trimmed(),
-                 {}});
-        }
-        Query cast = connection.query(
-            ofRecording("SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID FROM "
-                        "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
-                        "CompOnRecPfr.CompOnRecID WHERE CompOnRec.RecID = "));
-        while (cast.next())
-            if (const auto found = place.constFind(cast.integer(0)); found != place.constEnd())
-                result[*found].cast.push_back({cast.integer(1), cast.integer(2)});
-        remember(ofRecording(placedStatement));
-    });
+    Connection& connection = m_session.connection();
+    Query run = connection.query(
+        ofRecording("SELECT CompOnRec.Pos,CompOnRec.CompOnRecID, CompOnRec.ExtraitName, Cps.CpsID, "
+                    "Cps.CpsLname, Cps.CpsFname, Cps.CpsY, Cps.CatAcr, Compositions.CompID, "
+                    "Compositions.CompTitle, Compositions.CompSubTitle, Compositions.CompNbr, "
+                    "Compositions.Pers From Cps INNER JOIN (Compositions INNER JOIN CompOnRec ON "
+                    "Compositions.CompID = CompOnRec.CompID) ON Cps.CpsId = CompOnRec.CpsID "
+                    "WHERE CompOnRec.RecID = ") +
+        QStringLiteral(" ORDER BY CompOnRec.Pos"));
+    QHash<qint64, size_t> place;
+    while (run.next()) {
+        const QString number = CWKS::numberText(run.text(7).trimmed(), run.text(11).trimmed());
+        place.insert(run.integer(1), result.size());
+        result.push_back(
+            {run.integer(1),
+             run.integer(3),
+             run.integer(8),
+             run.text(9).trimmed() + (number.isEmpty() ? QString() : QStringLiteral(", ") + number),
+             run.text(2).trimmed(),
+             {}});
+    }
+    Query cast = connection.query(
+        ofRecording("SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID FROM "
+                    "CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "
+                    "CompOnRecPfr.CompOnRecID WHERE CompOnRec.RecID = "));
+    while (cast.next())
+        if (const auto found = place.constFind(cast.integer(0)); found != place.constEnd())
+            result[*found].cast.push_back({cast.integer(1), cast.integer(2)});
+    remember(ofRecording(placedStatement));
     return result;
 }
 
@@ -78,24 +86,24 @@ void RecordingEditor::checkCasting(qint64 work, const Casting& casting) {
     if (!connection.exists(QStringLiteral("SELECT PfrID FROM PfrOnRec WHERE RecID = %1 AND PfrID = %2")
                                .arg(m_id)
                                .arg(casting.performer)))
-        throw Error(editorText("A performer of the work is not on the recording."));
+        throw Error(tr("A performer of the work is not on the recording."));
     if (casting.role != 0 &&
         !connection.exists(
             QStringLiteral("SELECT PersonageID FROM Personages WHERE PersonageID = %1 AND CompID = %2")
                 .arg(casting.role)
                 .arg(work)))
-        throw Error(editorText("A role does not belong to the work."));
+        throw Error(tr("A role does not belong to the work."));
 }
 
 void RecordingEditor::checkNewWork(const PlacedWork& work) {
     Connection& connection = m_session.connection();
     if (connection.single(QStringLiteral("SELECT CpsID FROM Compositions WHERE CompID = %1").arg(work.work))
             .toInteger() != work.composer)
-        throw Error(editorText("A work of the list has been deleted meanwhile, or is of another composer."));
+        throw Error(tr("A work of the list has been deleted meanwhile, or is of another composer."));
     if (!connection.exists(QStringLiteral("SELECT CpsID FROM CpsOnRec WHERE RecID = %1 AND CpsID = %2")
                                .arg(m_id)
                                .arg(work.composer)))
-        throw Error(editorText("The composer of a work is not on the recording."));
+        throw Error(tr("The composer of a work is not on the recording."));
     for (const Casting& casting : work.cast)
         checkCasting(work.work, casting);
 }
@@ -172,12 +180,10 @@ bool RecordingEditor::applyWorks(std::vector<PlacedWork>& works) {
 
 std::vector<Casting> RecordingEditor::cast(qint64 placedWork) {
     std::vector<Casting> result;
-    guarded([&] {
-        Query run = m_session.connection().query(castStatement(placedWork));
-        while (run.next())
-            result.push_back({run.integer(1), run.integer(2)});
-        remember(castStatement(placedWork));
-    });
+    Query run = m_session.connection().query(castStatement(placedWork));
+    while (run.next())
+        result.push_back({run.integer(1), run.integer(2)});
+    remember(castStatement(placedWork));
     return result;
 }
 
@@ -191,7 +197,7 @@ bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& c
                             .arg(m_id))
                 .toInteger();
         if (work == 0)
-            throw Error(editorText("This work has been taken off the recording meanwhile."));
+            throw Error(tr("This work has been taken off the recording meanwhile."));
         Recordset rows = Recordset::open(connection, castStatement(placedWork));
         std::vector<Casting> present;
         for (int row = 0; row < rows.rowCount();) {
@@ -219,10 +225,10 @@ bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& c
 
 int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
     int added = 0;
-    const bool stored = guarded([&] {
+    const bool stored = guarded(m_session, [&] {
         Connection& connection = m_session.connection();
         if (!connection.exists(QStringLiteral("SELECT CpsID FROM Cps WHERE CpsID = %1").arg(composer)))
-            throw Error(editorText("This composer has been deleted meanwhile."));
+            throw Error(tr("This composer has been deleted meanwhile."));
         Transaction transaction(connection);
         Recordset rows =
             Recordset::open(connection, QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));

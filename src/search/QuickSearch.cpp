@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/QuickSearch.h"
 
-#include "platform/Messages.h"
-#include "store/Session.h"
-#include "store/SqlError.h"
+#include "store/Guarded.h"
 #include "store/TextIndex.h"
 
 #include <QCoreApplication>
@@ -84,13 +82,10 @@ QuickSearch::Group hitsOf(Connection& connection, const GroupOf& group, const st
 } // namespace
 
 bool QuickSearch::prepare(Progress& progress) {
-    try {
+    return guarded(m_session, [&] {
         TextIndex index(m_session.connection());
         return index.isCurrent() || index.build(progress);
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
+    });
 }
 
 std::vector<QuickSearch::Group> QuickSearch::find(const QString& text) {
@@ -98,15 +93,11 @@ std::vector<QuickSearch::Group> QuickSearch::find(const QString& text) {
     const QStringList words = TextIndex::words(text);
     if (words.isEmpty())
         return found;
-    try {
-        const TextIndex index(m_session.connection());
-        for (const GroupOf& group : groups) {
-            const auto keys = index.find(group.index, words, hitsPerGroup + 1);
-            if (!keys.empty())
-                found.push_back(hitsOf(m_session.connection(), group, keys));
-        }
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
+    const TextIndex index(m_session.connection());
+    for (const GroupOf& group : groups) {
+        const auto keys = index.find(group.index, words, hitsPerGroup + 1);
+        if (!keys.empty())
+            found.push_back(hitsOf(m_session.connection(), group, keys));
     }
     return found;
 }

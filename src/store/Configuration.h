@@ -10,8 +10,9 @@
 
 namespace tessaranth {
 
-/// The configuration file tsc.cfg: every section, key and default is a row of one table. Values are read
-/// from and written to the file at once; there is no copy in memory that could be lost.
+/// The configuration file tsc.cfg. What a new file holds stands in tables; windows add keys of their own as
+/// they are used. Values are read from and written to the file at once; there is no copy in memory that could
+/// be lost.
 class Configuration {
 public:
     /// One row of the table. `initial` is the text written into a new file.

@@ -2,6 +2,7 @@
 #include "store/Fields.h"
 
 #include "platform/Errors.h"
+#include "store/Recordset.h"
 #include "store/clsDb.h"
 
 #include <QCoreApplication>
@@ -66,6 +67,14 @@ QString CatalogTable::key() const {
     return fields.front().kind == FieldKind::Key ? fields.front().name() : QString();
 }
 
+QStringList CatalogTable::editedColumns() const {
+    QStringList columns;
+    for (const CatalogField& field : fields)
+        if (field.isEdited())
+            columns << field.name();
+    return columns;
+}
+
 const CatalogTable* findCatalogTable(const QString& table) {
     for (const CatalogTable& one : catalogTables())
         if (isSame(table, one.table))
@@ -117,6 +126,28 @@ const Value& FieldRow::value(const QString& column) const {
 
 void FieldRow::set(const QString& column, const Value& value) {
     m_values.insert(m_table->field(column).name(), value);
+}
+
+void FieldRow::read(const Recordset& rows, int row) {
+    for (const CatalogField& field : m_table->fields) {
+        const Value& value = rows.value(row, field.name());
+        if (field.kind == FieldKind::Key)
+            id = value.toInteger();
+        else if (field.kind == FieldKind::Choice && value.toText().isEmpty())
+            continue;
+        else if (field.isText() || field.kind == FieldKind::Date)
+            set(field.name(), value.toText());
+        else
+            set(field.name(), std::max(field.least, value.toInteger()));
+    }
+}
+
+std::vector<std::pair<QString, Value>> FieldRow::edited() const {
+    std::vector<std::pair<QString, Value>> values;
+    for (const CatalogField& field : m_table->fields)
+        if (field.isEdited())
+            values.emplace_back(field.name(), value(field.name()));
+    return values;
 }
 
 // ---- checks

@@ -7,9 +7,12 @@
 #include <QString>
 #include <QStringList>
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace tessaranth {
 
+class Recordset;
 class clsDb;
 
 /// What a column holds, and with that how a value is cleaned and checked before it is stored.
@@ -60,7 +63,8 @@ struct CatalogTable {
     const char* ownerColumn = nullptr; ///< of a list of names: a name may stand once for each owner
 
     QString name() const { return QLatin1String(table); }
-    QString captionText() const; ///< translated
+    QString captionText() const;       ///< translated
+    QStringList editedColumns() const; ///< what an editor of a row reads and writes
     /// Column names compare without regard to case. Nullptr for another one.
     const CatalogField* find(const QString& column) const;
     const CatalogField& field(const QString& column) const; ///< must be there
@@ -96,6 +100,12 @@ public:
     bool flag(const QString& column) const { return value(column).toBool(); }
     const Value& value(const QString& column) const;
     void set(const QString& column, const Value& value);
+
+    /// Takes over one row of a set that holds every column; throws SqlError for one that does not. What rows
+    /// of older catalogs lack reads as in a new row.
+    void read(const Recordset& rows, int row);
+    /// What an editor writes.
+    std::vector<std::pair<QString, Value>> edited() const;
 
     bool operator==(const FieldRow&) const = default;
 

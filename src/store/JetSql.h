@@ -47,7 +47,8 @@ struct SqlStatement {
 /// Covered: SELECT [DISTINCT] with nested INNER, LEFT and RIGHT joins, WHERE, GROUP BY, HAVING, ORDER BY;
 /// sub-selects after IN; INSERT .. VALUES; UPDATE; DELETE [*|T.*] FROM, with joins; CREATE TABLE with
 /// COUNTER, LONG, BIT, DATE and VARCHAR(n) columns; ALTER TABLE .. ADD COLUMN and .. ALTER COLUMN;
-/// IsNull, Now, First, Count, Max, Min, Sum; True and False; texts in single or double quotes.
+/// LIKE with %, _ and [..]; IsNull, Now, First (the least value of a group), Count, Max, Min, Sum and Avg;
+/// True and False; texts in single or double quotes.
 /// Anything else is an SqlError with the position where reading stopped.
 class JetSql {
 public:

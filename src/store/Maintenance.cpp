@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Maintenance.h"
 
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "store/TextIndex.h"
 
 #include <QCoreApplication>
@@ -22,30 +22,26 @@ QString Maintenance::backupPath() const {
     return m_session.applicationFile(QStringLiteral("Tessaranth.bak"));
 }
 
-bool Maintenance::guarded(const QString& stage, Progress& progress, const std::function<void()>& work) {
+bool Maintenance::run(const QString& stage, Progress& progress, const std::function<void()>& work) {
     progress.stage(stage);
-    try {
+    return guarded(m_session, [&] {
         work();
         progress.percentage(100);
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
+    });
 }
 
 bool Maintenance::compact(Progress& progress) {
-    return guarded(tr("Compacting the catalog"), progress, [this] { m_session.connection().compact(); });
+    return run(tr("Compacting the catalog"), progress, [this] { m_session.connection().compact(); });
 }
 
 bool Maintenance::backup(Progress& progress) {
-    return guarded(tr("Backing up the catalog"), progress, [&] {
+    return run(tr("Backing up the catalog"), progress, [&] {
         m_session.connection().copyTo(backupPath(), [&progress](int value) { progress.percentage(value); });
     });
 }
 
 bool Maintenance::copyToDestination(Progress& progress) {
-    return guarded(tr("Copying the catalog"), progress, [&] {
+    return run(tr("Copying the catalog"), progress, [&] {
         const QString folder = m_session.configuration().read(section, QStringLiteral("DestFolder"));
         if (folder.isEmpty())
             throw FileError(tr("No folder for the copy of the catalog is set."));
@@ -59,7 +55,7 @@ bool Maintenance::copyToDestination(Progress& progress) {
 }
 
 bool Maintenance::empty(Progress& progress) {
-    return guarded(tr("Emptying the catalog"), progress, [&] {
+    return run(tr("Emptying the catalog"), progress, [&] {
         Connection& connection = m_session.connection();
         const QStringList tables = connection.tables();
         Transaction transaction(connection);

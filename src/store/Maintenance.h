@@ -29,7 +29,7 @@ public:
     QString backupPath() const;
 
 private:
-    bool guarded(const QString& stage, Progress& progress, const std::function<void()>& work);
+    bool run(const QString& stage, Progress& progress, const std::function<void()>& work);
 
     Session& m_session;
 };

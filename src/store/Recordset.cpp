@@ -72,13 +72,16 @@ void Recordset::setFilter(const QString& condition) {
 Recordset::Row& Recordset::rowAt(int row) { return m_rows[size_t(m_visible.at(size_t(row)))]; }
 
 const Value& Recordset::value(int row, int field) const {
+    if (field < 0)
+        throw SqlError(QStringLiteral("no such column"));
     return m_rows[size_t(m_visible.at(size_t(row)))].cells.at(size_t(field));
 }
 
 const Value& Recordset::value(int row, const QString& field) const {
-    static const Value null;
     const int index = fieldIndex(field);
-    return index < 0 ? null : value(row, index);
+    if (index < 0)
+        throw SqlError(QStringLiteral("no such column: %1").arg(field));
+    return value(row, index);
 }
 
 int Recordset::add(const Assignments& values) {

@@ -44,7 +44,7 @@ public:
     int rowCount() const { return int(m_visible.size()); } ///< of the rows shown
     bool isEmpty() const { return m_visible.empty(); }
     const Value& value(int row, int field) const;
-    const Value& value(int row, const QString& field) const; ///< Null when there is no such field
+    const Value& value(int row, const QString& field) const; ///< throws for no such field
 
     int add(const Assignments& values); ///< the new row's number, last of the rows shown
     void update(int row, const Assignments& values);

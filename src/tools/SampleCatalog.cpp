@@ -171,21 +171,21 @@ private:
             return text.isEmpty() ? QString::fromLatin1(otherwise) : text;
         };
         RecordingSpecs specs;
-        specs.title = at(file, row, "title");
-        specs.subtitle = at(file, row, "subtitle");
-        specs.label = m_writer.lookup("Labels", at(file, row, "label"));
-        specs.carrier = m_writer.lookup("Supports", at(file, row, "carrier"));
-        specs.source = m_writer.lookup("Sources", at(file, row, "source"));
-        specs.productionNumber = at(file, row, "prodnbr");
-        specs.notes = at(file, row, "notes");
-        specs.rating = textOr("rating", "N/A");
-        specs.barcode = at(file, row, "barcode");
-        specs.location = at(file, row, "location");
-        specs.units = RecordingEditor::units(textOr("units", "1")).value_or(0); // 0 is refused
-        specs.spars = textOr("spars", "N/A");
-        specs.released = at(file, row, "reldate");
-        specs.price = at(file, row, "price");
-        specs.reference = at(file, row, "reference") == QLatin1String("1");
+        specs.set("RecTitle", at(file, row, "title"));
+        specs.set("RecSubTitle", at(file, row, "subtitle"));
+        specs.set("LabelID", m_writer.lookup("Labels", at(file, row, "label")));
+        specs.set("SupportID", m_writer.lookup("Supports", at(file, row, "carrier")));
+        specs.set("SourceID", m_writer.lookup("Sources", at(file, row, "source")));
+        specs.set("ProdNbr", at(file, row, "prodnbr"));
+        specs.set("Notes", at(file, row, "notes"));
+        specs.set("Rating", textOr("rating", "N/A"));
+        specs.set("Barcode", at(file, row, "barcode"));
+        specs.set("LocationCode", at(file, row, "location"));
+        specs.set("UnitsNbr", RecordingEditor::units(textOr("units", "1")).value_or(0)); // 0 is refused
+        specs.set("Spars", textOr("spars", "N/A"));
+        specs.set("RelDate", at(file, row, "reldate"));
+        specs.set("Price", at(file, row, "price"));
+        specs.set("RefRec", at(file, row, "reference") == QLatin1String("1"));
         RecordingEditor editor(m_session, 0);
         require(editor.applySpecs(specs), file, row);
         m_keys["Rec"][at(file, row, "key")] = editor.id();

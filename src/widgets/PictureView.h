@@ -24,7 +24,6 @@ public:
     QSize pictureSize() const { return m_size; } ///< in its own pixels; empty while words are shown
 
     double zoom() const { return m_zoom; } ///< in percent of the picture's own size
-    bool isFitted() const { return m_fitted; }
     void setZoom(double percentage);
     void zoomIn() { step(1); }
     void zoomOut() { step(-1); }

@@ -11,6 +11,7 @@
 #include "widgets/IconStore.h"
 #include "widgets/ItemColours.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -98,12 +99,12 @@ void BrowseTree::fillList() {
     const ItemKind& kind = *itemKind(at.kind);
     Classification reader(m_context.session, at.kind);
     ItemList list;
-    const bool isRead = at.node == ClassTree::SubCategory    ? reader.items(at.id, list)
-                        : at.node == ClassTree::Category     ? reader.itemsOfCategory(at.id, list)
-                        : at.node == ClassTree::Unclassified ? reader.unclassified(list)
-                                                             : reader.all(list);
-    if (!isRead)
-        return;
+    readInto(m_list, m_context.session, [&] {
+        return at.node == ClassTree::SubCategory    ? reader.items(at.id, list)
+               : at.node == ClassTree::Category     ? reader.itemsOfCategory(at.id, list)
+               : at.node == ClassTree::Unclassified ? reader.unclassified(list)
+                                                    : reader.all(list);
+    });
     m_model->setList(std::move(list));
     const QHeaderView* header = m_list->header();
     if (header->sortIndicatorSection() == 0)

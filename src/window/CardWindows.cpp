@@ -2,6 +2,7 @@
 #include "window/CardWindows.h"
 
 #include "items/ItemKind.h"
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "store/SqlError.h"
 #include "widgets/FormHelpers.h"
@@ -30,13 +31,11 @@ bool isThere(Session& session, const QString& code, qint64 id) {
     const ItemKind* kind = itemKind(code);
     const QString table = kind ? kind->table : QStringLiteral("Compositions");
     const QString column = kind ? kind->key : QStringLiteral("CompID");
-    try {
+    return guarded(session, [&] {
         return !session.connection()
                     .single(QStringLiteral("SELECT %1 FROM %2 WHERE %1 = %3").arg(column, table).arg(id))
                     .isNull();
-    } catch (const SqlError&) {
-        return false;
-    }
+    });
 }
 
 } // namespace

@@ -31,7 +31,6 @@ public:
 
     /// Which window shows the card of a code ("Cps", ...; "Comp" for works). Nullptr takes it back.
     void setFactory(const QString& code, const Factory& factory) { m_factories.insert(code, factory); }
-    bool canOpen(const QString& code) const { return bool(m_factories.value(code)); }
 
     void openCard(const QString& code, qint64 id) override;
     void closeCard(const QString& key) override;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/OutsideCommands.h"
 
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "store/SqlError.h"
 #include "window/CardWindows.h"
@@ -50,12 +51,9 @@ void OutsideCommands::search(WebSearch kind) {
         return;
     const auto [code, id] = OpenCards::parts(card->key());
     QString name;
-    try {
-        name = searchName(m_session.connection(), code, id);
-    } catch (const SqlError& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
+    if (!guarded(m_session,
+                 [&, &code = code, &id = id] { name = searchName(m_session.connection(), code, id); }))
         return;
-    }
     const QUrl url = searchUrl(m_session.configuration(), kind, name);
     if (name.isEmpty())
         m_session.messages().information(applicationTitle, tr("This card has no name to search for."));

@@ -7,6 +7,7 @@
 #include "widgets/IconStore.h"
 #include "widgets/ItemColours.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "window/BrowseTree.h"
 
 #include <QAction>
@@ -228,8 +229,8 @@ void Toolbox::PopolaLV2() {
     m_typing.stop();
     const ItemKind* chosen = itemKind(kind());
     ItemList list;
-    if (!CMIT(m_context.session).ElencoInLv(chosen->number, list, m_filter->text().trimmed()))
-        return;
+    readInto(m_view, m_context.session,
+             [&] { CMIT(m_context.session).ElencoInLv(chosen->number, list, m_filter->text().trimmed()); });
     m_model->setList(std::move(list));
     const QHeaderView* header = m_view->header();
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())

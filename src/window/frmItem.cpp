@@ -13,6 +13,7 @@
 #include "items/forms/frmPers.h"
 #include "recordings/forms/RecContentsPanel.h"
 #include "recordings/forms/frmRec.h"
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "widgets/CardTabs.h"
 #include "widgets/ElidedLabel.h"
@@ -33,11 +34,11 @@ namespace tessaranth {
 frmItem::frmItem(const CardContext& context, QWidget* parent)
     : ChildWindow(parent), m_context(context), m_own(this, context.icons) {
     setObjectName(QStringLiteral("frmItem"));
+    const ToldOnce together;
     addCommands();
     buildUi();
     LeggiColoriForm();
-    if (!readCardHeading(m_context.session, m_context.code, m_context.id, m_heading))
-        m_status = State::Gone;
+    readHeading();
     showHeading();
     showPanel(cardPanelOfState(m_context.code, m_heading.state).name);
 }
@@ -191,10 +192,27 @@ void frmItem::addCommands() {
 
 // ---- showing
 
+bool frmItem::readHeading() {
+    CardHeading fresh;
+    bool isThere = false;
+    m_isRead = guarded(m_context.session, [&] {
+        isThere = readCardHeading(m_context.session, m_context.code, m_context.id, fresh);
+    });
+    if (isThere)
+        m_heading = fresh;
+    if (!isThere)
+        m_status = State::Gone;
+    else if (m_status == State::Gone)
+        m_status = State::Shown;
+    return isThere || !m_isRead;
+}
+
 void frmItem::showHeading() {
     const bool gone = m_status == State::Gone;
-    m_band->show(gone ? tr("This card has been deleted.") : m_heading.name, m_heading.years,
-                 m_heading.subTitle, m_heading.type);
+    m_band->show(!m_isRead ? tr("This card cannot be read.")
+                 : gone    ? tr("This card has been deleted.")
+                           : m_heading.name,
+                 m_heading.years, m_heading.subTitle, m_heading.type);
     setWindowTitle(m_heading.name);
     setWindowIcon(m_context.icons.icon(iconKey()));
     LoadClassificazione();
@@ -202,10 +220,14 @@ void frmItem::showHeading() {
 
 void frmItem::LoadClassificazione() {
     QStringList texts;
-    for (const Classification::Line& line :
-         Classification(m_context.session, itemKind(m_context.code)->number).lines(m_context.id))
-        texts.push_back(line.text());
-    m_classes->setText(texts.isEmpty() ? tr("Unclassified") : texts.join(QStringLiteral("    ")));
+    const bool isRead = guarded(m_context.session, [&] {
+        for (const Classification::Line& line :
+             Classification(m_context.session, itemKind(m_context.code)->number).lines(m_context.id))
+            texts.push_back(line.text());
+    });
+    m_classes->setText(!isRead           ? tr("The classification cannot be read.")
+                       : texts.isEmpty() ? tr("Unclassified")
+                                         : texts.join(QStringLiteral("    ")));
 }
 
 void frmItem::classify() {
@@ -271,13 +293,11 @@ void frmItem::followPanel() {
 }
 
 bool frmItem::reload() {
-    CardHeading fresh;
-    if (!readCardHeading(m_context.session, m_context.code, m_context.id, fresh)) {
-        m_status = State::Gone;
+    const ToldOnce together;
+    if (!readHeading()) {
         showHeading();
         return false;
     }
-    m_heading = fresh;
     LeggiColoriForm();
     showHeading();
     for (CardPanel* area : m_areas)

@@ -26,7 +26,7 @@ class frmItem final : public ChildWindow {
     Q_OBJECT
 
 public:
-    enum class State { Shown, PanelHidden, Gone };
+    enum class State { Shown, PanelHidden, Gone }; ///< gone, or not to be read
 
     explicit frmItem(const CardContext& context, QWidget* parent = nullptr);
 
@@ -62,6 +62,7 @@ private:
     QWidget* buildPanelBar();
     void placeSplitters();
     void addCommands();
+    bool readHeading(); ///< false when the card has gone
     void showHeading();
     void LoadClassificazione();
     void classify();
@@ -77,6 +78,7 @@ private:
     CardHeading m_heading;
     CardColours m_colours;
     State m_status = State::Shown;
+    bool m_isRead = true; ///< the heading
     QString m_panel;
     QMap<QString, CardPanel*> m_panels;
     std::vector<CardPanel*> m_areas; ///< above the panel bar: pictures and the current document

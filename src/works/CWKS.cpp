@@ -4,8 +4,8 @@
 #include "items/Attachments.h"
 #include "items/Person.h"
 #include "platform/CodePages.h"
+#include "store/Guarded.h"
 #include "store/Recordset.h"
-#include "store/Session.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -39,21 +39,10 @@ const LinkColumn linkColumns[] = {{"CpsID", &Work::composer},
 
 } // namespace
 
-template<typename Job>
-bool CWKS::guarded(const Job& job, const QString& failure) {
-    try {
-        job();
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, failure.isEmpty() ? error.reason() : failure);
-        return false;
-    }
-}
-
 // ---- lists
 
 bool CWKS::ElencoInLvS(qint64 composer, ItemList& list) {
-    return guarded([&] {
+    return guarded(m_session, [&] {
         ItemList found({{QStringLiteral("Title")}, {QStringLiteral("Opus")}});
         Query run =
             m_session.connection().query(QStringLiteral("SELECT CompID, CompTitle, CompNbr FROM Compositions "
@@ -69,7 +58,7 @@ bool CWKS::ElencoInLvS(qint64 composer, ItemList& list) {
 }
 
 bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
-    return guarded([&] {
+    return guarded(m_session, [&] {
         ItemList found({{QStringLiteral("Title")},
                         {QStringLiteral("Opus")},
                         {QStringLiteral("Sub title")},
@@ -108,7 +97,7 @@ bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
 }
 
 bool CWKS::PersInLv(qint64 work, ItemList& list) {
-    return guarded([&] {
+    return guarded(m_session, [&] {
         ItemList found({{QStringLiteral("Personages")}});
         Query run =
             m_session.connection().query(QStringLiteral("SELECT PersonageID, PersonageName FROM Personages "
@@ -128,34 +117,27 @@ QString CWKS::numberText(const QString& acronym, const QString& number) {
 }
 
 QString CWKS::acronym(qint64 composer) {
-    QString text;
-    guarded([&] {
-        text =
-            m_session.connection()
-                .single(QStringLiteral("SELECT CatAcr FROM Cps WHERE CpsID = ") + QString::number(composer))
-                .toText()
-                .trimmed();
-    });
-    return text;
+    return m_session.connection()
+        .single(QStringLiteral("SELECT CatAcr FROM Cps WHERE CpsID = ") + QString::number(composer))
+        .toText()
+        .trimmed();
 }
 
 // ---- one work
 
 Work CWKS::work(qint64 id) {
     Work result;
-    guarded([&] {
-        Recordset row = Recordset::open(
-            m_session.connection(), QStringLiteral("SELECT * FROM Compositions WHERE CompID = %1").arg(id));
-        if (row.isEmpty())
-            return;
-        result.id = id;
-        for (const TextColumn& column : textColumns)
-            result.*column.value = row.value(0, QLatin1String(column.name)).toText();
-        for (const LinkColumn& column : linkColumns)
-            result.*column.value = row.value(0, QLatin1String(column.name)).toInteger();
-        result.description = row.value(0, QStringLiteral("Descr")).toText();
-        result.inCollection = row.value(0, QStringLiteral("InCollection")).toBool();
-    });
+    Recordset row = Recordset::open(m_session.connection(),
+                                    QStringLiteral("SELECT * FROM Compositions WHERE CompID = %1").arg(id));
+    if (row.isEmpty())
+        return result;
+    result.id = id;
+    for (const TextColumn& column : textColumns)
+        result.*column.value = row.value(0, QLatin1String(column.name)).toText();
+    for (const LinkColumn& column : linkColumns)
+        result.*column.value = row.value(0, QLatin1String(column.name)).toInteger();
+    result.description = row.value(0, QStringLiteral("Descr")).toText();
+    result.inCollection = row.value(0, QStringLiteral("InCollection")).toBool();
     return result;
 }
 
@@ -173,7 +155,7 @@ bool CWKS::AggiungiWork(Work& work) {
 
 bool CWKS::ModificaWork(Work& work) {
     bool saved = false;
-    guarded([&] {
+    guarded(m_session, [&] {
         fit(work);
         Recordset::Assignments values;
         for (const TextColumn& column : textColumns)
@@ -215,8 +197,8 @@ void CWKS::deleteRows(qint64 id, bool withCharacters, QStringList& files) {
 }
 
 bool CWKS::EliminaWork(qint64 id) {
-    const Work old = work(id);
-    if (old.id == 0)
+    Work old;
+    if (!guarded(m_session, [&] { old = work(id); }) || old.id == 0)
         return false;
     Question question;
     question.title = QStringLiteral("Delete work");
@@ -226,6 +208,7 @@ bool CWKS::EliminaWork(qint64 id) {
     if (m_session.messages().ask(question) != Answer::Yes)
         return false;
     return guarded(
+        m_session,
         [&] {
             QStringList files;
             Transaction transaction(m_session.connection());
@@ -239,8 +222,12 @@ bool CWKS::EliminaWork(qint64 id) {
 bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
     constexpr qsizetype titlesShown = 20;
     QStringList titles;
-    for (const qint64 id : ids)
-        titles.push_back(work(id).title);
+    const bool isRead = guarded(m_session, [&] {
+        for (const qint64 id : ids)
+            titles.push_back(work(id).title);
+    });
+    if (!isRead || ids.empty())
+        return false;
     if (titles.size() > titlesShown)
         titles = titles.mid(0, titlesShown) << tr("...");
     Question question;
@@ -249,9 +236,10 @@ bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
                     titles.join(u'\n') + QStringLiteral("\nConfirm?");
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
-    if (ids.empty() || m_session.messages().ask(question) != Answer::Yes)
+    if (m_session.messages().ask(question) != Answer::Yes)
         return false;
     return guarded(
+        m_session,
         [&] {
             QStringList files;
             Transaction transaction(m_session.connection());
@@ -294,7 +282,7 @@ void CWKS::requireWork(qint64 id) {
 
 qint64 CWKS::addCharacter(qint64 work, const QString& text) {
     qint64 id = 0;
-    guarded([&] {
+    guarded(m_session, [&] {
         const QString name = characterName(text);
         if (hasCharacter(work, name, 0))
             throw Error(name + QStringLiteral(" is already in archive!"));
@@ -312,7 +300,7 @@ qint64 CWKS::addCharacter(qint64 work, const QString& text) {
 
 bool CWKS::renameCharacter(qint64 id, const QString& text) {
     bool renamed = false;
-    guarded([&] {
+    guarded(m_session, [&] {
         const QString name = characterName(text);
         Recordset rows =
             Recordset::open(m_session.connection(),
@@ -328,7 +316,7 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
 }
 
 bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
-    return guarded([&] {
+    return guarded(m_session, [&] {
         Transaction transaction(m_session.connection());
         for (const qint64 id : ids) {
             const qint64 work =
@@ -347,7 +335,7 @@ bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
 
 int CWKS::importCharacters(qint64 work, const QString& textFile) {
     int added = 0;
-    const bool read = guarded([&] {
+    const bool read = guarded(m_session, [&] {
         QFile file(textFile);
         if (!file.open(QIODevice::ReadOnly))
             throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));

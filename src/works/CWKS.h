@@ -39,7 +39,7 @@ public:
     bool ElencoInLvC(qint64 composer, ItemList& list); ///< everything; works in the collection marked "*"
     bool PersInLv(qint64 work, ItemList& list);        ///< a work's characters
 
-    Work work(qint64 id); ///< an empty one (id 0) when there is none
+    Work work(qint64 id); ///< an empty one (id 0) when there is none; throws SqlError
     /// Adds a work, or changes the one whose id is given. Refused without a title or with a text too long.
     bool AggiungiWork(Work& work);
     bool ModificaWork(Work& work);
@@ -58,11 +58,9 @@ public:
 
     /// The composer's acronym before a number, such as "BWV 1001"; empty for an empty number.
     static QString numberText(const QString& acronym, const QString& number);
-    QString acronym(qint64 composer);
+    QString acronym(qint64 composer); ///< throws SqlError
 
 private:
-    template<typename Job>
-    bool guarded(const Job& job, const QString& failure = {});
     void fit(Work& work);
     void deleteRows(qint64 id, bool withCharacters, QStringList& files);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);

@@ -6,7 +6,7 @@
 #include "platform/AppFolder.h"
 #include "platform/Progress.h"
 #include "store/CatalogWriter.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "works/ComposerCatalog.h"
 
 #include <QCoreApplication>
@@ -34,16 +34,6 @@ const FileField fileFields[] = {{"CompTitle", "Compositions", "Work Title missed
 
 } // namespace
 
-template<typename Job>
-bool CatalogFile::guarded(const Job& job) {
-    try {
-        return job();
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
-}
-
 QString CatalogFile::composerName() { return ComposerCatalog(m_session, m_composer).composerName(); }
 
 QString CatalogFile::fileName() {
@@ -58,7 +48,7 @@ QString CatalogFile::fileName() {
 
 // A genre that is gone counts as none: the works under it would be left out of the file without a word.
 bool CatalogFile::isClassified() {
-    return guarded([&] {
+    return guarded(m_session, [&] {
         const bool unclassified = m_session.connection().exists(
             QStringLiteral("SELECT CompID FROM Compositions WHERE CpsID = ") + QString::number(m_composer) +
             QStringLiteral(
@@ -92,7 +82,7 @@ QString CatalogFile::chooseExportPath() {
 }
 
 bool CatalogFile::exportTo(const QString& path) {
-    return isClassified() && guarded([&] {
+    return isClassified() && guarded(m_session, [&] {
                const Recordset rows = Recordset::open(
                    m_session.connection(),
                    QStringLiteral("SELECT Compositions.CompTitle, Compositions.CompSubTitle, "
@@ -132,7 +122,7 @@ QString CatalogFile::chooseImportPath() {
     return chosen.isEmpty() ? QString() : chosen.front();
 }
 
-bool CatalogFile::isFit(Recordset& rows, Progress& progress) {
+bool CatalogFile::isFit(const Recordset& rows, Progress& progress) {
     const auto refuse = [&](const QString& text) {
         m_session.messages().warning(applicationTitle, text);
         return false;
@@ -197,23 +187,23 @@ void CatalogFile::addRows(const Recordset& rows, const QString& file, Progress& 
 }
 
 bool CatalogFile::importFrom(const QString& path, Progress& progress) {
-    std::optional<Recordset> rows;
-    try {
-        rows = Recordset::load(path, maxRows);
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle,
-                                     QStringLiteral("Invalid Catalog file!\n") + error.reason());
-        return false;
-    }
-    m_session.configuration().setLastFolder(QStringLiteral("Catalog"), path);
-    return guarded([&] {
+    const auto load = [&] {
+        try {
+            return Recordset::load(path, maxRows);
+        } catch (const Error& error) {
+            throw FileError(QStringLiteral("Invalid Catalog file!\n") + error.reason());
+        }
+    };
+    return guarded(m_session, [&] {
+        const Recordset rows = load();
+        m_session.configuration().setLastFolder(QStringLiteral("Catalog"), path);
         if (composerName().isEmpty())
             throw Error(tr("This card has been deleted meanwhile."));
-        if (!isFit(*rows, progress))
+        if (!isFit(rows, progress))
             return false;
         progress.stage(QStringLiteral("Updating Data....."));
         Transaction transaction(m_session.connection());
-        addRows(*rows, path, progress);
+        addRows(rows, path, progress);
         if (progress.stopped())
             return false;
         transaction.commit();
@@ -240,7 +230,7 @@ bool CatalogFile::removeImported(Progress& progress) {
     const QString ofComposer = QStringLiteral(" WHERE CpsID = ") + QString::number(m_composer);
     const QString works =
         QStringLiteral("(SELECT CompID FROM Compositions") + ofComposer + QStringLiteral(" AND wkl = True)");
-    const bool removed = guarded([&] {
+    const bool removed = guarded(m_session, [&] {
         QStringList files;
         Transaction transaction(connection);
         progress.stage(QStringLiteral("Deleting works.."));

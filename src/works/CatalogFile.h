@@ -34,10 +34,8 @@ public:
     bool confirmRemoval();
 
 private:
-    template<typename Job>
-    bool guarded(const Job& job);
     QString composerName();
-    bool isFit(Recordset& rows, Progress& progress);
+    bool isFit(const Recordset& rows, Progress& progress);
     void addRows(const Recordset& rows, const QString& file, Progress& progress);
 
     Session& m_session;

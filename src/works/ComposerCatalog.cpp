@@ -53,10 +53,8 @@ QString ComposerCatalog::composerName() { return CMIT(m_session).nameOf(ItemKind
 
 std::vector<ComposerCatalog::Node> ComposerCatalog::nodes(Branch number) {
     std::vector<Node> found{{0, QStringLiteral("Unclassified")}};
-    guarded(m_session, [&] {
-        const std::vector<Node> named = branches[number].names.rows(m_session, m_composer);
-        found.insert(found.end(), named.begin(), named.end());
-    });
+    const std::vector<Node> named = branches[number].names.rows(m_session, m_composer);
+    found.insert(found.end(), named.begin(), named.end());
     return found;
 }
 
@@ -102,12 +100,8 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
 }
 
 bool ComposerCatalog::hasImportedCatalog() {
-    bool has = false;
-    guarded(m_session, [&] {
-        has = m_session.connection().exists(QStringLiteral("SELECT * FROM Catalogs WHERE CpsID = ") +
-                                            QString::number(m_composer));
-    });
-    return has;
+    return m_session.connection().exists(QStringLiteral("SELECT * FROM Catalogs WHERE CpsID = ") +
+                                         QString::number(m_composer));
 }
 
 bool ComposerCatalog::importedCatalogs(Session& session, ItemList& list) {

@@ -32,8 +32,8 @@ struct CatalogBranch {
 
 std::span<const CatalogBranch> catalogBranches();
 
-/// The arrangement of one composer's works. An operation that fails, or that the user declines, answers
-/// false; a failure has been told then.
+/// The arrangement of one composer's works. What answers with names or nodes throws SqlError; every other
+/// operation that fails, or that the user declines, answers false, and a failure has been told then.
 class ComposerCatalog {
 public:
     using Branch = CatalogBranch::Number;
@@ -42,6 +42,7 @@ public:
 
     ComposerCatalog(Session& session, qint64 composer) : m_session(session), m_composer(composer) {}
 
+    Session& session() const { return m_session; }
     QString composerName(); ///< first and last name
     /// "Unclassified" first, then the composer's nodes by name.
     std::vector<Node> nodes(Branch branch);

@@ -2,9 +2,9 @@
 #include "works/KeyNames.h"
 
 #include "items/Person.h"
+#include "store/Guarded.h"
 #include "store/KeyNamesFile.h"
 #include "store/Recordset.h"
-#include "store/Session.h"
 
 #include <QCoreApplication>
 
@@ -17,7 +17,7 @@ QString tr(const char* text) { return QCoreApplication::translate("KeyNames", te
 } // namespace
 
 bool KeyNames::list(ItemList& list) {
-    try {
+    return guarded(m_session, [&] {
         ItemList found({{tr("Key")}});
         for (const int language : {interfaceLanguage(), englishLanguage}) {
             Query run = m_session.connection().query(
@@ -29,15 +29,11 @@ bool KeyNames::list(ItemList& list) {
                 break;
         }
         list = std::move(found);
-        return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
+    });
 }
 
 bool KeyNames::rename(qint64 id, const QString& text) {
-    try {
+    return guarded(m_session, [&] {
         const QString name = m_session.fields().fit(QStringLiteral("WKeys"), QStringLiteral("KeyName"), text);
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM WKeys WHERE WKeysID = %1").arg(id));
@@ -46,10 +42,7 @@ bool KeyNames::rename(qint64 id, const QString& text) {
         rows.update(0, {{QStringLiteral("KeyName"), name}});
         m_session.loadKeyNames();
         return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
-    }
+    });
 }
 
 } // namespace tessaranth

@@ -77,11 +77,11 @@ QStringList documentsOf(Session& session, qint64 work) {
 } // namespace
 
 bool readWorkCard(Session& session, qint64 id, WorkCard& card) {
-    CWKS works(session);
-    const Work work = works.work(id);
-    if (work.id == 0)
-        return false;
     return guarded(session, [&] {
+        CWKS works(session);
+        const Work work = works.work(id);
+        if (work.id == 0)
+            return false;
         WorkCard found;
         found.composer = work.composer;
         found.title = work.title.trimmed();

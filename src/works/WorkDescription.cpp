@@ -12,16 +12,12 @@ const QString titleOfAll = QStringLiteral("Descr");
 } // namespace
 
 qint64 WorkDescription::document() {
-    qint64 id = 0;
-    guarded(m_session, [&] {
-        id = m_session.connection()
-                 .single(QStringLiteral("SELECT CardID FROM Cards WHERE RelatedID = %1 AND RelatedCat = "
-                                        "'Comp' AND CardTitle = '%2' ORDER BY OrderNbr")
-                             .arg(m_work)
-                             .arg(titleOfAll))
-                 .toInteger();
-    });
-    return id;
+    return m_session.connection()
+        .single(QStringLiteral("SELECT CardID FROM Cards WHERE RelatedID = %1 AND RelatedCat = 'Comp' AND "
+                               "CardTitle = '%2' ORDER BY OrderNbr")
+                    .arg(m_work)
+                    .arg(titleOfAll))
+        .toInteger();
 }
 
 std::optional<QByteArray> WorkDescription::read() {
@@ -30,13 +26,15 @@ std::optional<QByteArray> WorkDescription::read() {
 }
 
 bool WorkDescription::write(const QByteArray& rtf) {
-    const qint64 id = document();
-    return id == 0 ? m_documents.add(rtf, titleOfAll) != 0 : m_documents.rewrite(id, rtf);
+    return guarded(m_session, [&] {
+        const qint64 id = document();
+        return id == 0 ? m_documents.add(rtf, titleOfAll) != 0 : m_documents.rewrite(id, rtf);
+    });
 }
 
 bool WorkDescription::remove() {
-    const qint64 id = document();
-    if (id == 0)
+    qint64 id = 0;
+    if (!guarded(m_session, [&] { id = document(); }) || id == 0)
         return false;
     Question question;
     question.title = QStringLiteral("Remove description");

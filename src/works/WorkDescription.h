@@ -12,7 +12,7 @@ public:
     WorkDescription(Session& session, qint64 work)
         : m_session(session), m_work(work), m_documents(session, {QStringLiteral("Comp"), work}) {}
 
-    qint64 document();                ///< its id; 0 when there is none
+    qint64 document();                ///< its id; 0 when there is none; throws SqlError
     std::optional<QByteArray> read(); ///< nothing as well when its file is missing
     /// Writes the document, a new one behind the work's other documents if it has none.
     bool write(const QByteArray& rtf);

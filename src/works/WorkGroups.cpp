@@ -22,15 +22,11 @@ const Words words[] = {{CatalogBranch::MainWorks, QStringLiteral("New Main work"
 } // namespace
 
 std::vector<WorkGroups::Group> WorkGroups::groups(Kind kind) {
-    std::vector<Group> found;
-    guarded(m_session, [&] { found = words[kind].names().rows(m_session, m_composer); });
-    return found;
+    return words[kind].names().rows(m_session, m_composer);
 }
 
 qint64 WorkGroups::find(Kind kind, const QString& name) {
-    qint64 id = 0;
-    guarded(m_session, [&] { id = words[kind].names().find(m_session, m_composer, cleanName(name)); });
-    return id;
+    return words[kind].names().find(m_session, m_composer, cleanName(name));
 }
 
 qint64 WorkGroups::add(Kind kind) {

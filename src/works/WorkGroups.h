@@ -7,8 +7,8 @@ namespace tessaranth {
 
 class Session;
 
-/// What the work editor groups a composer's works by: his main works and his own genres. An operation that
-/// fails reports it through the session's messages.
+/// What the work editor groups a composer's works by: his main works and his own genres. Reading throws
+/// SqlError; an addition that fails reports it through the session's messages.
 class WorkGroups {
 public:
     enum Kind { MainWorks, Genres };

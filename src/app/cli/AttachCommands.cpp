@@ -103,9 +103,7 @@ const Listed listed[] = {{"image", "Images", "ImageID", "ImageTitle", "OrderNbr"
                          {"web", "Web", "WebID", "Alias", "Url", "WebID"}};
 
 int list(CliContext& context, Session& session, const CardOwner& card) {
-    Output output(context.json);
-    output.headings(
-        {QStringLiteral("Kind"), QStringLiteral("ID"), QStringLiteral("Title"), QStringLiteral("Detail")});
+    std::vector<std::vector<Value>> found;
     for (const Listed& kind : listed) {
         Query rows = session.connection().query(
             QStringLiteral("SELECT %1,%2,%3 FROM %4 WHERE ")
@@ -113,13 +111,18 @@ int list(CliContext& context, Session& session, const CardOwner& card) {
                      QLatin1String(kind.table)) +
             card.condition() + QStringLiteral(" ORDER BY ") + QLatin1String(kind.order));
         while (rows.next())
-            output.row({QString::fromLatin1(kind.kind), rows.integer(0), rows.text(1), rows.text(2)});
+            found.push_back({QString::fromLatin1(kind.kind), rows.integer(0), rows.text(1), rows.text(2)});
     }
     std::vector<CardRelations::Related> related;
     if (!CardRelations(session, card).LoadRelations(related))
         return 1;
     for (const CardRelations::Related& one : related)
-        output.row({QStringLiteral("relation"), one.card.id, one.name, one.card.code});
+        found.push_back({QStringLiteral("relation"), one.card.id, one.name, one.card.code});
+    Output output(context.json);
+    output.headings(
+        {QStringLiteral("Kind"), QStringLiteral("ID"), QStringLiteral("Title"), QStringLiteral("Detail")});
+    for (const std::vector<Value>& row : found)
+        output.row(row);
     return 0;
 }
 

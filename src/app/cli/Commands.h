@@ -7,6 +7,7 @@
 #include "store/Startup.h"
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace CLI {
@@ -23,6 +24,9 @@ struct CliContext {
     SystemClock clock;
     CliMessages messages;
     NoProgress progress;
+    /// For tests, which damage a catalog once it is open: called then; what it answers with lives as long as
+    /// the command runs.
+    std::function<std::shared_ptr<void>(Session&)> opened;
 
     /// Opens the catalog as the window does, runs the command on it and closes it. 1 when it cannot be
     /// opened.
@@ -30,6 +34,9 @@ struct CliContext {
     /// The same on a catalog that is only looked at.
     int withInspection(const std::function<int(Session&)>& command);
     int fail(const QString& reason);
+
+private:
+    int run(Session& session, const std::function<int(Session&)>& command);
 };
 
 /// Each adds its commands to the parser; a command sets `action`, which is run when all words were read.
@@ -43,5 +50,7 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
 void addClassCommands(CLI::App& app, CliContext& context, Action& action);
+/// All of them.
+void addCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth

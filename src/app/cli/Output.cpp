@@ -4,13 +4,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <cstdio>
+#include <iostream>
 
 namespace tessaranth {
 
 namespace {
 
-void write(const QByteArray& bytes) { std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout); }
+void write(const QByteArray& bytes) { std::cout.write(bytes.constData(), bytes.size()); }
 
 QString escaped(QString text) {
     return text.replace(u'\\', QLatin1String("\\\\"))
@@ -34,10 +34,17 @@ QJsonValue jsonOf(const Value& value) {
 void Output::headings(const QStringList& names) {
     m_names = names;
     m_open = true;
-    write(m_json ? QByteArray("[") : names.join(u'\t').toUtf8() + '\n');
+}
+
+// Not before there is something to print below them: a failing command prints none.
+void Output::begin() {
+    if (m_open && !m_begun)
+        write(m_json ? QByteArray("[") : m_names.join(u'\t').toUtf8() + '\n');
+    m_begun = true;
 }
 
 void Output::row(const std::vector<Value>& cells) {
+    begin();
     if (m_json) {
         QJsonObject object;
         for (qsizetype i = 0; i < m_names.size(); ++i)
@@ -65,11 +72,17 @@ void Output::list(const QString& idHeading, const ItemList& list) {
     }
 }
 
+Output::~Output() {
+    if (std::uncaught_exceptions() == m_exceptions)
+        finish();
+}
+
 void Output::finish() {
+    begin();
     if (m_open && m_json)
         write(m_first ? QByteArray("]\n") : QByteArray("\n]\n"));
     m_open = false;
-    std::fflush(stdout);
+    std::cout.flush();
 }
 
 } // namespace tessaranth

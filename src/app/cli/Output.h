@@ -5,6 +5,7 @@
 #include "store/Value.h"
 
 #include <QStringList>
+#include <exception>
 #include <vector>
 
 namespace tessaranth {
@@ -14,7 +15,7 @@ namespace tessaranth {
 class Output {
 public:
     explicit Output(bool json) : m_json(json) {}
-    ~Output() { finish(); }
+    ~Output();
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -25,7 +26,11 @@ public:
     void finish();
 
 private:
+    void begin();
+
     bool m_json;
+    int m_exceptions = std::uncaught_exceptions();
+    bool m_begun = false;
     bool m_open = false;
     bool m_first = true;
     QStringList m_names;

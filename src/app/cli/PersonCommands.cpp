@@ -155,56 +155,66 @@ int searchArchive(const Call& call) {
     return 0;
 }
 
-/// One command: the words it reads, in order, and what it does with them.
+// ---- the words of the commands
+
+void readId(CLI::App& command, ItemWords& words) {
+    command.add_option("ID", words.id)->required()->check(CLI::PositiveNumber);
+}
+
+void readName(CLI::App& command, ItemWords& words) { command.add_option("TEXT", words.text)->required(); }
+
+void readBeginning(CLI::App& command, ItemWords& words) { command.add_option("TEXT", words.text); }
+
+void readIdAndName(CLI::App& command, ItemWords& words) {
+    readId(command, words);
+    readName(command, words);
+}
+
+void readFields(CLI::App& command, ItemWords& words, bool isNew) {
+    for (const PersonOption& option : personOptions)
+        command.add_option(option.name, words.*option.word, option.help)
+            ->required(isNew && option.field == &Person::last);
+}
+
+void readNew(CLI::App& command, ItemWords& words) { readFields(command, words, true); }
+
+void readChanges(CLI::App& command, ItemWords& words) {
+    readId(command, words);
+    readFields(command, words, false);
+}
+
+void readMerge(CLI::App& command, ItemWords& words) {
+    readId(command, words);
+    command.add_option("TARGET", words.target)->required()->check(CLI::PositiveNumber);
+    command.add_flag("--yes", words.yes, "Do not ask");
+}
+
+void readDeletion(CLI::App& command, ItemWords& words) {
+    command.add_option("ID", words.ids)->required()->check(CLI::PositiveNumber);
+    command.add_flag("--yes", words.yes, "Do not ask");
+}
+
+/// One command: the words it reads and what it does with them.
 struct ItemCommand {
     const char* name;
     const char* help;
-    const char* reads; ///< i: id, t: target's id, s: ids, n: name, f: text that may be left out,
-                       ///< p: the fields of a person, P: with a last name, y: --yes
+    void (*read)(CLI::App& command, ItemWords& words);
     int (*work)(const Call& call);
 };
 const ItemCommand personCommands[] = {
-    {"add", "Add a person; prints the id", "P", savePerson},
-    {"edit", "Change the fields that are given", "ip", savePerson},
-    {"show", "Print the fields of a person", "i", showPerson},
-    {"merge", "Move everything from one person to another and delete the first", "ity", merge},
-    {"delete", "Delete persons with everything that depends on them", "sy", remove}};
+    {"add", "Add a person; prints the id", readNew, savePerson},
+    {"edit", "Change the fields that are given", readChanges, savePerson},
+    {"show", "Print the fields of a person", readId, showPerson},
+    {"merge", "Move everything from one person to another and delete the first", readMerge, merge},
+    {"delete", "Delete persons with everything that depends on them", readDeletion, remove}};
 const ItemCommand lookupCommands[] = {
-    {"list", "List the names, or those that begin so", "f", listNames},
-    {"add", "Add a name; prints the id", "n", addName},
-    {"rename", "Change a name", "in", renameOne},
-    {"merge", "Move what is under one name to another and delete the first", "ity", merge},
-    {"delete", "Delete names; what was under them has none then", "sy", remove}};
+    {"list", "List the names, or those that begin so", readBeginning, listNames},
+    {"add", "Add a name; prints the id", readName, addName},
+    {"rename", "Change a name", readIdAndName, renameOne},
+    {"merge", "Move what is under one name to another and delete the first", readMerge, merge},
+    {"delete", "Delete names; what was under them has none then", readDeletion, remove}};
 const ItemCommand archiveCommands[] = {
-    {"search", "List the persons of the internal list whose name holds a text", "n", searchArchive}};
-
-void addWord(CLI::App* command, char word, ItemWords& words) {
-    switch (word) {
-    case 'i':
-        command->add_option("ID", words.id)->required()->check(CLI::PositiveNumber);
-        break;
-    case 't':
-        command->add_option("TARGET", words.target)->required()->check(CLI::PositiveNumber);
-        break;
-    case 's':
-        command->add_option("ID", words.ids)->required()->check(CLI::PositiveNumber);
-        break;
-    case 'n':
-        command->add_option("TEXT", words.text)->required();
-        break;
-    case 'f':
-        command->add_option("TEXT", words.text);
-        break;
-    case 'P':
-    case 'p':
-        for (const PersonOption& option : personOptions)
-            command->add_option(option.name, words.*option.word, option.help)
-                ->required(word == 'P' && option.field == &Person::last);
-        break;
-    default:
-        command->add_flag("--yes", words.yes, "Do not ask");
-    }
-}
+    {"search", "List the persons of the internal list whose name holds a text", readName, searchArchive}};
 
 struct CommandGroup {
     const char* name;
@@ -227,8 +237,7 @@ void addGroup(CLI::App& app, CliContext& context, Action& action, const CommandG
         CLI::App* command = parent->add_subcommand(row.name, row.help);
         if (!group.kindFirst)
             addKind(command);
-        for (const char* word = row.reads; *word; ++word)
-            addWord(command, *word, *words);
+        row.read(*command, *words);
         command->callback([&context, &action, words, command, work = row.work] {
             action = [&context, words, command, work] {
                 return context.withSession([&](Session& session) {

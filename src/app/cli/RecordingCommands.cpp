@@ -5,6 +5,7 @@
 #include "recordings/CREC.h"
 #include "recordings/RecordingEditor.h"
 #include "recordings/RecordingLists.h"
+#include "store/NameTable.h"
 
 #include <CLI/CLI.hpp>
 #include <QFile>
@@ -13,6 +14,7 @@
 #include <QJsonObject>
 #include <QStringDecoder>
 #include <iostream>
+#include <map>
 #include <memory>
 
 namespace tessaranth {
@@ -26,45 +28,39 @@ struct Words {
     int disc = 1;
     bool reference = false;
     bool yes = false;
-    std::string file, units = "1", title, subtitle, label, carrier, source, rating, number, notes, barcode,
-                      location, spars, released, price;
+    std::string file, units = "1";
+    std::map<std::string, std::string> columns; ///< what was given for a column of Rec
 };
 
 /// An option for a text of the recording.
 struct TextOption {
     const char* name;
-    std::string Words::*word;
-    QString RecordingSpecs::*field;
+    const char* column;
     const char* help;
 };
-const TextOption textOptions[] = {
-    {"--title", &Words::title, &RecordingSpecs::title, "Title"},
-    {"--subtitle", &Words::subtitle, &RecordingSpecs::subtitle, "Sub title"},
-    {"--rating", &Words::rating, &RecordingSpecs::rating, "N/A, Poor, Fair, Good, Very good or Excellent"},
-    {"--number", &Words::number, &RecordingSpecs::productionNumber, "Production number"},
-    {"--notes", &Words::notes, &RecordingSpecs::notes, "Notes"},
-    {"--barcode", &Words::barcode, &RecordingSpecs::barcode, "Barcode"},
-    {"--location", &Words::location, &RecordingSpecs::location, "Where it is kept"},
-    {"--spars", &Words::spars, &RecordingSpecs::spars, "SPARS code, such as DDD"},
-    {"--released", &Words::released, &RecordingSpecs::released, "Release date"},
-    {"--price", &Words::price, &RecordingSpecs::price, "Price"}};
+const TextOption textOptions[] = {{"--title", "RecTitle", "Title"},
+                                  {"--subtitle", "RecSubTitle", "Sub title"},
+                                  {"--rating", "Rating", "N/A, Poor, Fair, Good, Very good or Excellent"},
+                                  {"--number", "ProdNbr", "Production number"},
+                                  {"--notes", "Notes", "Notes"},
+                                  {"--barcode", "Barcode", "Barcode"},
+                                  {"--location", "LocationCode", "Where it is kept"},
+                                  {"--spars", "Spars", "SPARS code, such as DDD"},
+                                  {"--released", "RelDate", "Release date"},
+                                  {"--price", "Price", "Price"}};
 
 /// An option that names a row of a lookup list.
 struct LinkOption {
     const char* name;
-    std::string Words::*word;
-    qint64 RecordingSpecs::*field;
+    const char* column;
     const char* help;
     const char* noun;
-    const char* query; ///< up to the name
 };
-const LinkOption linkOptions[] = {{"--label", &Words::label, &RecordingSpecs::label, "Name of a label",
-                                   "label", "SELECT LabelID FROM Labels WHERE LabelName = '"},
-                                  {"--carrier", &Words::carrier, &RecordingSpecs::carrier,
-                                   "Name of a carrier, such as CD", "carrier",
-                                   "SELECT SupportID FROM Supports WHERE SupportType = '"},
-                                  {"--source", &Words::source, &RecordingSpecs::source, "Name of a source",
-                                   "source", "SELECT SourceID FROM Sources WHERE SourceType = '"}};
+const LinkOption linkOptions[] = {{"--label", "LabelID", "Name of a label", "label"},
+                                  {"--carrier", "SupportID", "Name of a carrier, such as CD", "carrier"},
+                                  {"--source", "SourceID", "Name of a source", "source"}};
+
+const CatalogTable& recordings() { return catalogTable("Rec"); }
 
 int missing(CliContext& context, qint64 id) {
     return context.fail(QStringLiteral("There is no recording with the id %1.").arg(id));
@@ -100,17 +96,21 @@ QJsonObject recordingObject(Session& session, RecordingEditor& editor) {
     RecordingSpecs specs = editor.specs();
     CREC names(session);
     names.CaricaDati(editor.id());
-    QJsonObject object{
-        {"id", editor.id()},        {"units", specs.units},         {"reference", specs.reference},
-        {"label", names.LabelName}, {"carrier", names.SupportType}, {"source", names.SourceType},
-        {"added", specs.added},     {"modified", specs.modified}};
+    QJsonObject object{{"id", editor.id()},
+                       {"units", specs.units()},
+                       {"reference", specs.flag("RefRec")},
+                       {"label", names.LabelName},
+                       {"carrier", names.SupportType},
+                       {"source", names.SourceType},
+                       {"added", specs.text("AddDate")},
+                       {"modified", specs.text("ModDate")}};
     for (const TextOption& option : textOptions)
-        object.insert(QLatin1String(option.name + 2), specs.*option.field);
+        object.insert(QLatin1String(option.name + 2), specs.text(option.column));
     object.insert("composers", namesOf(editor.composers()));
     object.insert("performers", namesOf(editor.performers()));
     object.insert("works", worksOf(session, editor));
     QJsonArray discs;
-    for (int disc = 1; disc <= specs.units; ++disc) {
+    for (int disc = 1; disc <= specs.units(); ++disc) {
         QJsonArray tracks;
         const std::vector<Track> stored = editor.tracks(disc);
         for (const Track& track : stored)
@@ -159,23 +159,28 @@ int show(CliContext& context, Session& session, const Words& words) {
 
 int add(CliContext& context, Session& session, const Words& words) {
     RecordingSpecs specs;
+    const auto given = [&](const char* column) {
+        const auto found = words.columns.find(column);
+        return found == words.columns.end() ? QString() : QString::fromStdString(found->second);
+    };
     for (const TextOption& option : textOptions)
-        if (!(words.*option.word).empty())
-            specs.*option.field = QString::fromStdString(words.*option.word);
+        if (const QString text = given(option.column); !text.isEmpty())
+            specs.set(option.column, text);
     for (const LinkOption& option : linkOptions) {
-        const QString name = QString::fromStdString(words.*option.word);
+        const QString name = given(option.column);
         if (name.isEmpty())
             continue;
-        specs.*option.field =
-            session.connection().single(QLatin1String(option.query) + quoted(name) + u'\'').toInteger();
-        if (specs.*option.field == 0)
+        const NameTable names(recordings().field(option.column).target);
+        const qint64 id = names.find(session, 0, name);
+        if (id == 0)
             return context.fail(QStringLiteral("No %1 is called %2.").arg(QLatin1String(option.noun), name));
+        specs.set(option.column, id);
     }
     const std::optional<int> units = RecordingEditor::units(QString::fromStdString(words.units));
     if (!units)
         return context.fail(QStringLiteral("Units: a whole number from 1 to 999."));
-    specs.units = *units;
-    specs.reference = words.reference;
+    specs.set("UnitsNbr", *units);
+    specs.set("RefRec", words.reference);
     RecordingEditor editor(session, 0);
     const std::vector<RecordingDouble> doubles = editor.doubles(specs);
     if (!doubles.empty() && !words.yes)
@@ -257,10 +262,10 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action) {
         ->check(CLI::PositiveNumber);
     CLI::App* adding = command("add", "Add a recording; prints the id", add);
     for (const TextOption& option : textOptions)
-        adding->add_option(option.name, *words.*option.word, option.help)
-            ->required(option.field == &RecordingSpecs::title);
+        adding->add_option(option.name, words->columns[option.column], option.help)
+            ->required(recordings().field(option.column).missing != nullptr);
     for (const LinkOption& option : linkOptions)
-        adding->add_option(option.name, *words.*option.word, option.help);
+        adding->add_option(option.name, words->columns[option.column], option.help);
     adding->add_option("--units", words->units, "Number of discs, 1 to 999");
     adding->add_flag("--reference", words->reference, "It is a reference recording");
     adding->add_flag("--yes", words->yes, "Add it even if it seems to be there already");

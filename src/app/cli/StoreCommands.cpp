@@ -3,6 +3,7 @@
 #include "app/cli/Commands.h"
 #include "app/cli/Output.h"
 #include "platform/AppFolder.h"
+#include "store/Guarded.h"
 #include "tools/SampleCatalog.h"
 
 #include <CLI/CLI.hpp>
@@ -17,6 +18,14 @@ int CliContext::fail(const QString& reason) {
     return 1;
 }
 
+// The whole command is one operation: whatever part of it fails, it says so once and ends with 1.
+int CliContext::run(Session& session, const std::function<int(Session&)>& command) {
+    const std::shared_ptr<void> guest = opened ? opened(session) : nullptr;
+    int code = 1;
+    guarded(session, [&] { code = command(session); });
+    return code;
+}
+
 int CliContext::withSession(const std::function<int(Session&)>& command) {
     Session session(applicationFolder, messages, clock);
     Startup startup(session, {catalog, shareFolder(), {}}, progress);
@@ -25,11 +34,7 @@ int CliContext::withSession(const std::function<int(Session&)>& command) {
         return fail(result.reason);
     if (result.upgrade.kind == UpgradeResult::Kind::FailedAtStep)
         std::cerr << result.upgrade.text().toStdString() << '\n';
-    try {
-        return command(session);
-    } catch (const Error& error) {
-        return fail(error.reason());
-    }
+    return run(session, command);
 }
 
 int CliContext::withInspection(const std::function<int(Session&)>& command) {
@@ -38,11 +43,7 @@ int CliContext::withInspection(const std::function<int(Session&)>& command) {
     const StartResult result = startup.openForInspection();
     if (!result.started)
         return fail(result.reason);
-    try {
-        return command(session);
-    } catch (const Error& error) {
-        return fail(error.reason());
-    }
+    return run(session, command);
 }
 
 namespace {
@@ -84,6 +85,13 @@ int runUpgrade(CliContext& context) {
 }
 
 } // namespace
+
+void addCommands(CLI::App& app, CliContext& context, Action& action) {
+    for (const auto add :
+         {addStoreCommands, addMaintenanceCommands, addItemCommands, addPersonCommands, addCatalogCommands,
+          addRecordingCommands, addWorkCommands, addAttachCommands, addClassCommands})
+        add(app, context, action);
+}
 
 void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
     auto statement = std::make_shared<std::string>();

@@ -71,8 +71,8 @@ void DocumentPanel::showCurrent() {
         instead = tr("No documents yet.\nPress Ins to write one, or drop a text file here.");
     else if (!hasFile())
         instead = QStringLiteral("File not found!");
-    else
-        stored = m_documents->read(current());
+    else if (!(stored = m_documents->read(current())))
+        instead = tr("This document cannot be read.");
     RichText::toDocument(stored.value_or(QByteArray()), *m_text->document());
     keepReadable();
     m_instead = instead;

@@ -2,6 +2,7 @@
 #include "attachments/forms/MediaPanel.h"
 
 #include "attachments/forms/frmMediaProperties.h"
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/WindowProgress.h"
@@ -133,8 +134,8 @@ void MediaPanel::removeSelected() {
 }
 
 void MediaPanel::ShowMediaProperties() {
-    const MediaFile file = m_media.media(theOne());
-    if (file.id != 0)
+    MediaFile file;
+    if (guarded(m_context.session, [&] { file = m_media.media(theOne()); }) && file.id != 0)
         frmMediaProperties(m_context.icons, file, this).exec();
 }
 

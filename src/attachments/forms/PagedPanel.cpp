@@ -3,6 +3,7 @@
 
 #include "items/forms/frmOrder.h"
 #include "widgets/IconStore.h"
+#include "widgets/Reading.h"
 
 #include <QAction>
 #include <QLabel>
@@ -17,7 +18,8 @@ PagedPanel::PagedPanel(const CardContext& context, CardFiles& files, const Words
 }
 
 QString PagedPanel::heading() const {
-    return m_words.heading + QStringLiteral(" (") + QString::number(count()) + u')';
+    const QString shown = isUnreadable(this) ? QStringLiteral("?") : QString::number(count());
+    return m_words.heading + QStringLiteral(" (") + shown + u')';
 }
 
 // ---- building
@@ -94,8 +96,8 @@ void PagedPanel::buildUi(QWidget* page) {
 
 void PagedPanel::loadAt(qint64 id) {
     ItemList list;
-    if (!m_files.load(list))
-        return;
+    if (!readInto(this, m_context.session, [&] { m_files.load(list); }))
+        list = {};
     m_list = std::move(list);
     int row = 0;
     while (row < count() && m_list.id(row) != id)

@@ -5,6 +5,7 @@
 #include "platform/Volumes.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 #include "widgets/WindowProgress.h"
 
 #include <QComboBox>
@@ -27,6 +28,7 @@ frmMediaPath::frmMediaPath(const FormContext& context, OpenCards* cards, QWidget
     setObjectName(QStringLiteral("frmMediaPath"));
     setWindowTitle(QStringLiteral("Media files locations update"));
     buildUi();
+    readInto(this, context.session, [this] { m_oldDrive->addItems(m_locations.drives()); });
     enable();
 }
 
@@ -63,8 +65,7 @@ QComboBox* frmMediaPath::driveBox(const QString& name, const QString& spoken, co
 
 QWidget* frmMediaPath::driveFields() {
     m_driveFields = new QWidget;
-    m_oldDrive = driveBox(QStringLiteral("cmbOldDrive"), tr("Old drive"),
-                          QStringList{anyDrive} + m_locations.drives());
+    m_oldDrive = driveBox(QStringLiteral("cmbOldDrive"), tr("Old drive"), {anyDrive});
     m_newDrive = driveBox(QStringLiteral("cmbNewDrive"), tr("New drive"), driveNames());
     m_newDrive->setCurrentText({});
     auto* fields = new QFormLayout(m_driveFields);

@@ -7,6 +7,7 @@
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -22,14 +23,17 @@ frmNewRelations::frmNewRelations(const FormContext& context, const CardOwner& ca
       m_isCustom(card.code == itemKind(ItemKind::Custom)->code) {
     setObjectName(QStringLiteral("frmNewRelations"));
     setWindowTitle(QStringLiteral("Relations"));
-    for (const int kind : m_relations.kinds()) {
-        const QSet<qint64> related = m_relations.related(kind);
-        m_kinds.insert(kind, {related, related});
-    }
-    if (!m_isCustom)
-        m_classes = Classification(context.session, ItemKind::Custom).tree().value_or(Classification::Tree());
-    buildUi();
-    fill();
+    const auto read = [&] {
+        for (const int kind : m_relations.kinds()) {
+            const QSet<qint64> related = m_relations.related(kind);
+            m_kinds.insert(kind, {related, related});
+        }
+        if (!m_isCustom)
+            m_classes = *Classification(context.session, ItemKind::Custom).tree();
+        buildUi();
+        fill();
+    };
+    readInto(this, context.session, read);
 }
 
 void frmNewRelations::buildUi() {
@@ -108,10 +112,12 @@ void frmNewRelations::fill() {
     const qint64 first = m_first->currentData().toLongLong();
     m_kind = m_isCustom ? int(first) : int(ItemKind::Custom);
     m_all = ItemList();
-    if (m_isCustom || first == 0)
-        CMIT(m_context.session).ElencoInLv(m_kind, m_all);
-    else
-        Classification(m_context.session, m_kind).items(m_second->currentData().toLongLong(), m_all);
+    readInto(m_view, m_context.session, [&] {
+        if (m_isCustom || first == 0)
+            CMIT(m_context.session).ElencoInLv(m_kind, m_all);
+        else
+            Classification(m_context.session, m_kind).items(m_second->currentData().toLongLong(), m_all);
+    });
     m_checks->setChecked(m_kinds[m_kind].now);
     narrow();
     FormHelpers::fitColumns(m_view);

@@ -3,6 +3,7 @@
 
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 
 #include <QFormLayout>
 #include <QLineEdit>
@@ -15,9 +16,9 @@ frmNewWeb::frmNewWeb(const FormContext& context, const CardOwner& card, qint64 i
     setObjectName(QStringLiteral("frmNewWeb"));
     setWindowTitle(id == 0 ? QStringLiteral("Add a card-related web link")
                            : QStringLiteral("Edit a card-related web link"));
-    if (id != 0)
-        m_stored = m_links.link(id);
     buildUi();
+    if (id != 0)
+        readInto(this, context.session, [&] { m_stored = m_links.link(id); });
     m_url->setText(m_stored.url);
     m_alias->setText(m_stored.alias);
     // What one line cannot show as it stands must not count as the user's change.

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/forms/frmRTB.h"
 
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "text/RichText.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
+#include "widgets/Reading.h"
 #include "widgets/RichTextEdit.h"
 
 #include <QAction>
@@ -180,10 +182,13 @@ void frmRTB::load() {
         startEmpty();
         return;
     }
-    const std::optional<QByteArray> stored = m_documents.read(m_document);
-    if (!stored && !m_documents.hasFile(m_document))
-        m_context.session.messages().warning(caption().trimmed(), QStringLiteral("File not found!"));
-    showText(stored.value_or(QByteArray()));
+    readInto(this, m_context.session, [this] {
+        m_title = m_documents.title(m_document);
+        const std::optional<QByteArray> stored = m_documents.read(m_document);
+        if (!stored)
+            m_context.session.messages().warning(caption().trimmed(), QStringLiteral("File not found!"));
+        showText(stored.value_or(QByteArray()));
+    });
 }
 
 void frmRTB::showText(const QByteArray& rtf) {
@@ -214,10 +219,10 @@ void frmRTB::startEmpty() {
 }
 
 QString frmRTB::caption() {
-    const QString title = m_document == 0 ? QString() : m_documents.title(m_document);
     const QString fresh =
         m_mode == Mode::Doc ? QStringLiteral(" New document") : QStringLiteral(" New description");
-    const QString known = m_mode == Mode::Doc ? tr(" Edit document: %1").arg(title) : tr(" Edit description");
+    const QString known =
+        m_mode == Mode::Doc ? tr(" Edit document: %1").arg(m_title) : tr(" Edit description");
     return m_document == 0 ? fresh : known;
 }
 
@@ -233,6 +238,7 @@ bool frmRTB::save() {
     if (stored == 0)
         return false;
     m_document = stored;
+    guarded(m_context.session, [this] { m_title = m_documents.title(m_document); });
     m_saved = true;
     m_note->hide();
     m_edit->document()->setModified(false);

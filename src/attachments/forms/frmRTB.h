@@ -61,6 +61,7 @@ private:
     Mode m_mode;
     Writer m_write;
     qint64 m_document;
+    QString m_title;      ///< of the document as stored
     bool m_saved = false; ///< something was, since the window opened
     RichTextEdit* m_edit = nullptr;
     QHash<QString, QAction*> m_actions;

@@ -5,6 +5,7 @@
 #include "items/ItemKind.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QSignalBlocker>
 
@@ -57,7 +58,7 @@ QTreeWidgetItem* ClassTree::add(QTreeWidgetItem* parent, const Place& place, con
 void ClassTree::fill(int kind) {
     const Place before = place();
     const bool isFirst = topLevelItem(0)->childCount() == 0;
-    {
+    const bool isRead = readInto(this, m_context.session, [&] {
         const QSignalBlocker blocker(this);
         for (int i = 0; i < topLevelItemCount(); ++i)
             if (QTreeWidgetItem* root = topLevelItem(i); kind == 0 || placeOf(root).kind == kind)
@@ -67,8 +68,9 @@ void ClassTree::fill(int kind) {
                 (*it)->setExpanded(placeOf(*it).node != Category);
         if (before.kind != 0)
             setPlace(before);
-    }
-    emit placeChanged();
+    });
+    if (isRead)
+        emit placeChanged();
 }
 
 void ClassTree::fillRoot(QTreeWidgetItem* root) {
@@ -94,19 +96,17 @@ void ClassTree::fillBelow(QTreeWidgetItem* root, int kind) {
         add(root, {kind, GlobalView, 0}, QStringLiteral("Global view"), QStringLiteral("Table"), 0);
         top = add(root, {kind, Categories, 0}, QStringLiteral("Categories"), QStringLiteral("Class"), 0);
     }
-    const std::optional<Classification::Tree> tree = Classification(m_context.session, kind).tree();
-    if (!tree)
-        return;
-    for (const Classification::Node& category : tree->categories) {
+    const Classification::Tree tree = *Classification(m_context.session, kind).tree();
+    for (const Classification::Node& category : tree.categories) {
         QTreeWidgetItem* item =
             add(top, {kind, Category, category.id}, category.name, QStringLiteral("TvClass"), category.cards);
         for (const Classification::SubNode& sub : category.subCategories)
             add(item, {kind, SubCategory, sub.id}, sub.name, QStringLiteral("TvSubClass"), sub.cards);
     }
     if (m_style == Style::Browse) {
-        root->setText(0, caption(itemKind(kind)->listCaption, tree->cards));
+        root->setText(0, caption(itemKind(kind)->listCaption, tree.cards));
         add(root, {kind, Unclassified, 0}, QStringLiteral("Unclassified"), QStringLiteral("TvSubClass"),
-            tree->unclassified);
+            tree.unclassified);
     }
 }
 

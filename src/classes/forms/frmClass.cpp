@@ -4,12 +4,13 @@
 #include "classes/forms/frmClassItem.h"
 #include "items/ItemKind.h"
 #include "items/OpenCards.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/Help.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemColours.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QAction>
 #include <QEvent>
@@ -26,6 +27,7 @@ namespace tessaranth {
 frmClass::frmClass(const FormContext& context, OpenCards& cards, QWidget* parent)
     : QDialog(parent), m_context(context), m_cards(cards), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmClass"));
+    const ToldOnce together;
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(QStringLiteral("Manage classifications"));
     buildUi();
@@ -242,17 +244,15 @@ void frmClass::fillList() {
         return;
     const ItemKind& kind = *itemKind(at.kind);
     ItemList list({{kind.list.headings.front()}});
-    Classification reader = classes();
-    bool isRead = true;
-    if (at.node == ClassTree::SubCategory)
-        isRead = reader.items(at.id, list);
-    else if (at.node == ClassTree::Category)
-        isRead = reader.itemsOfCategory(at.id, list);
-    else if (at.node == ClassTree::GlobalView)
-        isRead = reader.globalView(list);
-    if (!isRead)
-        return;
-    m_isOutdated = false;
+    m_isOutdated = !readInto(m_list, m_context.session, [&] {
+        Classification reader = classes();
+        if (at.node == ClassTree::SubCategory)
+            reader.items(at.id, list);
+        else if (at.node == ClassTree::Category)
+            reader.itemsOfCategory(at.id, list);
+        else if (at.node == ClassTree::GlobalView)
+            reader.globalView(list);
+    });
     m_model->setList(std::move(list));
     const QHeaderView* header = m_list->header();
     if (header->sortIndicatorSection() >= 0 && header->sortIndicatorSection() < m_model->columnCount())

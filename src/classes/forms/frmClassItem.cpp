@@ -5,6 +5,7 @@
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QAction>
 #include <QLabel>
@@ -21,7 +22,15 @@ frmClassItem::frmClassItem(Classification& classes, const IconStore& icons, cons
     setWindowTitle(QStringLiteral(" Item classification"));
     const bool several = cards.size() != 1;
     buildUi(icons, several ? QString::number(cards.size()) : name, several);
-    check(cards);
+    readInto(this, classes.session(), [&] {
+        m_model->setList(classes.subCategories());
+        check(cards);
+    });
+    m_hint->setVisible(!isUnreadable(this) && m_model->rowCount() == 0);
+    FormHelpers::fitColumns(m_view);
+    if (m_model->rowCount() > 0)
+        m_view->setCurrentIndex(m_checks->index(0, 0));
+    m_view->setFocus();
 }
 
 void frmClassItem::buildUi(const IconStore& icons, const QString& name, bool several) {
@@ -32,17 +41,15 @@ void frmClassItem::buildUi(const IconStore& icons, const QString& name, bool sev
         several ? prompt + u'\n' +
                       tr("A half-checked box is of some of them only; left so, each card stays as it is.")
                 : tr("Check the sub-categories that the card is to be in.")));
-    auto* model = new ItemListModel(icons, this);
-    model->setList(m_classes.subCategories());
-    m_checks = new CheckedList(model);
-    m_view = FormHelpers::itemView(this, QStringLiteral("lvSubCategories"), model, true);
+    m_model = new ItemListModel(icons, this);
+    m_checks = new CheckedList(m_model);
+    m_view = FormHelpers::itemView(this, QStringLiteral("lvSubCategories"), m_model, true);
     m_view->setModel(m_checks);
     m_view->setAccessibleName(tr("Sub-categories"));
     layout->addWidget(m_view, 1);
-    if (model->rowCount() == 0)
-        layout->addWidget(FormHelpers::quietLabel(
-            tr("There are no sub-categories yet. \"Manage classifications\" makes them.")));
-    FormHelpers::fitColumns(m_view);
+    m_hint = FormHelpers::quietLabel(
+        tr("There are no sub-categories yet. \"Manage classifications\" makes them."));
+    layout->addWidget(m_hint);
 
     // The box stands in the first column, and the row's other column can have the focus.
     auto* toggle = new QAction(tr("Check or uncheck"), m_view);
@@ -56,9 +63,6 @@ void frmClassItem::buildUi(const IconStore& icons, const QString& name, bool sev
     QPushButton* ok = FormHelpers::buttonRow(this, layout, tr("&OK"), QStringLiteral("cmdOk"));
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     resize(520, 480);
-    if (model->rowCount() > 0)
-        m_view->setCurrentIndex(m_checks->index(0, 0));
-    m_view->setFocus();
 }
 
 void frmClassItem::check(const std::vector<qint64>& cards) {

@@ -5,10 +5,12 @@
 
 #include <QDialog>
 
+class QLabel;
 class QTreeView;
 
 namespace tessaranth {
 
+class ItemListModel;
 class CheckedList;
 class IconStore;
 
@@ -35,7 +37,9 @@ private:
 
     Classification& m_classes;
     CheckedList* m_checks = nullptr;
+    ItemListModel* m_model = nullptr;
     QTreeView* m_view = nullptr;
+    QLabel* m_hint = nullptr; ///< what to do where there is nothing to choose
 };
 
 } // namespace tessaranth

@@ -4,6 +4,7 @@
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -68,9 +69,13 @@ void ListPanel::setDefaultCommand(const QString& key) {
 }
 
 void ListPanel::load() {
+    readInto(this, m_context.session, [this] { reload(); });
+    enable();
+}
+
+void ListPanel::reload() {
     ItemList list;
-    if (!readList(list))
-        return;
+    readList(list);
     const std::vector<qint64> before = selected();
     {
         const QSignalBlocker blocker(m_view->selectionModel());
@@ -81,7 +86,6 @@ void ListPanel::load() {
     restoreWidths();
     select(before);
     m_empty->setVisible(m_model->rowCount() == 0);
-    enable();
 }
 
 // What was selected may be thousands of rows.
@@ -122,7 +126,8 @@ void ListPanel::keepWidths(int column) {
 }
 
 QString ListPanel::heading() const {
-    return m_words.heading + QStringLiteral(" (") + QString::number(m_model->rowCount()) + u')';
+    const QString count = isUnreadable(this) ? QStringLiteral("?") : QString::number(m_model->rowCount());
+    return m_words.heading + QStringLiteral(" (") + count + u')';
 }
 
 std::vector<qint64> ListPanel::selected() const { return FormHelpers::selectedIds(m_view, m_model); }

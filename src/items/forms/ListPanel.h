@@ -31,7 +31,7 @@ protected:
     };
     ListPanel(const CardContext& context, const Words& words, QWidget* parent);
 
-    virtual bool readList(ItemList& list) = 0;
+    virtual bool readList(ItemList& list) = 0; ///< false after a failure, which has been told
     /// A command that is in the context menu too, in the order of these calls.
     void addEntry(const QString& key, const QString& caption, const QString& shortcut,
                   std::function<void()> what, std::function<bool()> when = {});
@@ -52,6 +52,7 @@ private:
     void restoreWidths();
     void keepWidths(int column);
     void fitEmptyText();
+    void reload();
 
     Words m_words;
     bool m_fitting = false; ///< widths change though the user did not change them

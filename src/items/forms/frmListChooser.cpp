@@ -8,6 +8,7 @@
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -109,8 +110,7 @@ bool frmListChooser::readList(ItemList& list) const {
 // The first match is selected while somebody types; with nothing typed nothing is chosen by chance.
 void frmListChooser::fill() {
     ItemList list;
-    if (!readList(list))
-        return;
+    readInto(m_list.view, m_context.session, [&] { return readList(list); });
     if (m_match != 0)
         std::erase_if(m_chosen, [this](const Chosen& chosen) { return chosen.id == m_match; });
     if (!m_several)

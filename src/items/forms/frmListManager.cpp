@@ -7,6 +7,7 @@
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "widgets/WindowProgress.h"
 
 #include <QDialogButtonBox>
@@ -100,8 +101,9 @@ void frmListManager::buildUi() {
 
 void frmListManager::fill() {
     ItemList list;
-    if (CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
-        m_list.model->setList(std::move(list));
+    readInto(m_list.view, m_context.session,
+             [&] { CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()); });
+    m_list.model->setList(std::move(list));
     if (!m_list.text->text().trimmed().isEmpty() && m_list.model->rowCount() > 0)
         m_list.view->setCurrentIndex(m_list.model->index(0, 0));
     m_count->setText(itemKind(m_kind)->countCaption + QString::number(m_list.model->rowCount()));

@@ -5,6 +5,7 @@
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -20,7 +21,11 @@ frmMigrate::frmMigrate(const FormContext& context, int kind, qint64 source, Open
     const QString noun = kind == ItemKind::Custom ? QStringLiteral("Custom") : itemKind(kind)->noun;
     setWindowTitle(QStringLiteral("  Migrate ") + noun);
     buildUi();
-    fill();
+    const auto read = [&] {
+        m_from->setText(tr("From: %1").arg(CMIT(context.session).nameOf(kind, source)));
+        fill();
+    };
+    readInto(this, context.session, read);
 }
 
 void frmMigrate::buildUi() {
@@ -28,10 +33,10 @@ void frmMigrate::buildUi() {
     layout->addWidget(
         FormHelpers::head(m_context.icons, itemKind(m_kind)->iconKey, windowTitle().trimmed(),
                           QStringLiteral("Assign all selected card related elements to another card.")));
-    auto* from = new QLabel(tr("From: %1").arg(CMIT(m_context.session).nameOf(m_kind, m_source)));
-    from->setTextFormat(Qt::PlainText);
-    from->setWordWrap(true);
-    layout->addWidget(from);
+    m_from = new QLabel;
+    m_from->setTextFormat(Qt::PlainText);
+    m_from->setWordWrap(true);
+    layout->addWidget(m_from);
     m_list = FormHelpers::narrowedList(this, m_context.icons,
                                        {QStringLiteral("txtFilter"), tr("Beginning of the target's name"),
                                         tr("To: type the beginning of a name"), QStringLiteral("lvTarget"),
@@ -50,8 +55,9 @@ void frmMigrate::buildUi() {
 
 void frmMigrate::fill() {
     ItemList list;
-    if (CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()))
-        m_list.model->setList(std::move(list));
+    readInto(m_list.view, m_context.session,
+             [&] { CMIT(m_context.session).ElencoInLv(m_kind, list, m_list.text->text().trimmed()); });
+    m_list.model->setList(std::move(list));
     FormHelpers::fitColumns(m_list.view);
     enable();
 }

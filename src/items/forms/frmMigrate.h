@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+class QLabel;
+
 namespace tessaranth {
 
 class OpenCards;
@@ -30,6 +32,7 @@ private:
     qint64 m_source;
     OpenCards* m_cards;
     FormHelpers::NarrowedList m_list;
+    QLabel* m_from = nullptr;
     QPushButton* m_migrate = nullptr;
 };
 

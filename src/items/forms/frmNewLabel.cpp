@@ -4,6 +4,7 @@
 #include "items/CMIT.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 
 #include <QClipboard>
 #include <QFormLayout>
@@ -29,10 +30,12 @@ frmNewLabel::frmNewLabel(const FormContext& context, qint64 id, QWidget* parent)
     setObjectName(QStringLiteral("frmNewLabel"));
     setWindowTitle(id == 0 ? QStringLiteral(" Add new label") : QStringLiteral(" Edit label"));
     buildUi();
-    if (id != 0)
-        m_name->setText(CMIT(context.session).nameOf(ItemKind::Label, id));
+    readInto(this, context.session, [&] {
+        if (id != 0)
+            m_name->setText(CMIT(context.session).nameOf(ItemKind::Label, id));
+        showLogo(m_labels.logo(id));
+    });
     m_stored = m_name->text();
-    showLogo(m_labels.logo(id));
 }
 
 void frmNewLabel::buildUi() {

@@ -6,6 +6,7 @@
 #include "items/CustomCards.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 
 #include <QFormLayout>
 #include <QLineEdit>
@@ -20,7 +21,8 @@ frmNewUserDef::frmNewUserDef(const FormContext& context, qint64 id, OpenCards* c
     setWindowTitle(id == 0 ? QStringLiteral(" New Custom item") : QStringLiteral(" Edit Custom item"));
     buildUi();
     if (id != 0)
-        m_title->setText(CMIT(context.session).nameOf(ItemKind::Custom, id));
+        readInto(this, context.session,
+                 [&] { m_title->setText(CMIT(context.session).nameOf(ItemKind::Custom, id)); });
     m_stored = m_title->text();
 }
 

@@ -6,6 +6,7 @@
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 #include "widgets/frmCharmap.h"
 
 #include <QFormLayout>
@@ -34,7 +35,7 @@ frmPers::frmPers(const FormContext& context, int kind, qint64 id, QWidget* paren
     setWindowTitle((id == 0 ? QStringLiteral(" New") : QStringLiteral(" Edit")) + noun);
     buildUi();
     if (id != 0)
-        m_stored = CMIT(context.session).person(kind, id);
+        readInto(this, context.session, [&] { m_stored = CMIT(context.session).person(kind, id); });
     show(m_stored);
 }
 

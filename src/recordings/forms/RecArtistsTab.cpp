@@ -4,7 +4,7 @@
 #include "items/CMIT.h"
 #include "items/forms/frmListChooser.h"
 #include "recordings/forms/WksOnPfr.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/IconStore.h"
 #include "widgets/OrderedTree.h"
 
@@ -111,7 +111,7 @@ std::vector<qint64> RecArtistsTab::idsOf(const std::vector<RecordingArtist>& art
     return ids;
 }
 
-void RecArtistsTab::load() {
+void RecArtistsTab::read() {
     m_composers.shown = m_context.editor.composers();
     m_performers.shown = m_context.editor.performers();
     for (Artists* artists : {&m_composers, &m_performers}) {
@@ -169,8 +169,11 @@ void RecArtistsTab::add(Artists& artists, const QString& listTitle) {
             selected.push_back(int(found - present.begin()));
             continue;
         }
+        Person person;
+        if (!guarded(m_context.session,
+                     [&] { person = CMIT(m_context.session).person(artists.kind, ids[i]); }))
+            break;
         selected.push_back(int(artists.shown.size()));
-        const Person person = CMIT(m_context.session).person(artists.kind, ids[i]);
         artists.shown.push_back(
             {ids[i], names[qsizetype(i)], yearsText(person.born, person.died), person.acronym});
     }

@@ -16,10 +16,12 @@ class RecArtistsTab final : public RecTab {
 public:
     explicit RecArtistsTab(RecContext& context);
 
-    void load() override;
     bool isChanged() const override { return isChanged(m_composers) || isChanged(m_performers); }
     bool apply() override;
     QWidget* firstField() const override;
+
+protected:
+    void read() override;
 
 private:
     /// One of the two lists, on the screen and in the catalog.

@@ -108,7 +108,7 @@ std::vector<Casting> RecCastTab::rowsOf(const Cast& cast) {
     return rows;
 }
 
-void RecCastTab::load() {
+void RecCastTab::read() {
     m_performers = m_context.editor.performers();
     m_parts.clear();
     for (PlacedWork& work : m_context.editor.works()) {
@@ -116,7 +116,6 @@ void RecCastTab::load() {
         m_parts.push_back({std::move(work), cast, cast});
     }
     showWorks();
-    emit changed();
 }
 
 bool RecCastTab::isChanged() const {

@@ -21,11 +21,13 @@ class RecCastTab final : public RecTab {
 public:
     explicit RecCastTab(RecContext& context);
 
-    void load() override;
     bool isChanged() const override;
     bool apply() override;
     QString obstacle() const override;
     QWidget* firstField() const override;
+
+protected:
+    void read() override;
 
 private:
     /// The roles of every performer in a work; none for one without a role.

@@ -12,6 +12,7 @@
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -165,21 +166,21 @@ void RecContentsPanel::manage() { frmRec(m_context, m_context.id, &m_context.car
 
 void RecContentsPanel::load() {
     m_specs->setLabelColour(CardColours::read(m_context.session.configuration(), m_context.code).label);
-    RecordingContents::Specs specs;
-    if (RecordingContents(m_context.session, m_context.id).LoadRecSpecs(specs)) {
+    readInto(this, m_context.session, [this] {
+        RecordingContents::Specs specs;
+        RecordingContents(m_context.session, m_context.id).LoadRecSpecs(specs);
         m_specs->show(specs.lines);
         m_specs->showLogo(specs.logoFile, specs.labelName);
-    }
-    loadArtists();
-    loadWorks();
-    loadTracks();
+        loadArtists();
+        loadWorks();
+        loadTracks();
+    });
     emit changed();
 }
 
 void RecContentsPanel::loadArtists() {
     RecordingContents::Artists artists;
-    if (!RecordingContents(m_context.session, m_context.id).LoadRecArtists(artists))
-        return;
+    RecordingContents(m_context.session, m_context.id).LoadRecArtists(artists);
     m_tabs->setTabText(Artists,
                        tr("Composers (%1), performers (%2)").arg(artists.composers).arg(artists.performers));
     m_lists[Artists].model->setList(std::move(artists.list));
@@ -188,8 +189,7 @@ void RecContentsPanel::loadArtists() {
 
 void RecContentsPanel::loadWorks() {
     RecordingContents::Works works;
-    if (!RecordingContents(m_context.session, m_context.id).LoadRecContents(works))
-        return;
+    RecordingContents(m_context.session, m_context.id).LoadRecContents(works);
     m_tabs->setTabText(Works, tr("Works (%1)").arg(works.list.rowCount()));
     m_performers->setText(works.performers);
     m_lists[Works].model->setList(std::move(works.list));
@@ -198,8 +198,7 @@ void RecContentsPanel::loadWorks() {
 
 void RecContentsPanel::loadTracks() {
     RecordingContents::Tracks tracks;
-    if (!RecordingContents(m_context.session, m_context.id).LoadRecTracks(tracks))
-        return;
+    RecordingContents(m_context.session, m_context.id).LoadRecTracks(tracks);
     m_tabs->setTabText(Tracks, tr("Tracks (%1)").arg(tracks.count));
     QTreeView* view = m_lists[Tracks].view;
     m_lists[Tracks].model->setList(std::move(tracks.list));

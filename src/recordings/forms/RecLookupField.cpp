@@ -3,6 +3,7 @@
 
 #include "items/CMIT.h"
 #include "items/forms/frmListChooser.h"
+#include "store/Guarded.h"
 #include "widgets/FormHelpers.h"
 
 #include <QHBoxLayout>
@@ -43,8 +44,8 @@ RecLookupField::RecLookupField(const RecContext& context, int kind, const QStrin
 }
 
 void RecLookupField::setId(qint64 id) {
-    m_id = id;
     m_name->setText(id == 0 ? QString() : CMIT(m_context.session).nameOf(m_kind, id));
+    m_id = id;
     m_name->setCursorPosition(0);
     m_clear->setEnabled(id != 0);
 }
@@ -75,11 +76,9 @@ void RecLookupField::choose(const QString& typed) {
     form.select(m_id);
     if (!typed.isEmpty())
         form.narrow(typed);
-    if (form.exec() == QDialog::Accepted) {
-        setId(form.id());
-    } else if (form.hasCreated()) {
-        setId(m_id);
-    }
+    const qint64 chosen = form.exec() == QDialog::Accepted ? form.id() : m_id;
+    if (chosen != m_id || form.hasCreated())
+        guarded(m_context.session, [&] { setId(chosen); });
     emit changed();
 }
 

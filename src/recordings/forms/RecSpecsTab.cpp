@@ -29,20 +29,18 @@ struct TextField {
     const char* objectName;
     const char* column; ///< of Rec
     QString caption;
-    QString RecordingSpecs::*value;
     int row;
     Half half;
 };
 const std::vector<TextField>& textFields() {
     static const std::vector<TextField> fields{
-        {"txtTitle", "RecTitle", RecSpecsTab::tr("T&itle:"), &RecordingSpecs::title, 0, Both},
-        {"txtSubTitle", "RecSubTitle", RecSpecsTab::tr("S&ub title:"), &RecordingSpecs::subtitle, 1, Both},
-        {"txtProdNbr", "ProdNbr", RecSpecsTab::tr("Production nu&mber:"), &RecordingSpecs::productionNumber,
-         2, Right},
-        {"txtBarcode", "Barcode", RecSpecsTab::tr("&Barcode:"), &RecordingSpecs::barcode, 3, Right},
-        {"txtLocation", "LocationCode", RecSpecsTab::tr("&Where kept:"), &RecordingSpecs::location, 4, Right},
-        {"txtRelDate", "RelDate", RecSpecsTab::tr("Release &year:"), &RecordingSpecs::released, 5, Right},
-        {"txtPrice", "Price", RecSpecsTab::tr("&Price:"), &RecordingSpecs::price, 6, Right}};
+        {"txtTitle", "RecTitle", RecSpecsTab::tr("T&itle:"), 0, Both},
+        {"txtSubTitle", "RecSubTitle", RecSpecsTab::tr("S&ub title:"), 1, Both},
+        {"txtProdNbr", "ProdNbr", RecSpecsTab::tr("Production nu&mber:"), 2, Right},
+        {"txtBarcode", "Barcode", RecSpecsTab::tr("&Barcode:"), 3, Right},
+        {"txtLocation", "LocationCode", RecSpecsTab::tr("&Where kept:"), 4, Right},
+        {"txtRelDate", "RelDate", RecSpecsTab::tr("Release &year:"), 5, Right},
+        {"txtPrice", "Price", RecSpecsTab::tr("&Price:"), 6, Right}};
     return fields;
 }
 
@@ -51,14 +49,13 @@ struct Lookup {
     const char* noun;
     const char* listTitle;
     QString caption;
-    qint64 RecordingSpecs::*value;
+    const char* column; ///< of Rec
 };
 const std::vector<Lookup>& lookups() {
     static const std::vector<Lookup> fields{
-        {ItemKind::Support, "Support", "  Supports list", RecSpecsTab::tr("Supp&ort:"),
-         &RecordingSpecs::carrier},
-        {ItemKind::Source, "Source", "  Sources list", RecSpecsTab::tr("Sou&rce:"), &RecordingSpecs::source},
-        {ItemKind::Label, "Label", "  Labels list", RecSpecsTab::tr("&Label:"), &RecordingSpecs::label}};
+        {ItemKind::Support, "Support", "  Supports list", RecSpecsTab::tr("Supp&ort:"), "SupportID"},
+        {ItemKind::Source, "Source", "  Sources list", RecSpecsTab::tr("Sou&rce:"), "SourceID"},
+        {ItemKind::Label, "Label", "  Labels list", RecSpecsTab::tr("&Label:"), "LabelID"}};
     return fields;
 }
 
@@ -183,33 +180,32 @@ void RecSpecsTab::buildEnd(QGridLayout* grid) {
 
 QWidget* RecSpecsTab::firstField() const { return m_texts[0]; }
 
-void RecSpecsTab::load() {
-    m_read = m_context.editor.specs();
+void RecSpecsTab::read() {
+    m_read = m_context.editor.openSpecs();
     show(m_read);
     m_shown = typed();
-    emit changed();
 }
 
 void RecSpecsTab::show(const RecordingSpecs& specs) {
     for (size_t i = 0; i < m_texts.size(); ++i) {
-        m_texts[i]->setText(specs.*textFields()[i].value);
+        m_texts[i]->setText(specs.text(textFields()[i].column));
         m_texts[i]->setCursorPosition(0);
     }
     for (size_t i = 0; i < m_lookups.size(); ++i)
-        m_lookups[i]->setId(specs.*lookups()[i].value);
-    m_units->setText(QString::number(specs.units));
+        m_lookups[i]->setId(specs.number(lookups()[i].column));
+    m_units->setText(QString::number(specs.units()));
     checkUnits();
-    selectText(m_spars, specs.spars);
-    selectText(m_rating, specs.rating);
-    m_reference->setChecked(specs.reference);
-    m_notes->setPlainText(specs.notes);
+    selectText(m_spars, specs.text("Spars"));
+    selectText(m_rating, specs.text("Rating"));
+    m_reference->setChecked(specs.flag("RefRec"));
+    m_notes->setPlainText(specs.text("Notes"));
     showDates();
 }
 
 void RecSpecsTab::showDates() {
-    const RecordingSpecs now = m_context.editor.id() == 0 ? RecordingSpecs() : m_context.editor.specs();
-    m_dates->setText(now.added.isEmpty() ? QString()
-                                         : tr("Added: %1     Modified: %2").arg(now.added, now.modified));
+    const QString added = m_read.text("AddDate");
+    m_dates->setText(added.isEmpty() ? QString()
+                                     : tr("Added: %1     Modified: %2").arg(added, m_read.text("ModDate")));
 }
 
 // Units that are refused stand as 0, which differs from every number that could have been read.
@@ -217,14 +213,14 @@ RecordingSpecs RecSpecsTab::typed() const {
     RecordingSpecs specs = m_read;
     specs.id = m_context.editor.id();
     for (size_t i = 0; i < m_texts.size(); ++i)
-        specs.*textFields()[i].value = m_texts[i]->text();
+        specs.set(textFields()[i].column, m_texts[i]->text());
     for (size_t i = 0; i < m_lookups.size(); ++i)
-        specs.*lookups()[i].value = m_lookups[i]->id();
-    specs.units = RecordingEditor::units(m_units->text()).value_or(0);
-    specs.spars = m_spars->currentText();
-    specs.rating = m_rating->currentText();
-    specs.reference = m_reference->isChecked();
-    specs.notes = m_notes->toPlainText();
+        specs.set(lookups()[i].column, m_lookups[i]->id());
+    specs.set("UnitsNbr", RecordingEditor::units(m_units->text()).value_or(0));
+    specs.set("Spars", m_spars->currentText());
+    specs.set("Rating", m_rating->currentText());
+    specs.set("RefRec", m_reference->isChecked());
+    specs.set("Notes", m_notes->toPlainText());
     return specs;
 }
 

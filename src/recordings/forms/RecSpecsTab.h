@@ -21,7 +21,6 @@ class RecSpecsTab final : public RecTab {
 public:
     explicit RecSpecsTab(RecContext& context);
 
-    void load() override;
     bool isChanged() const override { return typed() != m_shown; }
     bool canApply() const override;
     bool apply() override;
@@ -32,6 +31,7 @@ public:
     void showDates();
 
 protected:
+    void read() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

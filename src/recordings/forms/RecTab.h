@@ -26,17 +26,18 @@ class RecTab : public QWidget {
 public:
     explicit RecTab(RecContext& context) : m_context(context) {}
 
-    /// Reads its part of the recording again; edits are gone then.
-    virtual void load() = 0;
+    /// Reads its part of the recording again; edits are gone then. A failure is told.
+    void load();
+    /// False after a failure: what the tab shows is not what the catalog holds.
+    bool isRead() const { return m_isRead; }
     /// True while it shows what the catalog does not hold.
     virtual bool isChanged() const = 0;
     /// False while what is shown must not be saved, though it is changed.
     virtual bool canApply() const { return isChanged(); }
     /// Saves what is changed. False when that was refused; everything stays as typed then.
     virtual bool apply() = 0;
-    /// Why the tab cannot be used yet, in a sentence for the user; empty when it can.
+    /// Why the tab cannot be used yet, in a sentence for the user; empty when it can. Throws SqlError.
     virtual QString obstacle() const { return {}; }
-    bool isUsable() const { return obstacle().isEmpty(); }
     /// Where typing starts.
     virtual QWidget* firstField() const = 0;
 
@@ -45,11 +46,18 @@ signals:
     void changed();
 
 protected:
+    /// Reads and shows; throws SqlError.
+    virtual void read() = 0;
+    /// Runs what reads a part of it again.
+    bool reading(const std::function<void()>& job);
     /// A command on the rows of a list; `tip` is its name in the help.
     QPushButton* command(QAbstractItemView* view, const QString& caption, const char* objectName,
                          const QString& tip, const char* key, const std::function<void()>& run);
 
     RecContext& m_context;
+
+private:
+    bool m_isRead = true;
 };
 
 } // namespace tessaranth

@@ -142,7 +142,7 @@ QString RecTracksTab::discId() const { return m_discId->text().trimmed(); }
 
 // ---- discs
 
-void RecTracksTab::load() {
+void RecTracksTab::read() {
     clearInput();
     fillDiscs();
     showDisc();
@@ -150,7 +150,7 @@ void RecTracksTab::load() {
 
 void RecTracksTab::fillDiscs() {
     const QSignalBlocker blocker(m_discs);
-    const int discs = qMax(1, m_context.editor.specs().units);
+    const int discs = qMax(1, m_context.editor.specs().units());
     m_disc = qBound(1, m_disc, discs);
     m_discs->clear();
     for (int disc = 1; disc <= discs; ++disc)
@@ -174,7 +174,7 @@ void RecTracksTab::changeDisc() {
     m_disc = wanted;
     const QSignalBlocker blocker(m_discs); // saving has filled it again
     m_discs->setCurrentIndex(wanted - 1);
-    showDisc();
+    reading([this] { showDisc(); });
 }
 
 void RecTracksTab::showDisc() {
@@ -194,10 +194,12 @@ bool RecTracksTab::apply() {
     if (!m_context.editor.applyTracks(m_disc, tracks, id))
         return false;
     const std::vector<int> selected = m_list->selectedRows();
-    m_tracks = m_read = m_context.editor.tracks(m_disc);
-    m_readId = m_context.editor.discId(m_disc).trimmed();
-    m_discId->setText(m_readId);
-    show(selected);
+    reading([&] {
+        m_tracks = m_read = m_context.editor.tracks(m_disc);
+        m_readId = m_context.editor.discId(m_disc).trimmed();
+        m_discId->setText(m_readId);
+        show(selected);
+    });
     return true;
 }
 

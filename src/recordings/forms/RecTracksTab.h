@@ -19,7 +19,6 @@ class RecTracksTab final : public RecTab {
 public:
     explicit RecTracksTab(RecContext& context);
 
-    void load() override;
     bool isChanged() const override { return isListChanged() || isTyped(); }
     bool apply() override;
     QWidget* firstField() const override;
@@ -27,6 +26,7 @@ public:
     void addText(const QString& text);
 
 protected:
+    void read() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -2,7 +2,7 @@
 #include "recordings/forms/RecWorksTab.h"
 
 #include "items/forms/frmListChooser.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/OrderedTree.h"
@@ -86,7 +86,8 @@ void RecWorksTab::buildChoice(QBoxLayout* layout) {
     m_composer = combo(tr("C&omposer:"), "cboCps", tr("Composer"));
     m_category = combo(tr("Cate&gory:"), "cboCat", tr("Category of the works offered"));
     layout->addLayout(row);
-    connect(m_composer, &QComboBox::currentIndexChanged, this, &RecWorksTab::fillCategories);
+    connect(m_composer, &QComboBox::currentIndexChanged, this,
+            [this] { reading([this] { fillCategories(); }); });
 }
 
 void RecWorksTab::buildTree(QBoxLayout* layout) {
@@ -149,7 +150,7 @@ QString RecWorksTab::obstacle() const {
 
 // ---- reading and showing
 
-void RecWorksTab::load() {
+void RecWorksTab::read() {
     m_performers = m_context.editor.performers();
     m_read = m_context.editor.works();
     m_works = grouped(m_read);
@@ -352,14 +353,21 @@ void RecWorksTab::addWorks() {
     const std::vector<int> present = worksOf(composer);
     int place = present.empty() ? int(m_works.size()) : present.back() + 1;
     std::vector<int> selected;
-    CWKS works(m_context.session);
-    const QString acronym = works.acronym(composer);
-    for (const qint64 id : form.ids()) {
-        const Work work = works.work(id);
+    QString acronym;
+    std::vector<Work> chosen;
+    const bool isRead = guarded(m_context.session, [&] {
+        CWKS works(m_context.session);
+        acronym = works.acronym(composer);
+        for (const qint64 id : form.ids())
+            chosen.push_back(works.work(id));
+    });
+    if (!isRead)
+        return;
+    for (const Work& work : chosen) {
         const QString number = CWKS::numberText(acronym, work.number);
         PlacedWork placed;
         placed.composer = composer;
-        placed.work = id;
+        placed.work = work.id;
         placed.title = number.isEmpty() ? work.title : work.title + QStringLiteral(", ") + number;
         if (m_all->isChecked())
             for (const RecordingArtist& performer : m_performers)

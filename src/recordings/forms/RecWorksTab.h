@@ -21,11 +21,13 @@ class RecWorksTab final : public RecTab {
 public:
     explicit RecWorksTab(RecContext& context);
 
-    void load() override;
     bool isChanged() const override;
     bool apply() override;
     QString obstacle() const override;
     QWidget* firstField() const override;
+
+protected:
+    void read() override;
 
 private:
     void buildChoice(QBoxLayout* layout);

@@ -3,6 +3,7 @@
 
 #include "items/OpenCards.h"
 #include "recordings/forms/frmRecList.h"
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "widgets/CardColours.h"
 #include "works/CWKS.h"
@@ -81,7 +82,9 @@ void WorksPanel::Remove_Work() {
 
 void WorksPanel::listRecordings() {
     const qint64 work = theOne();
-    const QString name = CWKS(m_context.session).work(work).title;
+    QString name;
+    if (!guarded(m_context.session, [&] { name = CWKS(m_context.session).work(work).title; }))
+        return;
     frmRecList(m_context, work, name, &m_context.cards, window()).exec();
 }
 

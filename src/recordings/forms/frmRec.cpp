@@ -9,7 +9,7 @@
 #include "recordings/forms/RecSpecsTab.h"
 #include "recordings/forms/RecTracksTab.h"
 #include "recordings/forms/RecWorksTab.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/Help.h"
 #include "widgets/IconStore.h"
@@ -142,7 +142,10 @@ void frmRec::changeTab(int index) {
             current()->firstField()->setFocus();
             return;
         }
-        if (!m_editor.exists()) {
+        bool isThere = false;
+        if (!guarded(m_context.session, [&] { isThere = m_editor.exists(); }))
+            return;
+        if (!isThere) {
             m_context.session.messages().warning(windowTitle().trimmed(),
                                                  tr("This recording has been deleted meanwhile. This window "
                                                     "shows what was typed last; nothing of "
@@ -155,7 +158,7 @@ void frmRec::changeTab(int index) {
 }
 
 bool frmRec::leave() {
-    if (!current()->isChanged())
+    if (!m_obstacle.isEmpty() || !current()->isChanged())
         return true;
     const FormHelpers::Unsaved changes = FormHelpers::settleUnsaved(
         m_context.session.messages(), unsavedTitle, unsavedQuestion, [this] { return apply(); });
@@ -166,18 +169,23 @@ bool frmRec::leave() {
 
 // A tab reads its part whenever it is shown: the other tabs, or others, may have changed it.
 void frmRec::showTab() {
+    const ToldOnce together;
     m_shown = m_tabs->currentIndex();
-    const QString obstacle = current()->obstacle();
-    QStackedWidget* page = m_pages[size_t(m_shown)];
-    page->setCurrentIndex(obstacle.isEmpty() ? 0 : 1);
-    page->findChild<QLabel*>(QStringLiteral("obstacle"))->setText(obstacle);
-    if (obstacle.isEmpty()) {
-        current()->load();
-        current()->firstField()->setFocus();
-    }
-    showHead();
+    m_obstacle.clear();
+    const bool isRead = guarded(m_context.session, [this] {
+        m_obstacle = current()->obstacle();
+        if (m_obstacle.isEmpty())
+            current()->load();
+        showHead();
+    });
+    if (!isRead)
+        m_obstacle = unreadable();
     enable();
+    if (m_obstacle.isEmpty())
+        current()->firstField()->setFocus();
 }
+
+QString frmRec::unreadable() { return tr("This part of the recording cannot be read."); }
 
 void frmRec::showHead() {
     const TabWords& shown = words[m_shown];
@@ -186,7 +194,7 @@ void frmRec::showHead() {
     setWindowTitle(captionOf(m_editor.id()));
     // The other tabs do not tell which recording they are about.
     constexpr int titleWidth = 280;
-    const QString title = m_shown == 0 ? QString() : m_editor.specs().title;
+    const QString title = m_shown == 0 ? QString() : m_editor.specs().title();
     m_title->setText(m_title->fontMetrics().elidedText(title, Qt::ElideRight, titleWidth));
     m_title->setToolTip(title);
     for (int tab = 1; tab < m_tabs->count(); ++tab) {
@@ -197,7 +205,12 @@ void frmRec::showHead() {
 
 // Enter saves the specifications; in the other tabs it has a meaning of its own.
 void frmRec::enable() {
-    const bool usable = m_pages[size_t(m_shown)]->currentIndex() == 0;
+    if (!current()->isRead() && m_obstacle.isEmpty())
+        m_obstacle = unreadable();
+    const bool usable = m_obstacle.isEmpty();
+    QStackedWidget* page = m_pages[size_t(m_shown)];
+    page->setCurrentIndex(usable ? 0 : 1);
+    page->findChild<QLabel*>(QStringLiteral("obstacle"))->setText(m_obstacle);
     m_apply->setEnabled(usable && current()->canApply());
     m_cancel->setEnabled(usable && current()->isChanged());
     m_apply->setDefault(m_shown == 0);
@@ -207,7 +220,9 @@ void frmRec::enable() {
 
 // Yes shows the other recording instead of adding this one, No adds it all the same.
 bool frmRec::settleDoubles() {
-    const std::vector<RecordingDouble> doubles = m_editor.doubles(m_specs->typed());
+    std::vector<RecordingDouble> doubles;
+    if (!guarded(m_context.session, [&] { doubles = m_editor.doubles(m_specs->typed()); }))
+        return false;
     if (doubles.empty())
         return true;
     QString text = tr("The collection may hold this recording already:");
@@ -249,15 +264,12 @@ bool frmRec::apply() {
     if (isNew)
         beginWithMainPanel(m_context.session, QStringLiteral("Rec"), m_editor.id());
     m_saved = true;
-    showHead();
+    guarded(m_context.session, [this] { showHead(); });
     enable();
     return true;
 }
 
-void frmRec::revert() {
-    current()->load();
-    current()->firstField()->setFocus();
-}
+void frmRec::revert() { showTab(); }
 
 void frmRec::reject() {
     if (!leave() || !isVisible())

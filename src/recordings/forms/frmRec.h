@@ -35,7 +35,8 @@ private:
     RecTab* current() const;
     void changeTab(int index);
     void showTab();
-    void showHead();
+    void showHead(); ///< throws SqlError
+    static QString unreadable();
     void enable();
     bool leave();
     bool apply();
@@ -48,6 +49,7 @@ private:
     std::vector<QStackedWidget*> m_pages; ///< of each tab: itself, or why it cannot be used yet
     std::vector<QShortcut*> m_idleKeys;   ///< of each tab: takes its key while it is disabled
     int m_shown = 0;                      ///< the tab that is left when another one is chosen
+    QString m_obstacle;                   ///< why the tab that is shown cannot be used; empty when it can
     bool m_saved = false;
     QTabWidget* m_tabs = nullptr;
     QLabel* m_title = nullptr;

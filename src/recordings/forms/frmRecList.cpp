@@ -6,6 +6,7 @@
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -44,8 +45,8 @@ void frmRecList::buildUi(const IconStore& icons, const QString& workName) {
 
 void frmRecList::fill(qint64 work) {
     ItemList list;
-    if (RecordingLists::withWork(m_session, work, list))
-        m_model->setList(std::move(list));
+    readInto(m_view, m_session, [&] { RecordingLists::withWork(m_session, work, list); });
+    m_model->setList(std::move(list));
     FormHelpers::fitColumns(m_view);
     m_view->setCurrentIndex(m_model->index(0, 0));
     m_state->setText(tr("Recordings: ") + QString::number(m_model->rowCount()));

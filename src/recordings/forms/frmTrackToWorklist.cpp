@@ -5,6 +5,7 @@
 #include "items/forms/frmListChooser.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -21,6 +22,10 @@ frmTrackToWorklist::frmTrackToWorklist(const FormContext& context, RecordingEdit
     setObjectName(QStringLiteral("frmTrackToWorklist"));
     setWindowTitle(QStringLiteral("Tracks to Worklist"));
     buildUi(titles);
+    readInto(this, context.session, [this] {
+        for (const RecordingArtist& artist : m_editor.composers())
+            m_composer->addItem(artist.name, artist.id);
+    });
     enable();
 }
 
@@ -60,8 +65,6 @@ void frmTrackToWorklist::buildUi(const QStringList& titles) {
     m_composer->setObjectName(QStringLiteral("cboComposer"));
     m_composer->setAccessibleName(tr("Composer"));
     label->setBuddy(m_composer);
-    for (const RecordingArtist& artist : m_editor.composers())
-        m_composer->addItem(artist.name, artist.id);
     connect(m_composer, &QComboBox::currentIndexChanged, this, &frmTrackToWorklist::enable);
     auto* other = new QPushButton(tr("Choose an&other..."));
     other->setObjectName(QStringLiteral("cmdComposer"));

@@ -4,6 +4,7 @@
 #include "items/OpenCards.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
+#include "widgets/Reading.h"
 #include "widgets/WindowProgress.h"
 
 #include <QHeaderView>
@@ -76,8 +77,14 @@ bool frmQuickSearch::prepare() {
 void frmQuickSearch::find() {
     const QString text = m_text->text();
     m_hits->clear();
-    for (const QuickSearch::Group& group : m_search.find(text))
-        addGroup(group);
+    const auto read = [&] {
+        for (const QuickSearch::Group& group : m_search.find(text))
+            addGroup(group);
+    };
+    if (!readInto(m_hits, m_context.session, read)) {
+        m_state->clear();
+        return;
+    }
     if (m_hits->topLevelItemCount() > 0)
         m_hits->setCurrentItem(m_hits->topLevelItem(0)->child(0));
     m_hits->setColumnWidth(0, m_hits->viewport()->width() * 3 / 5);

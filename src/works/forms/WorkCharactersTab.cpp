@@ -5,6 +5,7 @@
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "works/CWKS.h"
 
 #include <QAction>
@@ -76,8 +77,8 @@ void WorkCharactersTab::note(const QString& text) {
 
 void WorkCharactersTab::refresh() {
     ItemList list;
-    if (CWKS(m_session).PersInLv(m_work, list))
-        m_model->setList(std::move(list));
+    readInto(m_view, m_session, [&] { CWKS(m_session).PersInLv(m_work, list); });
+    m_model->setList(std::move(list));
     enable();
 }
 

@@ -2,7 +2,9 @@
 #include "works/forms/WorkDescriptionTab.h"
 
 #include "attachments/forms/frmRTB.h"
+#include "store/Guarded.h"
 #include "text/RichText.h"
+#include "widgets/Reading.h"
 #include "works/WorkDescription.h"
 
 #include <QLabel>
@@ -58,9 +60,13 @@ void WorkDescriptionTab::show(qint64 work, const QString& description) {
 
 void WorkDescriptionTab::showDocument(qint64 work) {
     m_work = work;
-    WorkDescription stored(m_context.session, work);
-    const qint64 document = work == 0 ? 0 : stored.document();
-    const std::optional<QByteArray> text = document == 0 ? std::nullopt : stored.read();
+    qint64 document = 0;
+    std::optional<QByteArray> text;
+    readInto(this, m_context.session, [&] {
+        WorkDescription stored(m_context.session, work);
+        document = work == 0 ? 0 : stored.document();
+        text = document == 0 ? std::nullopt : stored.read();
+    });
     RichText::toDocument(text.value_or(QByteArray()), *m_document->document());
     m_document->setPlaceholderText(document == 0 ? tr("No long description yet.")
                                    : text        ? QString()
@@ -75,8 +81,15 @@ void WorkDescriptionTab::edit() {
     if (work == 0)
         return;
     WorkDescription description(m_context.session, work);
-    frmRTB form(m_context, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr, description.document(), this,
-                [&](const QByteArray& rtf) { return description.write(rtf) ? description.document() : 0; });
+    qint64 document = 0;
+    const auto find = [&] { document = description.document(); };
+    if (!guarded(m_context.session, find))
+        return;
+    frmRTB form(m_context, {QStringLiteral("Comp"), work}, frmRTB::Mode::Descr, document, this,
+                [&](const QByteArray& rtf) {
+                    const bool isWritten = description.write(rtf) && guarded(m_context.session, find);
+                    return isWritten ? document : 0;
+                });
     form.exec();
     showDocument(work);
 }

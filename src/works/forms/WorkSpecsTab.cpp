@@ -4,6 +4,7 @@
 #include "items/CMIT.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 #include "works/CWKS.h"
 
 #include <QComboBox>
@@ -31,9 +32,13 @@ WorkSpecsTab::WorkSpecsTab(Session& session, qint64 composer, QWidget* parent)
     auto* fields = new QFormLayout(this);
     buildTexts(fields);
     buildCombos(fields);
-    fillGroups(WorkGroups::MainWorks);
-    fillGroups(WorkGroups::Genres);
-    fillGenres();
+    readInto(this, session, [this] {
+        m_acronym->setText(CWKS(m_session).acronym(m_composer));
+        m_acronym->setVisible(!m_acronym->text().isEmpty());
+        fillGroups(WorkGroups::MainWorks);
+        fillGroups(WorkGroups::Genres);
+        fillGenres();
+    });
     fillKeys();
 }
 
@@ -50,14 +55,13 @@ void WorkSpecsTab::buildTexts(QFormLayout* fields) {
     fields->addRow(tr("S&ubtitle:"), m_subtitle);
 
     m_number = edit("txtNbr", "CompNbr", tr("&Opus:"));
-    auto* acronym = new QLabel(CWKS(m_session).acronym(m_composer));
-    acronym->setObjectName(QStringLiteral("acronym"));
-    acronym->setTextFormat(Qt::PlainText);
-    acronym->setVisible(!acronym->text().isEmpty());
+    m_acronym = new QLabel;
+    m_acronym->setObjectName(QStringLiteral("acronym"));
+    m_acronym->setTextFormat(Qt::PlainText);
     auto* caption = new QLabel(tr("&Opus:"));
     caption->setBuddy(m_number);
     auto* number = new QHBoxLayout;
-    number->addWidget(acronym);
+    number->addWidget(m_acronym);
     number->addWidget(m_number);
     number->addStretch(1);
     fields->addRow(caption, number);
@@ -103,7 +107,7 @@ void WorkSpecsTab::buildCombos(QFormLayout* fields) {
         return [this, kind] {
             const qint64 id = m_groups.add(kind);
             if (id != 0)
-                fillGroups(kind);
+                readInto(this, m_session, [&] { fillGroups(kind); });
             return id;
         };
     };
@@ -115,7 +119,7 @@ void WorkSpecsTab::buildCombos(QFormLayout* fields) {
                     tr("Add a new global genre"), [this] {
                         const qint64 id = CMIT(m_session).AggiungiItem(ItemKind::Genre);
                         if (id != 0)
-                            fillGenres();
+                            readInto(this, m_session, [this] { fillGenres(); });
                         return id;
                     });
     m_key = combo(fields, tr("&Key:"), QStringLiteral("cboKey"), {}, {}, {});
@@ -136,9 +140,9 @@ void WorkSpecsTab::fillGenres() {
     m_genre->clear();
     m_genre->addItem(tr("(none)"), qint64(0));
     ItemList genres;
-    if (CMIT(m_session).ElencoInLv(ItemKind::Genre, genres))
-        for (int row = 0; row < genres.rowCount(); ++row)
-            m_genre->addItem(genres.text(row, 0), genres.id(row));
+    CMIT(m_session).ElencoInLv(ItemKind::Genre, genres);
+    for (int row = 0; row < genres.rowCount(); ++row)
+        m_genre->addItem(genres.text(row, 0), genres.id(row));
     choose(m_genre, before);
 }
 

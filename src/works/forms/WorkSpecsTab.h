@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 
+class QLabel;
 class QComboBox;
 class QFormLayout;
 class QLineEdit;
@@ -39,6 +40,7 @@ private:
     Session& m_session;
     WorkGroups m_groups;
     qint64 m_composer;
+    QLabel* m_acronym = nullptr;
     QLineEdit* m_title = nullptr;
     QLineEdit* m_subtitle = nullptr;
     QLineEdit* m_number = nullptr;

@@ -4,6 +4,7 @@
 #include "store/TextOrder.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
@@ -15,11 +16,12 @@ namespace tessaranth {
 
 frmAssign::frmAssign(ComposerCatalog& catalog, const CatalogBranch& branch, const IconStore& icons,
                      QWidget* parent)
-    : QDialog(parent), m_branch(branch), m_nodes(catalog.nodes(branch.number)) {
+    : QDialog(parent), m_branch(branch) {
     setObjectName(QStringLiteral("frmAssign"));
     setWindowTitle(branch.assignPrompt);
-    std::erase_if(m_nodes, [](const ComposerCatalog::Node& node) { return node.id == 0; });
     buildUi(icons);
+    readInto(this, catalog.session(), [&] { m_nodes = catalog.nodes(branch.number); });
+    std::erase_if(m_nodes, [](const ComposerCatalog::Node& node) { return node.id == 0; });
     fill();
 }
 

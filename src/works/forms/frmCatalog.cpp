@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "works/forms/frmCatalog.h"
 
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemColours.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "widgets/WindowProgress.h"
 #include "works/CWKS.h"
 #include "works/forms/CatalogTree.h"
@@ -28,8 +29,8 @@ frmCatalog::frmCatalog(const FormContext& context, qint64 composer, QWidget* par
     : QDialog(parent), m_context(context), m_composer(composer), m_catalog(context.session, composer),
       m_file(context.session, composer), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmCatalog"));
+    const ToldOnce together;
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(tr("Composer's catalog: %1").arg(m_catalog.composerName()));
     buildUi();
     buildCommands();
     refresh();
@@ -41,7 +42,7 @@ void frmCatalog::buildUi() {
     auto* layout = new QVBoxLayout(this);
     m_menus = new QMenuBar(this);
     layout->setMenuBar(m_menus);
-    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Catalog"), m_catalog.composerName(),
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Catalog"), {},
                                         tr("Drag works onto a genre or a main work to put them there.")));
     m_bar = new QToolBar;
     m_bar->setIconSize(QSize(18, 18));
@@ -256,7 +257,7 @@ void frmCatalog::buildFileCommands() {
          QStringLiteral("Remove imported catalog"),
          {},
          [this] { removeImported(); },
-         [this] { return m_catalog.hasImportedCatalog(); },
+         [this] { return m_isImported; },
          {}});
     add({{}, m_fileMenu, {}, {}, {}, {}, {}, {}, {}});
     add({QStringLiteral("mnuCatalogRefresh"),
@@ -293,13 +294,20 @@ void frmCatalog::enable() { m_commands.enable(); }
 
 // ---- lists
 
-void frmCatalog::refresh() { m_tree->fill(m_catalog); }
+void frmCatalog::refresh() {
+    readInto(this, m_context.session, [this] {
+        const QString name = m_catalog.composerName();
+        setWindowTitle(tr("Composer's catalog: %1").arg(name));
+        findChild<QLabel*>(QStringLiteral("heading"))->setText(name);
+        m_isImported = m_catalog.hasImportedCatalog();
+        m_tree->fill(m_catalog);
+    });
+}
 
 void frmCatalog::fillWorks() {
     const CatalogTree::Place place = m_tree->place();
     ItemList list;
-    if (!m_catalog.works(place.branch, place.node, list))
-        return;
+    readInto(m_works, m_context.session, [&] { m_catalog.works(place.branch, place.node, list); });
     const std::vector<qint64> before = selectedWorks();
     m_model->setList(std::move(list));
     const QHeaderView* header = m_works->header();

@@ -69,6 +69,7 @@ private:
     FormContext m_context;
     qint64 m_composer;
     ComposerCatalog m_catalog;
+    bool m_isImported = false; ///< works of it came with a catalog file
     CatalogFile m_file;
     CatalogTree* m_tree = nullptr;
     ItemListModel* m_model = nullptr;

@@ -4,6 +4,7 @@
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "widgets/WindowProgress.h"
 #include "works/CatalogFile.h"
 #include "works/ComposerCatalog.h"
@@ -43,8 +44,8 @@ void frmImportedCatalogs::buildUi(const IconStore& icons) {
 
 void frmImportedCatalogs::fill() {
     ItemList list;
-    if (ComposerCatalog::importedCatalogs(m_session, list))
-        m_model->setList(std::move(list));
+    readInto(m_view, m_session, [&] { ComposerCatalog::importedCatalogs(m_session, list); });
+    m_model->setList(std::move(list));
     FormHelpers::fitColumns(m_view);
     m_view->setCurrentIndex(m_model->index(0, 0));
     m_remove->setEnabled(m_model->rowCount() > 0);

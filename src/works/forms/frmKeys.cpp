@@ -4,6 +4,7 @@
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "works/KeyNames.h"
 
 #include <QDialogButtonBox>
@@ -43,8 +44,8 @@ void frmKeys::buildUi() {
 
 void frmKeys::refresh() {
     ItemList list;
-    if (KeyNames(m_context.session).list(list))
-        m_model->setList(std::move(list));
+    readInto(m_view, m_context.session, [&] { KeyNames(m_context.session).list(list); });
+    m_model->setList(std::move(list));
     if (!m_view->currentIndex().isValid())
         m_view->setCurrentIndex(m_model->index(0, 0));
     m_rename->setEnabled(m_model->rowCount() > 0);

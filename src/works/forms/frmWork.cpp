@@ -5,11 +5,12 @@
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
 #include "items/forms/SpecsView.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 #include "widgets/CardColours.h"
 #include "widgets/FormHelpers.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
+#include "widgets/Reading.h"
 #include "works/forms/frmWorkEditor.h"
 
 #include <QAction>
@@ -26,6 +27,7 @@ frmWork::frmWork(const CardContext& context, QWidget* parent)
     : ChildWindow(parent), m_context(context), m_own(this, context.icons) {
     setObjectName(QStringLiteral("frmWork"));
     setAutoFillBackground(true);
+    const ToldOnce together;
     buildUi();
     reload();
 }
@@ -131,7 +133,11 @@ void frmWork::addEntry(const QString& key, const QString& caption, const QString
 }
 
 bool frmWork::reload() {
-    if (!readWorkCard(m_context.session, m_context.id, m_work))
+    const ToldOnce together;
+    bool isThere = true;
+    readInto(this, m_context.session,
+             [&] { isThere = readWorkCard(m_context.session, m_context.id, m_work); });
+    if (!isThere)
         return false;
     paint();
     showWork();

@@ -2,8 +2,10 @@
 #include "works/forms/frmWorkEditor.h"
 
 #include "items/CMIT.h"
+#include "store/Guarded.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
+#include "widgets/Reading.h"
 #include "widgets/frmCharmap.h"
 #include "works/forms/WorkCharactersTab.h"
 #include "works/forms/WorkDescriptionTab.h"
@@ -28,11 +30,19 @@ const QString hints[] = {QStringLiteral("At least you must insert the work title
 frmWorkEditor::frmWorkEditor(const FormContext& context, qint64 composer, qint64 workId, QWidget* parent)
     : QDialog(parent), m_context(context) {
     setObjectName(QStringLiteral("frmWorkEditor"));
+    const ToldOnce together;
     setWindowTitle(workId == 0 ? QStringLiteral(" New work") : QStringLiteral(" Edit work"));
-    if (workId != 0)
-        m_stored = CWKS(context.session).work(workId);
+    Person author;
+    const auto read = [&] {
+        if (workId != 0)
+            m_stored = CWKS(context.session).work(workId);
+        author = CMIT(context.session).person(ItemKind::Composer, composer);
+    };
+    const bool isRead = guarded(context.session, read);
     m_stored.composer = composer;
-    buildUi();
+    buildUi(lineOf(author));
+    if (!isRead)
+        refuseToShow(this);
     m_specs->show(m_stored);
     m_description->show(m_stored.id, m_stored.description);
     m_characters->setWork(m_stored.id);
@@ -40,15 +50,14 @@ frmWorkEditor::frmWorkEditor(const FormContext& context, qint64 composer, qint64
     m_stored = typed();
 }
 
-QString frmWorkEditor::composerLine() const {
-    const Person person = CMIT(m_context.session).person(ItemKind::Composer, m_stored.composer);
+QString frmWorkEditor::lineOf(const Person& person) {
     const QString years = yearsText(person.born, person.died);
     return (person.first + u' ' + person.last).trimmed() + QStringLiteral("  (") + years + u')';
 }
 
-void frmWorkEditor::buildUi() {
+void frmWorkEditor::buildUi(const QString& composer) {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Comp"), composerLine(), hints[0]));
+    layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("Comp"), composer, hints[0]));
     m_hint = findChild<QLabel*>(QStringLiteral("hint"));
 
     m_tabs = new QTabWidget;

@@ -26,8 +26,8 @@ public:
     void reject() override;
 
 private:
-    void buildUi();
-    QString composerLine() const;
+    void buildUi(const QString& composer);
+    static QString lineOf(const Person& composer);
     void showHint();
     Work typed() const;
     bool isChanged() const;
