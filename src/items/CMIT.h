@@ -59,8 +59,8 @@ public:
 
     /// "Conferma eliminazione": asks whether to delete the named items.
     bool ConfermaEliminazione(int kind, const QStringList& names);
-    /// "Elimina": deletes items with everything that depends on them, one transaction each. Does not ask.
-    /// False when one failed; when the user stops, those not yet deleted stay and the answer is true.
+    /// "Elimina": deletes items with everything that depends on them, all of them or none. Does not ask.
+    /// False when one failed, which is told, or when the user stopped: all are there then as before.
     bool EliminaItem(int kind, const std::vector<qint64>& ids, Progress& progress);
 
     /// "Migra": asks, moves everything from one item to another of its kind, and deletes the first. False
@@ -83,7 +83,7 @@ private:
     void deleteOne(const ItemKind& kind, qint64 id, QStringList& files);
     void runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files);
     void moveTracks(qint64 from, qint64 to);
-    void foldLinks(const ItemKind& kind, qint64 id);
+    void foldLinks(const ItemKind& kind, qint64 from, qint64 to);
 
     Session& m_session;
     OpenCards* m_cards = nullptr;

@@ -51,16 +51,23 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
     // Closed first: a card that is open would store its state into a row that is gone.
     CloseAllOpenFormWork(number, ids);
     progress.stage(tr("Deleting"));
-    qint64 done = 0;
-    for (const qint64 id : ids) {
-        if (progress.stopped())
-            break;
-        QStringList files;
-        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id, files); }))
-            return false;
-        Attachments::removeFiles(files);
-        progress.step(++done, qint64(ids.size()));
-    }
+    QStringList files;
+    bool all = true;
+    const bool deleted = guarded(number, [&](const ItemKind& kind) {
+        Transaction transaction(m_session.connection());
+        qint64 done = 0;
+        for (const qint64 id : ids) {
+            all = !progress.stopped();
+            if (!all)
+                return;
+            deleteOne(kind, id, files);
+            progress.step(++done, qint64(ids.size()));
+        }
+        transaction.commit();
+    });
+    if (!deleted || !all)
+        return false;
+    Attachments::removeFiles(files);
     return true;
 }
 
@@ -74,7 +81,7 @@ void CMIT::deleteOne(const ItemKind& kind, qint64 id, QStringList& files) {
 void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files) {
     switch (step.action) {
     case CascadeStep::Action::Run:
-        m_session.connection().attempt(QString::fromLatin1(step.statement).arg(id));
+        m_session.connection().execute(QString::fromLatin1(step.statement).arg(id));
         break;
     case CascadeStep::Action::Attachments:
         Attachments(m_session).deleteAll(kind.code, id, files);
@@ -111,13 +118,13 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
     QStringList files;
     const bool merged = guarded(number, [&](const ItemKind& kind) {
         Transaction transaction(m_session.connection());
+        foldLinks(kind, from, to);
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);
         if (kind.number == ItemKind::Recording)
             moveTracks(from, to);
         for (const CascadeStep& step : mergeSteps(kind.number))
-            m_session.connection().attempt(QString::fromLatin1(step.statement).arg(to).arg(from));
-        foldLinks(kind, to);
+            m_session.connection().execute(QString::fromLatin1(step.statement).arg(to).arg(from));
         deleteOne(kind, from, files);
         transaction.commit();
         if (m_cards && kind.isCard())
@@ -146,7 +153,7 @@ void CMIT::moveTracks(qint64 from, qint64 to) {
                                  condition);
     };
     for (const char* table : {"PfrOnRec", "CompOnRec"})
-        connection.attempt(QStringLiteral("UPDATE %1 SET Pos = Pos + %2 WHERE RecID = %3")
+        connection.execute(QStringLiteral("UPDATE %1 SET Pos = Pos + %2 WHERE RecID = %3")
                                .arg(QLatin1String(table))
                                .arg(highest("Pos", table, {}).toInteger())
                                .arg(from));
@@ -154,33 +161,38 @@ void CMIT::moveTracks(qint64 from, qint64 to) {
         connection, QStringLiteral("SELECT DISTINCT Disc FROM Tracks WHERE RecID = %1").arg(from));
     for (int row = 0; row < discs.rowCount(); ++row) {
         const QString onDisc = QStringLiteral(" AND Disc = ") + discs.value(row, 0).toText();
-        connection.attempt(QStringLiteral("UPDATE Tracks SET TrackNbr = TrackNbr + %1 WHERE RecID = %2")
+        connection.execute(QStringLiteral("UPDATE Tracks SET TrackNbr = TrackNbr + %1 WHERE RecID = %2")
                                .arg(highest("TrackNbr", "Tracks", onDisc).toInteger())
                                .arg(from) +
                            onDisc);
     }
 }
 
-// Two items of a kind often share links: the same recording under both composers. Of links that have become
-// alike the first stays.
-void CMIT::foldLinks(const ItemKind& kind, qint64 id) {
+// Two items of a kind often share links: the same recording under both composers. Of links that would become
+// alike the target's stays. Before anything moves, so that a catalog whose index allows a link only once
+// takes the move as any other does.
+void CMIT::foldLinks(const ItemKind& kind, qint64 from, qint64 to) {
     for (const LinkTable& links : linkTables(kind.number)) {
-        QString statement =
-            QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                .arg(QLatin1String(links.columns), QLatin1String(links.table), QLatin1String(links.key))
-                .arg(id);
-        Recordset rows = Recordset::open(m_session.connection(), statement);
         QSet<QString> seen;
-        for (int row = 0; row < rows.rowCount();) {
-            QStringList cells;
-            for (int field = 0; field < int(rows.fields().size()); ++field)
-                cells.push_back(rows.value(row, field).toText());
-            const QString link = cells.join(u'\t');
-            if (seen.contains(link)) {
-                rows.remove(row);
-            } else {
-                seen.insert(link);
-                ++row;
+        for (const qint64 id : {to, from}) {
+            Recordset rows = Recordset::open(
+                m_session.connection(), QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+                                                .arg(QLatin1String(links.columns), QLatin1String(links.table),
+                                                     QLatin1String(links.key))
+                                                .arg(id) +
+                                            QLatin1String(links.rows));
+            const int key = rows.fieldIndex(QLatin1String(links.key));
+            for (int row = 0; row < rows.rowCount();) {
+                QStringList cells;
+                for (int field = 0; field < int(rows.fields().size()); ++field)
+                    cells.push_back(field == key ? QString() : rows.value(row, field).toText());
+                const QString link = cells.join(u'\t');
+                if (seen.contains(link)) {
+                    rows.remove(row);
+                } else {
+                    seen.insert(link);
+                    ++row;
+                }
             }
         }
     }

@@ -82,7 +82,9 @@ public:
     /// Runs a statement that returns no rows; answers with the number of rows it changed.
     int execute(const QString& statement);
     /// Runs a statement of which a failure is skipped; false when it failed. A full or failing disk still
-    /// throws, since then nothing of the operation may stand.
+    /// throws, since then nothing of the operation may stand. Only for steps of an upgrade: all that is lost is
+    /// the step's own effect, it stays unrecorded and is tried again at the next start. In a merge, a deletion
+    /// or an editor's apply a statement left out would tear links apart, so those `execute`.
     bool attempt(const QString& statement);
     /// The first cell of the first row; Null when there is no row.
     Value single(const QString& statement);

@@ -69,6 +69,17 @@ struct Sample : ItemCatalog {
         });
         return found;
     }
+    /// Every row of every table.
+    QString contents() const {
+        QString all;
+        for (const QString& table : session->connection().tables()) {
+            Query rows = session->connection().query("SELECT * FROM " + table);
+            while (rows.next())
+                for (int column = 0; column < rows.columnCount(); ++column)
+                    all += rows.text(column) + (column ? '\t' : '\n');
+        }
+        return all;
+    }
     qint64 rowsOf(const QString& tables, const QString& condition) const {
         qint64 rows = 0;
         for (const QString& table : tables.split(' '))
@@ -101,6 +112,12 @@ void addCardKinds() {
             QTest::newRow(qPrintable(kind.code)) << kind.number;
 }
 
+void addAllKinds() {
+    QTest::addColumn<int>("kind");
+    for (const ItemKind& kind : itemKinds())
+        QTest::newRow(qPrintable(kind.code)) << kind.number;
+}
+
 void addLookupKinds() {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("user");
@@ -124,6 +141,10 @@ private slots:
     void lookupLeavesNoReference_data() { addLookupKinds(); }
     void lookupLeavesNoReference();
     void userStopsBetweenTwo();
+    void failureAnywhereTakesAllBack_data() { addAllKinds(); }
+    void failureAnywhereTakesAllBack();
+    void deletingSeveralIsOneStep();
+    void uniqueIndexEndsOrFoldsAMerge();
     void mergeAsksFirst();
     void cardMovesWhole_data() { addCardKinds(); }
     void cardMovesWhole();
@@ -221,6 +242,8 @@ void TestDeletions::worksHeldElsewhereStayInTheCollection() {
     const QString collected = "SELECT COUNT(*) FROM Compositions WHERE InCollection = True AND CompID = ";
     QCOMPARE(sample.number(collected + QString::number(both)), 1);
     QCOMPARE(sample.number(collected + QString::number(only)), 0);
+    // Two parts of it on one recording are one recording.
+    sample.run(QString("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (2, 1, %1)").arg(both));
     QVERIFY(sample.items().EliminaItem(ItemKind::Recording, {2}, sample.progress));
     QCOMPARE(sample.number(collected + QString::number(both)), 0);
 }
@@ -264,9 +287,92 @@ void TestDeletions::userStopsBetweenTwo() {
     } progress;
     Sample sample;
     const qint64 before = sample.count("Cps");
-    QVERIFY(sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, progress));
-    QCOMPARE(sample.count("Cps"), before - 1);
-    QCOMPARE(sample.number("SELECT COUNT(*) FROM Cps WHERE CpsID = 5"), 0);
+    const QStringList files = sample.attach("Cps", 5);
+    QVERIFY(!sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, progress));
+    QCOMPARE(sample.count("Cps"), before);
+    QVERIFY(QFile::exists(files.front()));
+    QCOMPARE(sample.messages.told, QStringList()); // he knows that he stopped it
+}
+
+// Each table that a deletion or a merge writes in turn refuses, as a full or strange catalog would.
+void TestDeletions::failureAnywhereTakesAllBack() {
+    QFETCH(int, kind);
+    Sample sample;
+    const ItemKind& what = *itemKind(kind);
+    QString tables = what.table;
+    if (what.isCard()) {
+        for (const int id : {1, 2})
+            sample.attach(what.code, id);
+        tables = QString(tablesOf(kind).own) + " Images Cards Media Web Relations";
+        sample.run("INSERT INTO Catalogs (CpsID, CpsName, FileName, DateAdded) VALUES (1, 'a', 'b', Now)");
+    } else {
+        const QString user = kind == ItemKind::Genre ? "Compositions" : "Rec";
+        sample.run(QString("UPDATE %1 SET %2 = 1").arg(user, what.key));
+        tables += ' ' + user;
+    }
+    const QString before = sample.contents();
+    for (const QString& table : tables.split(' '))
+        for (const bool merge : {false, true}) {
+            for (const char* event : {"UPDATE", "DELETE"})
+                sample.session->connection().runNative(
+                    QString(
+                        "CREATE TRIGGER refuse%1 BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+                        .arg(event, table)
+                        .toUtf8());
+            const QByteArray where = (merge ? "merge, " : "delete, ") + table.toUtf8();
+            sample.messages.told.clear();
+            if (merge)
+                sample.messages.willAnswer(Answer::Ok);
+            const bool done = merge ? sample.items().Migra(kind, 1, 2)
+                                    : sample.items().EliminaItem(kind, {1}, sample.progress);
+            QVERIFY2(!done, where);
+            QVERIFY2(sample.messages.told.join(' ').contains("refused"), where);
+            QVERIFY2(sample.contents() == before, where);
+            for (const char* event : {"UPDATE", "DELETE"})
+                sample.session->connection().runNative("DROP TRIGGER refuse" + QByteArray(event));
+        }
+}
+
+void TestDeletions::deletingSeveralIsOneStep() {
+    Sample sample;
+    const QStringList files = sample.attach("Cps", 5);
+    const QString before = sample.contents();
+    sample.session->connection().runNative("CREATE TRIGGER refuse BEFORE DELETE ON Cps WHEN old.CpsID = 7 "
+                                           "BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    QVERIFY(!sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, sample.progress));
+    QCOMPARE(sample.messages.told.size(), 1);
+    QVERIFY(sample.contents() == before);
+    for (const QString& file : files)
+        QVERIFY2(QFile::exists(file), qPrintable(file));
+}
+
+void TestDeletions::uniqueIndexEndsOrFoldsAMerge() {
+    Sample sample;
+    Connection& connection = sample.session->connection();
+    // Links that are in both are folded before the index sees them.
+    sample.run("DELETE FROM CpsOnRec");
+    for (const char* link : {"1, 10", "2, 10", "2, 11"})
+        sample.run(QString("INSERT INTO CpsOnRec (CpsID, RecID) VALUES (%1)").arg(link));
+    sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Pfr', 2)");
+    sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Cps', 1)");
+    connection.runNative("CREATE UNIQUE INDEX once ON CpsOnRec (CpsID, RecID)");
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(sample.items().Migra(ItemKind::Composer, 2, 1));
+    QCOMPARE(sample.rowsOf("CpsOnRec", "CpsID = 1"), 2);
+    QCOMPARE(sample.rowsOf("Relations", "ItemType = 'Pfr' AND ItemID = 2"), 1);
+
+    // Works are no links: what the index refuses ends the merge.
+    for (const char* composer : {"1", "3"})
+        connection.runNative(QByteArray("UPDATE Compositions SET CompTitle = 'Same' WHERE CompID = (SELECT "
+                                        "MIN(CompID) FROM Compositions WHERE CpsID = ") +
+                             composer + ')');
+    connection.runNative(
+        "CREATE UNIQUE INDEX title ON Compositions (CpsID, CompTitle) WHERE CompTitle = 'Same'");
+    const QString before = sample.contents();
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(!sample.items().Migra(ItemKind::Composer, 3, 1));
+    QCOMPARE(sample.messages.told.size(), 1);
+    QVERIFY(sample.contents() == before);
 }
 
 void TestDeletions::mergeAsksFirst() {
