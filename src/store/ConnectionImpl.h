@@ -4,6 +4,7 @@
 // What the sources of Connection share; nobody else includes it.
 
 #include "store/Connection.h"
+#include "store/ReadingPlace.h"
 
 #include <QHash>
 #include <QSet>
@@ -26,8 +27,10 @@ struct Connection::Impl {
         size_t operator()(const QByteArray& bytes) const { return qHash(bytes); }
     };
 
-    Impl(const std::string& path, const Clock& c, const SchemaView& view)
-        : clock(c), database(path, SQLite::OPEN_READWRITE), dialect(view) {}
+    Impl(const std::string& path, int flags, const Clock& c, const SchemaView& view)
+        : clock(c), database(path, flags), dialect(view) {}
+    /// The same for a catalog that is only looked at.
+    static std::unique_ptr<Impl> toRead(const QString& catalog, const Clock& clock, const SchemaView& view);
 
     StatementHandle take(const QByteArray& sql);
     void giveBack(const QByteArray& sql, StatementHandle statement);
@@ -35,12 +38,16 @@ struct Connection::Impl {
     void registerFunctions();
 
     const Clock& clock;
+    std::shared_ptr<QTemporaryDir>
+        copied; ///< the folder of a private copy; goes after the database is closed
     SQLite::Database database;
     JetSql dialect;
     std::unordered_multimap<QByteArray, StatementHandle, ByteHash> idle;
     QHash<QString, TableInfo> schema; ///< by lower-case name; read when first asked for
     QSet<QString> textColumns;
     int transactionDepth = 0;
+    std::function<void(const QString&)> tell;
+    QStringList notices;      ///< to be told once the open transaction stands
     bool innerFailed = false; ///< a transaction within the open one was left without commit
 };
 

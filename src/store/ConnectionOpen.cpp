@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
+#include <QUrl>
 #include <QtEndian>
 #include <filesystem>
 
@@ -40,7 +42,7 @@ int pageSize(const QByteArray& header) {
     return size == 1 ? 65536 : size;
 }
 
-void checkFile(const QString& path) {
+void checkFile(const QString& path, Connection::Mode mode) {
     const QFileInfo info(path);
     if (!info.exists())
         throw OpenError(Kind::Missing, tr("The catalog %1 does not exist.").arg(path));
@@ -48,7 +50,7 @@ void checkFile(const QString& path) {
         throw OpenError(Kind::Folder, tr("%1 is a folder, not a catalog.").arg(path));
     // A file marked read-only stays untouched even where the system would let us write it, as for root.
     constexpr QFile::Permissions anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    if (!info.isWritable() || !(info.permissions() & anyWrite))
+    if (mode == Connection::Mode::Normal && (!info.isWritable() || !(info.permissions() & anyWrite)))
         throw OpenError(Kind::ReadOnly, tr("The catalog %1 is read-only.").arg(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -131,6 +133,24 @@ void Connection::Impl::registerFunctions() {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
 }
 
+std::unique_ptr<Connection::Impl> Connection::Impl::toRead(const QString& catalog, const Clock& clock,
+                                                           const SchemaView& view) {
+    const ReadingPlace place = ReadingPlace::of(catalog);
+    const bool immutable = place.way == ReadingPlace::Way::Immutable;
+    const QString file =
+        immutable ? QString::fromLatin1(QUrl::fromLocalFile(QFileInfo(place.file).absoluteFilePath())
+                                            .toEncoded(QUrl::FullyEncoded)) +
+                        QStringLiteral("?immutable=1")
+                  : place.file;
+    auto impl = std::make_unique<Impl>(
+        file.toStdString(), immutable ? SQLite::OPEN_READONLY | SQLite::OPEN_URI : SQLite::OPEN_READWRITE,
+        clock, view);
+    impl->copied = place.folder;
+    // What a log beside the catalog holds is read, but not brought home: nothing changes by being looked at.
+    sqlite3_db_config(impl->database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    return impl;
+}
+
 Connection::Connection(const QString& path) : m_path(path) {}
 
 Connection::~Connection() {
@@ -140,10 +160,13 @@ Connection::~Connection() {
 
 std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& clock, int newestUpgrade,
                                              Mode mode) {
-    checkFile(path);
+    checkFile(path, mode);
     std::unique_ptr<Connection> connection(new Connection(path));
     try {
-        connection->m_impl = std::make_unique<Impl>(path.toStdString(), clock, *connection);
+        connection->m_impl =
+            mode == Mode::Inspect
+                ? Impl::toRead(path, clock, *connection)
+                : std::make_unique<Impl>(path.toStdString(), SQLite::OPEN_READWRITE, clock, *connection);
         SQLite::Database& database = connection->m_impl->database;
         database.setBusyTimeout(1000);
         database.exec("PRAGMA locking_mode = EXCLUSIVE");

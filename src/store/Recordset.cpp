@@ -112,7 +112,7 @@ void Recordset::update(int row, const Assignments& values) {
     }
     statement.parameters.push_back(target.key);
     statement.sql += " WHERE rowid = ?" + QByteArray::number(qsizetype(statement.parameters.size()));
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     reread(target);
 }
 
@@ -124,7 +124,7 @@ void Recordset::remove(int row) {
         statement.kind = SqlStatement::Kind::Delete;
         statement.sql = "DELETE FROM " + m_table.toUtf8() + " WHERE rowid = ?1";
         statement.parameters.push_back(m_rows[size_t(index)].key);
-        m_connection->queryStatement(statement).next();
+        m_connection->change(statement);
     }
     m_rows.erase(m_rows.begin() + index);
     m_visible.erase(m_visible.begin() + row);
@@ -161,7 +161,7 @@ qint64 Recordset::insert(const Assignments& values) {
     }
     statement.sql = "INSERT INTO " + m_table.toUtf8() +
                     (values.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + places + ')');
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     return m_connection->lastKey();
 }
 

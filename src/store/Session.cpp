@@ -82,7 +82,10 @@ void Session::saveRuntime() {
             m_configuration.write(runtimeSection, it.key(), it.value());
 }
 
-void Session::setConnection(std::unique_ptr<Connection> connection) { m_connection = std::move(connection); }
+void Session::setConnection(std::unique_ptr<Connection> connection) {
+    m_connection = std::move(connection);
+    m_connection->setNotice([this](const QString& text) { m_messages.warning(applicationTitle, text); });
+}
 
 void Session::closeConnection() { m_connection.reset(); }
 
