@@ -87,10 +87,9 @@ QByteArray nameOf(const CatalogLink& link) {
 }
 
 const std::pair<const char*, const char*> indexFaults[] = {
-    {"a row that it does not know",
-     "DROP TRIGGER QuickRec_Rec_AFTERINSERT; INSERT INTO Rec (RecTitle) VALUES "
-     "('Bachiana'); CREATE TRIGGER QuickRec_Rec_AFTERINSERT AFTER INSERT ON Rec "
-     "BEGIN SELECT 1; END"},
+    {"a row that it does not know", "INSERT INTO Rec (RecTitle) VALUES ('Bachiana'); INSERT INTO QuickRec "
+                                    "(QuickRec, rowid, words) SELECT 'delete', "
+                                    "RecID, RecTitle FROM Rec WHERE RecTitle = 'Bachiana'"},
     {"a row that is gone", "INSERT INTO QuickRec (rowid, words) VALUES (99999, 'bachiana')"},
     {"no configuration", "DROP TABLE QuickRec_config"},
     {"no data", "DROP TABLE QuickRec_data"},
