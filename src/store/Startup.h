@@ -42,6 +42,7 @@ private:
     bool openConnection(bool inspect);
     bool openConfiguration();
     bool readConfiguration();
+    void removeLeftovers();
     bool upgradeSchema();
     bool loadLists();
     bool reportMissing(const QString& name);

@@ -4,6 +4,7 @@
 #include "items/Attachments.h"
 #include "items/Person.h"
 #include "platform/CodePages.h"
+#include "platform/FileReader.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
@@ -368,9 +369,8 @@ bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
 int CWKS::importCharacters(qint64 work, const QString& textFile) {
     int added = 0;
     const bool read = guarded([&] {
-        QFile file(textFile);
-        if (!file.open(QIODevice::ReadOnly))
-            throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));
+        constexpr qint64 largest = 16 << 20;
+        const QString text = CodePages::decodeText(readFile(textFile, largest));
         requireWork(work);
         Transaction transaction(m_session.connection());
         Recordset rows =
@@ -378,7 +378,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         const int limit =
             m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
         int number = 0;
-        for (const QString& line : CodePages::decodeText(file.readAll()).split(u'\n')) {
+        for (const QString& line : text.split(u'\n')) {
             ++number;
             const QString name = cleanName(line);
             if (name.size() > limit)

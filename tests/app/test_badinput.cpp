@@ -66,7 +66,7 @@ void leaveLog(const QString& catalog) {
 }
 
 QStringList leftovers(const QString& folder) {
-    return QDir(folder).entryList({"*.new*", "*.part*", "*-wal", "*-journal", "*.tmp"}, QDir::Files);
+    return QDir(folder).entryList({"*.tsrpart*", "*-wal", "*-journal", "*.tmp"}, QDir::Files);
 }
 
 } // namespace

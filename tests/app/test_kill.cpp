@@ -165,7 +165,7 @@ Left inspectBackup(Victim& victim) {
     victim.start();
     victim.succeed({"maintain", "backup"});
     require(contentsOf(victim.home.file("Tessaranth.bak")) == material.ofCurrent, "the next backup failed");
-    require(QDir(victim.home.folder()).entryList({"*.new*"}).isEmpty(), "pieces of a backup were left");
+    require(QDir(victim.home.folder()).entryList({"*.tsrpart*"}).isEmpty(), "pieces of a backup were left");
     return left;
 }
 
