@@ -3,6 +3,7 @@
 
 #include "platform/Errors.h"
 #include "platform/FileWriter.h"
+#include "store/SqlError.h"
 #include "store/UpgradeSteps.h"
 
 #include <QFile>
@@ -39,8 +40,8 @@ void fillCatalogTemplate(const QString& path, const std::vector<KeyNameLine>& ke
             key.reset();
         }
         transaction.commit();
-    } catch (const std::exception& error) {
-        throw FileError(path + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+    } catch (const SQLite::Exception& error) {
+        throw FileError(path + QStringLiteral(": ") + reasonOf(error));
     }
 }
 

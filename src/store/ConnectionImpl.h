@@ -44,8 +44,6 @@ struct Connection::Impl {
     bool innerFailed = false; ///< a transaction within the open one was left without commit
 };
 
-/// Why SQLite failed, in words for the user.
-QString reasonOf(const SQLite::Exception& error);
 SqlError sqlError(const SQLite::Exception& error);
 
 } // namespace tessaranth

@@ -63,18 +63,24 @@ QString Session::configuredFolder(Folder folder) const {
 }
 
 QString Session::dataFolder(Folder folder) const {
-    if (m_isConfiguredCatalog || folder == Folder::Html)
-        return configuredFolder(folder);
+    const QString configured = configuredFolder(folder);
+    const auto ending = QString::fromLatin1(keyOf(folder).name).mid(qsizetype(qstrlen(commonName)));
+    return m_isConfiguredCatalog || folder == Folder::Html ? configured : besideCatalog(ending, configured);
+}
+
+QString Session::backupFile() const {
+    const QString configured = applicationFile(QStringLiteral("Tessaranth.bak"));
+    return m_isConfiguredCatalog ? configured : besideCatalog(QStringLiteral(".bak"), configured);
+}
+
+// "Sample.tsb" has "Sample_Images", but a copy "Sample.bak" beside it must not share them; and where the
+// configured catalog has its own under that name, this one has "Sample.tsb_Images".
+QString Session::besideCatalog(const QString& ending, const QString& configured) const {
     const QFileInfo catalog(m_databasePath);
-    const auto beside = [&](const QString& name) {
-        return catalog.path() + u'/' + name +
-               QString::fromLatin1(keyOf(folder).name).mid(qsizetype(qstrlen(commonName)));
-    };
-    // "Sample.tsb" has "Sample_Images", but a copy "Sample.bak" beside it must not share them.
-    const QString name = catalog.fileName();
-    const QString base = catalog.suffix() == u"tsb" ? catalog.completeBaseName() : name;
-    // The configured catalog may have its folders where this one would.
-    return isSamePlace(beside(base), configuredFolder(folder)) ? beside(name) : beside(base);
+    const QString folder = catalog.path() + u'/';
+    const QString usual =
+        folder + (catalog.suffix() == u"tsb" ? catalog.completeBaseName() : catalog.fileName()) + ending;
+    return isSamePlace(usual, configured) ? folder + catalog.fileName() + ending : usual;
 }
 
 void Session::setOtherCatalog(const QString& path) {

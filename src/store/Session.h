@@ -49,6 +49,7 @@ public:
     /// configured one lie where the configuration says, those of any other beside it, under its own name.
     QString dataFolder(Folder folder) const;
     QString configuredFolder(Folder folder) const; ///< whichever catalog is open
+    QString backupFile() const; ///< of the open catalog; never that of the configured one for another
     bool isConfiguredCatalog() const { return m_isConfiguredCatalog; }
     const QString& temporaryFolder() const { return m_temporaryFolder; }
     const QString& userAgent() const { return m_userAgent; }
@@ -81,6 +82,8 @@ public:
     void closeConnection();
 
 private:
+    QString besideCatalog(const QString& ending, const QString& configured) const;
+
     QString m_applicationFolder;
     Messages& m_messages;
     const Clock& m_clock;

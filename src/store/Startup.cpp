@@ -142,8 +142,8 @@ bool Startup::openConfiguration() {
                                                               : m_session.applicationFile(catalogName))) {
         m_session.messages().critical(applicationTitle,
                                       QStringLiteral("Unable to create the configuration file!\n") +
-                                          QStringLiteral("Cannot continue\n\n") + configuration.failure());
-        return false;
+                                          QStringLiteral("Cannot continue"));
+        return refuse(configuration.failure());
     }
     return true;
 }
