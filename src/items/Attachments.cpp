@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/Attachments.h"
 
+#include "store/AttachmentFiles.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
@@ -30,7 +31,8 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            files.push_back(m_session.dataFolder(folder) + u'/' + rows.text(0));
+            if (const auto file = AttachmentFiles(m_session).path(folder, rows.value(0)))
+                files.push_back(*file);
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
         connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
@@ -39,9 +41,10 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
 
 void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
-    const QString folder = m_session.dataFolder(Session::Folder::Documents) + u'/';
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        files.push_back(folder + rows.value(row, QStringLiteral("CardID")).toText());
+        if (const auto file = AttachmentFiles(m_session).path(Session::Folder::Documents,
+                                                              rows.value(row, QStringLiteral("CardID"))))
+            files.push_back(*file);
         rows.remove(row);
     }
 }

@@ -2,6 +2,7 @@
 // Adding and changing persons and the names of lookup lists.
 #include "items/CMITGuard.h"
 #include "items/OpenCards.h"
+#include "store/AttachmentFiles.h"
 
 #include <QCoreApplication>
 
@@ -157,8 +158,12 @@ qint64 CMIT::addNamed(int number, const QString& text) {
             return;
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(kind.table));
-        rows.add({{kind.nameColumn, name}});
-        id = m_session.connection().lastKey();
+        // A label would come with a logo that is not its own.
+        if (number == ItemKind::Label)
+            id = AttachmentFiles(m_session).addRow(rows, kind.key, {{kind.nameColumn, name}},
+                                                   Session::Folder::Labels);
+        else
+            id = rows.value(rows.add({{kind.nameColumn, name}}), kind.key).toInteger();
     });
     return id;
 }

@@ -45,8 +45,14 @@ void bindAll(SQLite::Statement& statement, const std::vector<Value>& parameters)
 
 } // namespace
 
+QString reasonOf(const SQLite::Exception& error) {
+    return (error.getErrorCode() & 0xff) == SQLITE_FULL
+               ? QCoreApplication::translate("Connection", "no space left on device")
+               : QString::fromUtf8(error.what());
+}
+
 SqlError sqlError(const SQLite::Exception& error) {
-    const QString reason = QString::fromUtf8(error.what());
+    const QString reason = reasonOf(error);
     const int code = error.getErrorCode() & 0xff;
     return isStorageFailure(code)
                ? SqlError::storageFailure(reason, code == SQLITE_CORRUPT || code == SQLITE_NOTADB)

@@ -3,6 +3,8 @@
 #include "store/ConnectionImpl.h"
 
 #include "platform/Clock.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
 #include "store/LikePattern.h"
 #include "store/TextOrder.h"
 
@@ -10,7 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
-#include <filesystem>
 
 namespace tessaranth {
 
@@ -46,14 +47,15 @@ void checkFile(const QString& path) {
         throw OpenError(Kind::Missing, tr("The catalog %1 does not exist.").arg(path));
     if (info.isDir())
         throw OpenError(Kind::Folder, tr("%1 is a folder, not a catalog.").arg(path));
+    if (!isPlainFile(path, Links::Follow)) // a pipe would be waited for
+        throw OpenError(Kind::NotACatalog, tr("The file %1 is not a catalog.").arg(path));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) // before the next check: what cannot be read is not "read-only"
+        throw OpenError(Kind::NoAccess, tr("The catalog %1 cannot be read: %2").arg(path, reasonOf(file)));
     // A file marked read-only stays untouched even where the system would let us write it, as for root.
     constexpr QFile::Permissions anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     if (!info.isWritable() || !(info.permissions() & anyWrite))
         throw OpenError(Kind::ReadOnly, tr("The catalog %1 is read-only.").arg(path));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw OpenError(Kind::NoAccess,
-                        tr("The catalog %1 cannot be read: %2").arg(path, file.errorString()));
     const QByteArray head = file.read(headerSize);
     if (head.isEmpty())
         throw OpenError(Kind::NotACatalog, tr("The file %1 is empty; it is not a catalog.").arg(path));
@@ -65,7 +67,7 @@ void checkFile(const QString& path) {
 }
 
 OpenError openError(const QString& path, const SQLite::Exception& error) {
-    const QString reason = QString::fromUtf8(error.what());
+    const QString reason = reasonOf(error);
     switch (error.getErrorCode() & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -217,7 +219,7 @@ void writeCopy(SQLite::Database& source, const std::string& file, const std::fun
     copy.exec("PRAGMA journal_mode = DELETE");
     const std::string verdict = copy.execAndGet("PRAGMA integrity_check").getString();
     if (verdict != "ok")
-        throw FileError(QString::fromStdString(verdict));
+        throw std::runtime_error(verdict);
 }
 
 } // namespace
@@ -249,16 +251,17 @@ void settle(const QString& target) {
 } // namespace
 
 void Connection::copyTo(const QString& target, const std::function<void(int)>& progress) {
-    const QString temporary = target + QStringLiteral(".new");
-    QFile::remove(temporary);
     try {
         m_impl->idle.clear();
-        writeCopy(m_impl->database, temporary.toStdString(), progress);
+        FileWriter copy(target);
+        writeCopy(m_impl->database, copy.temporaryPath().toStdString(), progress);
         settle(target);
-        std::filesystem::rename(temporary.toStdU16String(), target.toStdU16String());
+        copy.commit();
+    } catch (const FileError&) {
+        throw;
+    } catch (const SQLite::Exception& error) {
+        throw FileError(tr("%1 cannot be written: %2").arg(target, reasonOf(error)));
     } catch (const std::exception& error) {
-        QFile::remove(temporary);
-        QFile::remove(temporary + QStringLiteral("-journal"));
         throw FileError(tr("%1 cannot be written: %2").arg(target, QString::fromUtf8(error.what())));
     }
     if (progress)

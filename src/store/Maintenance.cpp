@@ -18,9 +18,7 @@ const QString section = QStringLiteral("Maintenance");
 
 Maintenance::Maintenance(Session& session) : m_session(session) {}
 
-QString Maintenance::backupPath() const {
-    return m_session.applicationFile(QStringLiteral("Tessaranth.bak"));
-}
+QString Maintenance::backupPath() const { return m_session.backupFile(); }
 
 bool Maintenance::guarded(const QString& stage, Progress& progress, const std::function<void()>& work) {
     progress.stage(stage);

@@ -4,11 +4,12 @@
 #include "store/Recordset.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <algorithm>
@@ -194,10 +195,8 @@ std::vector<Field> readSchema(QXmlStreamReader& xml, QStringList& attributes) {
 } // namespace
 
 void Recordset::save(const QString& path) const {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
-    QXmlStreamWriter xml(&file);
+    FileWriter file(path);
+    QXmlStreamWriter xml(&file.device());
     xml.writeStartDocument();
     xml.setAutoFormatting(true);
     xml.writeStartElement(QStringLiteral("xml"));
@@ -217,14 +216,12 @@ void Recordset::save(const QString& path) const {
         }
     }
     xml.writeEndDocument();
-    if (xml.hasError() || !file.commit())
-        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+    file.commit();
 }
 
 Recordset Recordset::load(const QString& path, int maxRows) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
+    openToRead(file);
     QXmlStreamReader xml(&file);
     Recordset set({});
     QStringList names;

@@ -2,6 +2,7 @@
 #include "store/Startup.h"
 
 #include "platform/AppFolder.h"
+#include "platform/FileWriter.h"
 #include "platform/OperatingSystem.h"
 #include "platform/Registry.h"
 #include "store/CompanionFiles.h"
@@ -74,8 +75,13 @@ bool Startup::reportMissing(const QString& name) {
 // An empty setting means the file beside the program, which is used without a look: whether it exists shows
 // when it is opened.
 bool Startup::locateDatabase() {
+    // Read as empty, the configuration would be taken for one without settings, and the catalog and its files
+    // would be looked for elsewhere.
+    const Configuration& configuration = m_session.configuration();
+    if (const QString fault = configuration.exists() ? configuration.fault() : QString(); !fault.isEmpty())
+        return refuse(fault);
     if (!m_options.catalog.isEmpty()) {
-        m_session.setDatabasePath(m_options.catalog);
+        m_session.setOtherCatalog(m_options.catalog);
         return true;
     }
     QString path = m_session.configuration().read(QStringLiteral("Data folders"), QStringLiteral("Database"));
@@ -130,12 +136,14 @@ bool Startup::openConfiguration() {
     // The folders first: with the configuration written, nobody would make them any more.
     for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels,
                               Session::Folder::Media, Session::Folder::Html})
-        QDir().mkpath(m_session.dataFolder(folder));
-    if (!configuration.create(m_session.databasePath())) {
+        QDir().mkpath(m_session.configuredFolder(folder));
+    // A catalog that was named for this time only is not the one of every later start.
+    if (!configuration.create(m_session.isConfiguredCatalog() ? m_session.databasePath()
+                                                              : m_session.applicationFile(catalogName))) {
         m_session.messages().critical(applicationTitle,
                                       QStringLiteral("Unable to create the configuration file!\n") +
                                           QStringLiteral("Cannot continue"));
-        return false;
+        return refuse(configuration.failure());
     }
     return true;
 }
@@ -143,9 +151,19 @@ bool Startup::openConfiguration() {
 bool Startup::readConfiguration() {
     m_session.configuration().addMissingKeys();
     m_session.loadRuntime();
+    removeLeftovers();
     m_session.setUserAgent(userAgent());
     recordInstallation(m_session.applicationFolder(), QStringLiteral(TESSARANTH_VERSION));
     return true;
+}
+
+void Startup::removeLeftovers() {
+    QStringList folders{m_session.applicationFolder(), QFileInfo(m_session.databasePath()).path()};
+    for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels})
+        folders << m_session.dataFolder(folder);
+    folders.removeDuplicates();
+    for (const QString& folder : std::as_const(folders))
+        tessaranth::removeLeftovers(folder);
 }
 
 bool Startup::upgradeSchema() {
@@ -173,8 +191,9 @@ bool Startup::loadLists() {
 void shutDown(Session& session, Progress& progress) {
     if (!session.isOpen())
         return;
-    session.saveRuntime();
-    session.arrangements().save();
+    const bool runtimeSaved = session.saveRuntime();
+    if (!session.arrangements().save() || !runtimeSaved)
+        session.messages().warning(applicationTitle, session.configuration().failure());
     // Run on the open connection: closed and opened again, another program could come between.
     Maintenance(session).atExit(progress);
     session.closeConnection();

@@ -12,7 +12,7 @@ namespace tessaranth {
 class Session;
 
 /// What start-up came to. Where it did not start, `reason` says why in words for the user; it is empty
-/// when the user has been told already.
+/// when the user has been told already and there is no more to say.
 struct StartResult {
     bool started = false;
     QString reason;
@@ -42,6 +42,7 @@ private:
     bool openConnection(bool inspect);
     bool openConfiguration();
     bool readConfiguration();
+    void removeLeftovers();
     bool upgradeSchema();
     bool loadLists();
     bool reportMissing(const QString& name);

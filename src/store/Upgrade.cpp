@@ -204,7 +204,8 @@ bool Upgrade::isAlreadySo(const UpgradeStep& step) const {
 bool Upgrade::applyStep(const UpgradeStep& step, Recordset& upgrades, Progress& progress) {
     if (step.change == UpgradeStep::Change::Media) {
         const QString folder = m_session.dataFolder(Session::Folder::Media);
-        if (!QFileInfo(folder).isDir()) {
+        // Another catalog than the configured one gets its folders when it needs them.
+        if (m_session.isConfiguredCatalog() && !QFileInfo(folder).isDir()) {
             m_session.messages().critical(applicationTitle, QStringLiteral("Unable to locate ") + folder +
                                                                 u'\n' +
                                                                 QStringLiteral("Please fix the problem"));

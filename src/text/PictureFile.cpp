@@ -2,6 +2,7 @@
 #include "text/PictureFile.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReader.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -73,17 +74,9 @@ QImage decodeWith(QImageReader& reader, const QString& name, QSize bounds) {
 
 QByteArray read(const QString& path) {
     const QString name = QDir::toNativeSeparators(path);
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        throw FileError(tr("There is no file %1.").arg(name));
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(name, file.errorString()));
-    if (file.size() == 0)
+    QByteArray bytes = readFile(path, maxFileBytes);
+    if (bytes.isEmpty())
         throw FileError(tr("%1 is empty.").arg(name));
-    if (file.size() > maxFileBytes)
-        throw FileError(
-            tr("%1 is too large: a picture has at most %2 MB.").arg(name).arg(maxFileBytes >> 20));
-    QByteArray bytes = file.readAll();
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
@@ -108,8 +101,14 @@ QByteArray fromImage(const QImage& image) {
 
 Facts facts(const QString& path) {
     Facts found;
-    found.bytes = QFileInfo(path).size();
-    QImageReader reader(path);
+    QFile file(path);
+    try {
+        openToRead(file, Links::Refuse);
+    } catch (const FileError&) {
+        return found;
+    }
+    found.bytes = file.size();
+    QImageReader reader(&file);
     prepare(reader);
     if (!reader.canRead() || !isKnown(reader) || pixelsOf(reader.size()) > maxPixels)
         return found;
@@ -118,7 +117,9 @@ Facts facts(const QString& path) {
 }
 
 QImage decode(const QString& path, QSize bounds) {
-    QImageReader reader(path);
+    QFile file(path);
+    openToRead(file, Links::Refuse);
+    QImageReader reader(&file);
     prepare(reader);
     return decodeWith(reader, QDir::toNativeSeparators(path), bounds);
 }

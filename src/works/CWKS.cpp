@@ -4,6 +4,7 @@
 #include "items/Attachments.h"
 #include "items/Person.h"
 #include "platform/CodePages.h"
+#include "platform/FileReader.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
@@ -348,15 +349,14 @@ bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
 int CWKS::importCharacters(qint64 work, const QString& textFile) {
     int added = 0;
     const bool read = guarded([&] {
-        QFile file(textFile);
-        if (!file.open(QIODevice::ReadOnly))
-            throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));
+        constexpr qint64 largest = 16 << 20;
+        const QString text = CodePages::decodeText(readFile(textFile, largest));
         requireWork(work);
         Transaction transaction(m_session.connection());
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         int number = 0;
-        for (const QString& line : CodePages::decodeText(file.readAll()).split(u'\n')) {
+        for (const QString& line : text.split(u'\n')) {
             ++number;
             const QString name = cleanName(line);
             if (!m_session.fields().fits(QStringLiteral("Personages"), QStringLiteral("PersonageName"), name))
