@@ -117,11 +117,12 @@ std::optional<Value> converted(const Field& field, const QString& text) {
         return isNumber && number.toText() == text ? std::optional(number) : std::nullopt;
     }
     case Field::Type::Boolean: {
-        const int number = text.toInt(&isNumber);
         const bool isTrue = text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
         if (isTrue || text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
             return Value(isTrue);
-        return isNumber ? std::optional(Value(number != 0)) : std::nullopt;
+        if (text == u"0" || text == u"1" || text == u"-1")
+            return Value(text != u"0");
+        return std::nullopt;
     }
     case Field::Type::Date:
         return isStamp(text) ? std::optional(Value(QString(text).replace(u'T', u' '))) : std::nullopt;

@@ -41,6 +41,7 @@ RtfOutcome RtfReading::run() {
         close();
     if (m_hasContent)
         endParagraph();
+    m_outcome.isCut = m_sink.isFull();
     return m_outcome;
 }
 
