@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace tessaranth {
@@ -51,9 +52,10 @@ void Attachments::deleteDocuments(const QString& statement, QStringList& files) 
 
 void Attachments::moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
-    qint64 next =
+    qint64 next = std::clamp<qint64>(
         connection.single(QStringLiteral("SELECT MAX(OrderNbr) As maxNbr FROM ") + table + ownedBy(code, to))
-            .toInteger();
+            .toInteger(),
+        0, std::numeric_limits<int>::max());
     Recordset rows =
         Recordset::open(connection, QStringLiteral("SELECT * FROM ") + table + ownedBy(code, from) +
                                         QStringLiteral(" ORDER BY OrderNbr"));

@@ -3,6 +3,7 @@
 
 // What the sources of Connection share; nobody else includes it.
 
+#include "store/CatalogShape.h"
 #include "store/Connection.h"
 
 #include <QHash>
@@ -29,6 +30,9 @@ struct Connection::Impl {
     Impl(const std::string& path, const Clock& c, const SchemaView& view)
         : clock(c), database(path, SQLite::OPEN_READWRITE), dialect(view) {}
 
+    /// Each statement is prepared by itself. `alone`: there must be one only, as in what the file itself
+    /// holds, where a second one would be somebody's trick.
+    void run(const QByteArray& statements, bool alone);
     StatementHandle take(const QByteArray& sql);
     void giveBack(const QByteArray& sql, StatementHandle statement);
     void readSchema();
@@ -45,5 +49,14 @@ struct Connection::Impl {
 };
 
 SqlError sqlError(const SQLite::Exception& error);
+
+/// Refuses what cannot be a catalog before SQLite sees it; throws OpenError.
+void checkCatalogFile(const QString& path);
+OpenError openError(const QString& path, const SQLite::Exception& error);
+/// Makes what a file of a stranger could do harmless, and takes the lock for good without writing a byte.
+void lockSafely(SQLite::Database& database);
+/// Throws OpenError for a catalog of a newer version, one that lacks something, or one that holds what is not
+/// ours.
+void checkShape(const CatalogShape& shape, const QString& path, int newestUpgrade);
 
 } // namespace tessaranth

@@ -6,6 +6,7 @@
 #include "platform/FileReader.h"
 #include "platform/FileWriter.h"
 #include "store/LikePattern.h"
+#include "store/TextIndex.h"
 #include "store/TextOrder.h"
 
 #include <QCoreApplication>
@@ -21,19 +22,6 @@ using Kind = OpenError::Kind;
 
 QString tr(const char* text) { return QCoreApplication::translate("Connection", text); }
 
-// The tables that a catalog of any age has; later versions added the others.
-const char* const baseTables[] = {"Cps",          "Pfr",           "Rec",
-                                  "UserDef",      "Compositions",  "MainWorks",
-                                  "CpsGenres",    "Personages",    "Genres",
-                                  "Labels",       "Supports",      "Sources",
-                                  "CpsOnRec",     "PfrOnRec",      "CompOnRec",
-                                  "CompOnRecPfr", "Images",        "Cards",
-                                  "Media",        "Web",           "Relations",
-                                  "CpsClass",     "CpsSubCat",     "CpsSubCatJoin",
-                                  "PfrClass",     "PfrSubCat",     "PfrSubCatJoin",
-                                  "RecClass",     "RecSubCat",     "RecSubCatJoin",
-                                  "UserDefClass", "UserDefSubCat", "UserDefSubCatJoin"};
-
 constexpr int headerSize = 100; // of the database file, see "Database File Format" of SQLite
 
 int pageSize(const QByteArray& header) {
@@ -41,7 +29,66 @@ int pageSize(const QByteArray& header) {
     return size == 1 ? 65536 : size;
 }
 
-void checkFile(const QString& path) {
+extern "C" {
+
+int compareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return TextOrder::compareUtf8({static_cast<const char*>(a), size_t(sizeA)},
+                                  {static_cast<const char*>(b), size_t(sizeB)});
+}
+
+std::string_view textOf(sqlite3_value* value) {
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return {bytes, bytes ? size_t(sqlite3_value_bytes(value)) : 0};
+}
+
+// SQLite calls like(pattern, text). The compiled pattern lives as long as the statement's parameter.
+void likeText(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL || sqlite3_value_type(values[1]) == SQLITE_NULL)
+        return;
+    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
+    if (!pattern) {
+        auto compiled = std::make_unique<LikePattern>(textOf(values[0]));
+        const bool matches = compiled->matches(textOf(values[1]));
+        sqlite3_result_int(context, matches ? 1 : 0);
+        sqlite3_set_auxdata(context, 0, compiled.release(),
+                            [](void* p) { delete static_cast<LikePattern*>(p); });
+        return;
+    }
+    sqlite3_result_int(context, pattern->matches(textOf(values[1])) ? 1 : 0);
+}
+
+void nowText(sqlite3_context* context, int, sqlite3_value**) {
+    const auto* clock = static_cast<const Clock*>(sqlite3_user_data(context));
+    const QByteArray now = clock->now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toUtf8();
+    sqlite3_result_text(context, now.constData(), int(now.size()), SQLITE_TRANSIENT);
+}
+
+int authorize(void*, int action, const char* first, const char* second, const char*, const char*) {
+    switch (action) {
+    case SQLITE_ATTACH: // a compact attaches a nameless file of its own
+        return first && *first == 0 ? SQLITE_OK : SQLITE_DENY;
+    case SQLITE_CREATE_VTABLE:
+    case SQLITE_DROP_VTABLE:
+        return second && QByteArrayView(second).startsWith("fts5") ? SQLITE_OK : SQLITE_DENY;
+    default:
+        return SQLITE_OK;
+    }
+}
+
+} // extern "C"
+
+/// The first of many, in one line.
+QString listed(const QStringList& things) {
+    constexpr qsizetype most = 8;
+    QString text = things.mid(0, most).join(QStringLiteral(", "));
+    if (things.size() > most)
+        text += tr(" and %1 more").arg(things.size() - most);
+    return text;
+}
+
+} // namespace
+
+void checkCatalogFile(const QString& path) {
     const QFileInfo info(path);
     if (!info.exists())
         throw OpenError(Kind::Missing, tr("The catalog %1 does not exist.").arg(path));
@@ -83,43 +130,39 @@ OpenError openError(const QString& path, const SQLite::Exception& error) {
     }
 }
 
-extern "C" {
-
-int compareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
-    return TextOrder::compareUtf8({static_cast<const char*>(a), size_t(sizeA)},
-                                  {static_cast<const char*>(b), size_t(sizeB)});
+// A catalog may come from anybody. Our own triggers must run, so the schema stays trusted; whatever else a
+// file may bring along is refused by what it is made of, and cannot reach other files in any case.
+void lockSafely(SQLite::Database& database) {
+    sqlite3* handle = database.getHandle();
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    // Until the catalog is accepted nothing is written, not even what a log beside it holds.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    sqlite3_set_authorizer(handle, authorize, nullptr);
+    database.setBusyTimeout(1000);
+    database.exec("PRAGMA cell_size_check = ON");
+    database.exec("PRAGMA locking_mode = EXCLUSIVE");
+    database.exec("BEGIN EXCLUSIVE");
+    database.exec("COMMIT");
 }
 
-std::string_view textOf(sqlite3_value* value) {
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return {bytes, bytes ? size_t(sqlite3_value_bytes(value)) : 0};
+void checkShape(const CatalogShape& shape, const QString& path, int newestUpgrade) {
+    if (!shape.isACatalog())
+        throw OpenError(Kind::NotACatalog, tr("The file %1 is a database, but not a catalog: it lacks %2.")
+                                               .arg(path, listed(shape.missing)));
+    if (shape.newestUpgrade > newestUpgrade)
+        throw OpenError(Kind::Newer,
+                        tr("The catalog %1 was written by a newer version of the program.").arg(path));
+    if (!shape.missing.isEmpty())
+        throw OpenError(Kind::Incomplete,
+                        tr("The catalog %1 is not whole: it lacks %2.").arg(path, listed(shape.missing)));
+    if (!shape.foreign.isEmpty())
+        throw OpenError(
+            Kind::Foreign,
+            tr("The catalog %1 holds things that this program did not make and that could do harm: "
+               "%2. It was not opened.")
+                .arg(path, listed(shape.foreign)));
 }
-
-// SQLite calls like(pattern, text). The compiled pattern lives as long as the statement's parameter.
-void likeText(sqlite3_context* context, int, sqlite3_value** values) {
-    if (sqlite3_value_type(values[0]) == SQLITE_NULL || sqlite3_value_type(values[1]) == SQLITE_NULL)
-        return;
-    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-    if (!pattern) {
-        auto compiled = std::make_unique<LikePattern>(textOf(values[0]));
-        const bool matches = compiled->matches(textOf(values[1]));
-        sqlite3_result_int(context, matches ? 1 : 0);
-        sqlite3_set_auxdata(context, 0, compiled.release(),
-                            [](void* p) { delete static_cast<LikePattern*>(p); });
-        return;
-    }
-    sqlite3_result_int(context, pattern->matches(textOf(values[1])) ? 1 : 0);
-}
-
-void nowText(sqlite3_context* context, int, sqlite3_value**) {
-    const auto* clock = static_cast<const Clock*>(sqlite3_user_data(context));
-    const QByteArray now = clock->now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toUtf8();
-    sqlite3_result_text(context, now.constData(), int(now.size()), SQLITE_TRANSIENT);
-}
-
-} // extern "C"
-
-} // namespace
 
 void Connection::Impl::registerFunctions() {
     sqlite3* handle = database.getHandle();
@@ -142,31 +185,27 @@ Connection::~Connection() {
 
 std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& clock, int newestUpgrade,
                                              Mode mode) {
-    checkFile(path);
+    checkCatalogFile(path);
     std::unique_ptr<Connection> connection(new Connection(path));
     try {
         connection->m_impl = std::make_unique<Impl>(path.toStdString(), clock, *connection);
         SQLite::Database& database = connection->m_impl->database;
-        database.setBusyTimeout(1000);
-        database.exec("PRAGMA locking_mode = EXCLUSIVE");
-        // Takes the lock for good without writing a byte.
-        database.exec("BEGIN EXCLUSIVE; COMMIT");
-        for (const char* table : baseTables) {
-            if (!database.tableExists(table))
-                throw OpenError(Kind::NotACatalog,
-                                tr("The file %1 is a database, but not a catalog: it has no table %2.")
-                                    .arg(path, QLatin1String(table)));
-            SQLite::Statement(database, std::string("SELECT 1 FROM ") + table + " LIMIT 1").executeStep();
-        }
-        if (database.tableExists("DbUpgrades") &&
-            database.execAndGet("SELECT COALESCE(MAX(DbUpgradeCode), 0) FROM DbUpgrades").getInt() >
-                newestUpgrade)
-            throw OpenError(Kind::Newer,
-                            tr("The catalog %1 was written by a newer version of the program.").arg(path));
+        lockSafely(database);
+        const CatalogShape shape = shapeOf(database);
+        checkShape(shape, path, newestUpgrade);
+        for (const OwnTable& table : ownTables()) // each begins with a sound page
+            if (!table.isAdded)
+                SQLite::Statement(database, "SELECT 1 FROM " + table.name.toStdString() + " LIMIT 1")
+                    .executeStep();
         database.exec(mode == Mode::Inspect ? "PRAGMA query_only = ON"
                                             : "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
         database.exec("PRAGMA foreign_keys = OFF; PRAGMA temp_store = MEMORY; PRAGMA cache_size = -32768");
         connection->m_impl->registerFunctions();
+        if (mode == Mode::Normal) {
+            sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+            if (shape.hasOldIndex)
+                TextIndex(*connection).drop();
+        }
     } catch (const SQLite::Exception& error) {
         throw openError(path, error);
     }

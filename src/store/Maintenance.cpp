@@ -64,7 +64,7 @@ bool Maintenance::empty(Progress& progress) {
         TextIndex(connection).drop(); // rather than taking every word out of it, row by row
         for (qsizetype i = 0; i < tables.size(); ++i) {
             if (!tables[i].startsWith(QLatin1String("MSys")))
-                connection.execute(QStringLiteral("DELETE * FROM ") + tables[i]);
+                connection.execute(QStringLiteral("DELETE * FROM [%1]").arg(tables[i]));
             progress.step(i + 1, tables.size());
         }
         transaction.commit();

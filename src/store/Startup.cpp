@@ -5,6 +5,7 @@
 #include "platform/FileWriter.h"
 #include "platform/OperatingSystem.h"
 #include "platform/Registry.h"
+#include "store/CleanedCopy.h"
 #include "store/CompanionFiles.h"
 #include "store/Maintenance.h"
 #include "store/Session.h"
@@ -19,6 +20,8 @@ namespace {
 
 const QString catalogName = QStringLiteral("Tessaranth.tsb");
 
+QString tr(const char* text) { return QCoreApplication::translate("Startup", text); }
+
 } // namespace
 
 Startup::Startup(Session& session, Options options, Progress& progress)
@@ -26,9 +29,11 @@ Startup::Startup(Session& session, Options options, Progress& progress)
 
 StartResult Startup::run() {
     m_result = {};
-    m_result.started = fillApplicationFolder() && passVersionGate() && locateDatabase() &&
-                       checkCompanionFiles() && openConnection(false) && openConfiguration() &&
-                       readConfiguration() && upgradeSchema() && loadLists();
+    if (fillApplicationFolder() && passVersionGate() && locateDatabase() && checkCompanionFiles()) {
+        m_result.started = openCatalog();
+        while (!m_result.started && m_options.asksForCatalog && !m_result.reason.isEmpty() && takeAnother())
+            m_result.started = openCatalog();
+    }
     if (m_result.started)
         m_session.setDesktopScheme(desktopScheme());
     else
@@ -36,11 +41,82 @@ StartResult Startup::run() {
     return m_result;
 }
 
+bool Startup::openCatalog() {
+    const bool opened =
+        openConnection(false) && openConfiguration() && readConfiguration() && upgradeSchema() && loadLists();
+    if (opened && m_isChosen)
+        m_session.configuration().write(QStringLiteral("Data folders"), QStringLiteral("Database"),
+                                        m_session.databasePath());
+    return opened;
+}
+
+// ---- another catalog than the one that cannot be opened
+
+void Startup::useCatalog(const QString& path) {
+    m_session.closeConnection();
+    m_session.setDatabasePath(path);
+    m_result = {};
+    m_isForeign = false;
+    m_isChosen = true;
+}
+
+bool Startup::takeCleaned() {
+    const QString source = m_session.databasePath();
+    const QString target = CleanedCopy::placeFor(source);
+    Question question{
+        applicationTitle,
+        m_result.reason + QStringLiteral("\n\n") +
+            tr("Open a cleaned copy of it instead? It holds the rows only, is written to %1, and "
+               "the catalog stays as it is.")
+                .arg(target),
+        {Answer::Yes, Answer::No},
+        Answer::No,
+        MessageIcon::Warning};
+    if (m_session.messages().ask(question) != Answer::Yes)
+        return false;
+    try {
+        const CleanedCopy copy = CleanedCopy::write(source, target, m_progress);
+        if (copy.left > 0)
+            m_session.messages().warning(
+                applicationTitle, tr("%1 row(s) have no usable key and are not in the copy.").arg(copy.left));
+        useCatalog(target);
+        return true;
+    } catch (const Error& error) {
+        m_session.messages().warning(applicationTitle, error.reason());
+        return false;
+    }
+}
+
+bool Startup::takeAnother() {
+    if (m_isForeign && takeCleaned())
+        return true;
+    const Question question{applicationTitle,
+                            m_result.reason + QStringLiteral("\n\n") + tr("Open another catalog?"),
+                            {Answer::Yes, Answer::No},
+                            Answer::Yes,
+                            MessageIcon::Critical};
+    m_result.reason.clear(); // the question tells it
+    if (m_session.messages().ask(question) != Answer::Yes)
+        return false;
+    FileRequest request;
+    request.title = tr("Open another catalog");
+    request.folder = QFileInfo(m_session.databasePath()).absolutePath();
+    request.filterName = tr("Catalogs (*.tsb)");
+    request.patterns = QStringList{QStringLiteral("*.tsb")};
+    const QStringList chosen = m_session.messages().chooseFiles(request);
+    if (chosen.isEmpty())
+        return false;
+    useCatalog(chosen.front());
+    return true;
+}
+
 StartResult Startup::openForInspection() {
     m_result = {};
     m_result.started = locateDatabase() && openConnection(true);
     return m_result;
 }
+
+QString Startup::catalogToOpen() { return locateDatabase() ? m_session.databasePath() : QString(); }
 
 bool Startup::refuse(const QString& reason) {
     m_result.reason = reason;
@@ -123,6 +199,7 @@ bool Startup::openConnection(bool inspect) {
     } catch (const OpenError& error) {
         if (error.kind() == OpenError::Kind::Newer)
             m_result.upgrade.kind = UpgradeResult::Kind::Newer;
+        m_isForeign = error.kind() == OpenError::Kind::Foreign;
         return refuse(error.reason());
     } catch (const Error& error) {
         return refuse(error.reason());

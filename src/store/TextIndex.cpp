@@ -41,7 +41,7 @@ const std::vector<TextIndexTable> allTables{
      {{"Tracks", "TrackName", "TrackID = @.TrackID"}}}};
 
 /// The statements that make one index, by the name of what each makes.
-QMap<QByteArray, QByteArray> definitions(const TextIndexTable& table) {
+QMap<QByteArray, QByteArray> definitionsOf(const TextIndexTable& table) {
     const QByteArray name = table.name;
     QMap<QByteArray, QByteArray> made;
     // Without text and positions: the rows stand in their own tables, and a box that narrows as one types
@@ -85,7 +85,7 @@ bool isNeeded(const TextIndexTable& table, const QByteArray& trigger) {
 QMap<QByteArray, QByteArray> allDefinitions() {
     QMap<QByteArray, QByteArray> made;
     for (const TextIndexTable& table : allTables) {
-        const auto own = definitions(table);
+        const auto own = definitionsOf(table);
         for (auto one = own.begin(); one != own.end(); ++one)
             if (isNeeded(table, one.key()))
                 made.insert(one.key(), one.value());
@@ -116,10 +116,22 @@ void dropTable(Connection& connection, const TextIndexTable& table,
 
 std::span<const TextIndexTable> TextIndex::tables() { return allTables; }
 
-bool TextIndex::isCurrent() const { return present(m_connection) == allDefinitions(); }
+const QMap<QByteArray, QByteArray>& TextIndex::definitions() {
+    static const auto made = allDefinitions();
+    return made;
+}
+
+bool TextIndex::isTable(const QByteArray& name) {
+    return std::any_of(allTables.begin(), allTables.end(),
+                       [&](const TextIndexTable& table) { return name == table.name; });
+}
+
+bool TextIndex::isPart(const QByteArray& name) { return isTable(name.left(name.indexOf('_'))); }
+
+bool TextIndex::isCurrent() const { return present(m_connection) == definitions(); }
 
 bool TextIndex::build(Progress& progress) {
-    const auto wanted = allDefinitions();
+    const auto& wanted = definitions();
     const auto found = present(m_connection);
     progress.stage(tr("Preparing the search"));
     Transaction transaction(m_connection);

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
+#include <QtEndian>
 
 namespace tessaranth::PictureFile {
 
@@ -42,11 +43,27 @@ bool liesOnItsSide(const QImageReader& reader) {
 
 qint64 pixelsOf(QSize size) { return qint64(size.width()) * size.height(); }
 
+/// As it lies in the file. An animation is as large as its canvas, whatever its first frame says.
+QSize sizeOf(const QImageReader& reader) {
+    const QSize size = reader.size();
+    QIODevice* device = reader.device();
+    if (reader.format() != "gif" || !device)
+        return size;
+    const qint64 position = device->pos();
+    device->seek(6);
+    const QByteArray canvas = device->read(4);
+    device->seek(position);
+    if (canvas.size() != 4)
+        return {};
+    return size.expandedTo(
+        {qFromLittleEndian<quint16>(canvas.constData()), qFromLittleEndian<quint16>(canvas.constData() + 2)});
+}
+
 /// The size as it lies in the file, before it is turned upright.
 QSize checkedSize(QImageReader& reader, const QString& name) {
     if (!reader.canRead() || !isKnown(reader))
         throw FileError(tr("%1 is not a picture in BMP, JPEG, GIF or PNG.").arg(name));
-    const QSize size = reader.size();
+    const QSize size = sizeOf(reader);
     if (size.isEmpty())
         throw FileError(tr("%1 is damaged: it does not say how large the picture is.").arg(name));
     if (pixelsOf(size) > maxPixels)
@@ -67,6 +84,9 @@ QImage decodeWith(QImageReader& reader, const QString& name, QSize bounds) {
     QImage image;
     if (!reader.read(&image) || image.isNull())
         throw FileError(tr("%1 is damaged: the picture in it cannot be read.").arg(name));
+    // Some decoders take the wish for a size as it suits them.
+    if (!bounds.isEmpty() && (image.width() > bounds.width() || image.height() > bounds.height()))
+        image = image.scaled(image.size().scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
     return image;
 }
 
@@ -110,9 +130,9 @@ Facts facts(const QString& path) {
     found.bytes = file.size();
     QImageReader reader(&file);
     prepare(reader);
-    if (!reader.canRead() || !isKnown(reader) || pixelsOf(reader.size()) > maxPixels)
+    if (!reader.canRead() || !isKnown(reader) || pixelsOf(sizeOf(reader)) > maxPixels)
         return found;
-    found.size = liesOnItsSide(reader) ? reader.size().transposed() : reader.size();
+    found.size = liesOnItsSide(reader) ? sizeOf(reader).transposed() : sizeOf(reader);
     return found;
 }
 
