@@ -2,12 +2,12 @@
 #include "attachments/CardImages.h"
 
 #include "items/Person.h"
+#include "platform/FileWriter.h"
 #include "platform/Progress.h"
 #include "store/Guarded.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace tessaranth {
 
@@ -36,7 +36,7 @@ const CardFileKind& images() {
 QString titleOf(const QString& file) {
     const QFileInfo info(file);
     const QString base = cleanName(info.completeBaseName());
-    return (base.isEmpty() ? cleanName(info.fileName()) : base).left(CardFiles::maxTitle);
+    return base.isEmpty() ? cleanName(info.fileName()) : base;
 }
 
 } // namespace
@@ -85,7 +85,7 @@ qint64 CardImages::ImportImageFromFile() {
         guarded(m_session, [&] {
             // Read before the title is asked for: nobody should name what cannot be added.
             const QByteArray bytes = PictureFile::read(file);
-            const QString title = askTitle(titleOf(file));
+            const QString title = askTitle(m_files.titleFrom(titleOf(file)));
             if (!title.isEmpty())
                 id = m_files.addBytes(bytes, title);
         });
@@ -108,7 +108,7 @@ int CardImages::addFiles(const QStringList& files, Progress& progress) {
     for (qsizetype i = 0; i < files.size() && !progress.stopped(); ++i) {
         try {
             const QByteArray bytes = PictureFile::read(files[i]);
-            const QString proposed = titleOf(files[i]);
+            const QString proposed = m_files.titleFrom(titleOf(files[i]));
             const QString title = files.size() == 1 ? askTitle(proposed) : proposed;
             if (!title.isEmpty() && m_files.addBytes(bytes, title) != 0)
                 ++added;
@@ -159,15 +159,9 @@ bool CardImages::ExportImageToFile(qint64 id) {
 bool CardImages::exportTo(qint64 id, const QString& file) {
     return guarded(m_session, [&] {
         const QImage image = PictureFile::decode(path(id));
-        QSaveFile target(file);
-        const auto refuse = [&] {
-            throw FileError(tr("%1 cannot be written: %2").arg(file, target.errorString()));
-        };
-        if (!target.open(QIODevice::WriteOnly))
-            refuse();
-        PictureFile::writeBitmap(image, target);
-        if (!target.commit())
-            refuse();
+        FileWriter target(file);
+        PictureFile::writeBitmap(image, target.device());
+        target.commit();
     });
 }
 

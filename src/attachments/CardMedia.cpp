@@ -2,6 +2,7 @@
 #include "attachments/CardMedia.h"
 
 #include "items/Person.h"
+#include "platform/Programs.h"
 #include "platform/Progress.h"
 #include "platform/Volumes.h"
 #include "store/Guarded.h"
@@ -18,6 +19,7 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("CardMedia", text); }
 
 constexpr qsizetype namesShown = 10;
+const QString table = QStringLiteral("Media");
 
 QString byId(qint64 id) { return QStringLiteral(" FROM Media WHERE MediaID = ") + QString::number(id); }
 
@@ -27,8 +29,7 @@ Recordset::Assignments factsOf(Session& session, const QFileInfo& file) {
     const Volume volume = volumeOf(path);
     const auto cut = [&](const char* column, const QString& text) {
         const QString name = QString::fromLatin1(column);
-        const int limit = session.fieldLengths().maxLength(QStringLiteral("Media"), name);
-        return std::pair<QString, Value>(name, limit > 0 ? text.left(limit) : text);
+        return std::pair<QString, Value>(name, session.fields().cut(table, name, text));
     };
     return {{QStringLiteral("MediaFolder"), QDir::toNativeSeparators(file.absolutePath())},
             {QStringLiteral("MediaSize"), file.size()},
@@ -38,8 +39,18 @@ Recordset::Assignments factsOf(Session& session, const QFileInfo& file) {
 }
 
 bool fits(Session& session, const char* column, const QString& text) {
-    const int limit = session.fieldLengths().maxLength(QStringLiteral("Media"), QString::fromLatin1(column));
-    return limit <= 0 || text.size() <= limit;
+    return session.fields().fits(table, QLatin1String(column), text);
+}
+
+/// A name without a place in it: with one the file would lie elsewhere than the card says.
+bool isFileName(const QString& name) {
+    return !name.isEmpty() && name != u"." && name != u".." && QFileInfo(name).fileName() == name;
+}
+
+/// A place that is the same wherever the program was started.
+bool isWholePath(const QString& folder) {
+    const QString path = QDir::fromNativeSeparators(folder);
+    return QDir::isAbsolutePath(path) && !path.split(u'/').contains(QStringLiteral(".."));
 }
 
 } // namespace
@@ -115,8 +126,6 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
         Transaction transaction(m_session.connection());
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM Media WHERE ") + m_card.condition());
-        const int titleLimit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Media"), QStringLiteral("MediaTitle"));
         for (qsizetype i = 0; i < files.size() && !progress.stopped(); ++i) {
             const QFileInfo file(files[i]);
             if (!file.isFile()) {
@@ -131,7 +140,8 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
                               {{QStringLiteral("RelatedID"), m_card.id},
                                {QStringLiteral("RelatedCat"), m_card.code},
                                {QStringLiteral("MediaTitle"),
-                                (name.isEmpty() ? cleanName(file.fileName()) : name).left(titleLimit)},
+                                m_session.fields().cut(table, QStringLiteral("MediaTitle"),
+                                                       name.isEmpty() ? cleanName(file.fileName()) : name)},
                                {QStringLiteral("MediaFile"), file.fileName()}});
                 rows.add(values);
                 ++added;
@@ -150,13 +160,11 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
 
 bool CardMedia::rename(qint64 id, const QString& text) {
     return guarded(m_session, [&] {
-        const QString title = cleanName(text);
+        const QString title = m_session.fields().fit(table, QStringLiteral("MediaTitle"), text);
         Recordset row =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT MediaTitle") + byId(id));
         if (row.isEmpty())
             throw Error(tr("This item has been deleted meanwhile."));
-        if (title.isEmpty() || !fits(m_session, "MediaTitle", title))
-            throw Error(tr("A title has 1 to 250 characters."));
         row.update(0, {{QStringLiteral("MediaTitle"), title}});
         return true;
     });
@@ -215,7 +223,7 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
                 continue;
             const QString name = row.value(0, QStringLiteral("MediaFile")).toText();
             const QFileInfo file(folder + u'/' + name);
-            if (!file.isFile()) {
+            if (!isFileName(name) || !file.isFile()) {
                 missing << name;
                 continue;
             }
@@ -231,7 +239,8 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
 }
 
 bool CardMedia::folderIsThere(const MediaFile& file) {
-    if (file.id != 0 && !file.folder.isEmpty() && QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
+    if (file.id != 0 && isWholePath(file.folder) &&
+        QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
         return true;
     if (file.id != 0)
         m_session.messages().warning(applicationTitle, QStringLiteral("The following location: \n") +
@@ -240,13 +249,31 @@ bool CardMedia::folderIsThere(const MediaFile& file) {
     return false;
 }
 
+// Who made the catalog may have put anything into it: only a link that is played or shown opens at once.
+bool CardMedia::confirmRunning(const MediaFile& file) {
+    Question question;
+    question.title = QStringLiteral("Media");
+    question.text =
+        tr("This file is a program, or is handed to one that runs it. What it does on this computer "
+           "is up to whoever wrote it:") +
+        u'\n' + QDir::toNativeSeparators(file.path()) + u'\n' + tr("Open it all the same?");
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::No;
+    question.icon = MessageIcon::Warning;
+    return m_session.messages().ask(question) == Answer::Yes;
+}
+
 bool CardMedia::OpenMediaFile(qint64 id) {
     const MediaFile file = media(id);
     if (!folderIsThere(file))
         return false;
     QString reason;
-    if (!QFileInfo(file.path()).isFile())
+    if (!isFileName(file.file))
+        reason = tr("%1 is not the name of a file. It was not opened.");
+    else if (!QFileInfo(file.path()).isFile())
         reason = tr("The file %1 is no longer in its folder.");
+    else if (wouldRun(file.path()) && !confirmRunning(file))
+        return false;
     else if (!m_session.desktop().openFile(file.path()))
         reason = tr("The system has no program that opens %1.");
     if (!reason.isEmpty())

@@ -2,10 +2,10 @@
 #include "attachments/FileFaults.h"
 
 #include "attachments/FileAlignment.h"
-#include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
 #include "platform/Errors.h"
 #include "platform/Progress.h"
+#include "store/AttachmentFiles.h"
 #include "text/PictureFile.h"
 
 #include <QCoreApplication>
@@ -95,6 +95,11 @@ private:
         FileAlignment::Findings found;
         if (!FileAlignment(m_session).find(found, m_progress))
             throw Error(tr("The data folders could not be compared with the catalog."));
+        // Where something stands under the number, it is bad and not missing.
+        std::erase_if(found.lost, [](const FileAlignment::LostFile& lost) {
+            const QFileInfo info(lost.path);
+            return info.exists() || info.isSymLink();
+        });
         m_findings = std::move(found);
         m_bad.clear();
         lookInto(Session::Folder::Images, "SELECT ImageID FROM Images ORDER BY ImageID");

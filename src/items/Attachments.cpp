@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/Attachments.h"
 
+#include "store/AttachmentFiles.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
 #include <QFile>
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace tessaranth {
@@ -30,7 +32,8 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            files.push_back(m_session.dataFolder(folder) + u'/' + rows.text(0));
+            if (const auto file = AttachmentFiles(m_session).path(folder, rows.value(0)))
+                files.push_back(*file);
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
         connection.execute(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
@@ -39,18 +42,20 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
 
 void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
-    const QString folder = m_session.dataFolder(Session::Folder::Documents) + u'/';
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        files.push_back(folder + rows.value(row, QStringLiteral("CardID")).toText());
+        if (const auto file = AttachmentFiles(m_session).path(Session::Folder::Documents,
+                                                              rows.value(row, QStringLiteral("CardID"))))
+            files.push_back(*file);
         rows.remove(row);
     }
 }
 
 void Attachments::moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
-    qint64 next =
+    qint64 next = std::clamp<qint64>(
         connection.single(QStringLiteral("SELECT MAX(OrderNbr) As maxNbr FROM ") + table + ownedBy(code, to))
-            .toInteger();
+            .toInteger(),
+        0, std::numeric_limits<int>::max());
     Recordset rows =
         Recordset::open(connection, QStringLiteral("SELECT * FROM ") + table + ownedBy(code, from) +
                                         QStringLiteral(" ORDER BY OrderNbr"));

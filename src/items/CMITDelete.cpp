@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting and merging items.
-#include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
 #include "items/CMITGuard.h"
 #include "items/ItemCascades.h"
 #include "items/OpenCards.h"
 #include "platform/Progress.h"
+#include "store/AttachmentFiles.h"
 
 #include <QCoreApplication>
 #include <QFile>

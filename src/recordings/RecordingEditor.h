@@ -24,7 +24,7 @@ struct RecordingSpecs {
     QString notes;
     QString barcode;
     QString location;
-    int units = 1; ///< number of discs, 1 upwards
+    int units = 1; ///< number of discs, 1 to 999, whatever the catalog says
     QString spars = QStringLiteral("N/A");
     QString released;
     QString price;
@@ -95,8 +95,6 @@ public:
     static const QStringList& sparsCodes();
     /// The number of discs that a text tells; nothing when it is not a whole number from 1 to 999.
     static std::optional<int> units(const QString& text);
-    /// True for "mm:ss" or "mm.ss" (any one character between the digits), and for an empty text.
-    static bool isLength(const QString& text);
 
     // Specifications.
     RecordingSpecs specs();
@@ -152,7 +150,6 @@ private:
     void requireRecording();
     void touch();
     void reloadCard();
-    void requireLength(const char* table, const char* column, const char* caption, const QString& text);
     void checkSpecs(RecordingSpecs& specs);
     void applyPersons(const char* code, const std::vector<qint64>& ids);
     void checkNewWork(const PlacedWork& work);

@@ -10,17 +10,11 @@ namespace tessaranth {
 
 // ---- lengths
 
-bool RecordingEditor::isLength(const QString& text) {
-    static const QRegularExpression pattern(QStringLiteral("\\A[0-9]{2}.[0-9]{2}\\z"),
-                                            QRegularExpression::DotMatchesEverythingOption);
-    return text.isEmpty() || pattern.match(text).hasMatch();
-}
-
 QString totalLength(const std::vector<Track>& tracks) {
     int seconds = 0;
     bool any = false;
     for (const Track& track : tracks) {
-        if (track.length.isEmpty() || !RecordingEditor::isLength(track.length))
+        if (track.length.isEmpty() || !isLength(track.length))
             continue;
         any = true;
         seconds += track.length.left(2).toInt() * 60 + track.length.mid(3).toInt();
@@ -167,14 +161,15 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
     }
     for (size_t i = 0; i < tracks.size(); ++i) {
         const qint64 number = qint64(i) + 1;
-        const QString name = cleanName(tracks[i].name);
-        QString length = tracks[i].length.trimmed();
-        requireLength("Tracks", "TrackName", "Track name", name);
-        if (!isLength(length))
-            throw Error(
-                editorText("Track %1: the length \"%2\" is not of the form mm:ss.").arg(number).arg(length));
-        if (!length.isEmpty())
-            length[2] = u':';
+        const auto fit = [&](const QString& column, const QString& text) {
+            try {
+                return m_session.fields().fit(QStringLiteral("Tracks"), column, text);
+            } catch (const Error& error) {
+                throw Error(editorText("Track %1: %2").arg(number).arg(error.reason()));
+            }
+        };
+        const QString name = fit(QStringLiteral("TrackName"), tracks[i].name);
+        const QString length = fit(QStringLiteral("TrackLen"), tracks[i].length);
         const Recordset::Assignments values{{QStringLiteral("RecID"), m_id},
                                             {QStringLiteral("Disc"), disc},
                                             {QStringLiteral("TrackNbr"), number},
@@ -189,9 +184,7 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
 }
 
 void RecordingEditor::storeDiscId(int disc, const QString& text) {
-    // Discs are looked up by the identifier as it is written by the program, in lower case.
-    const QString discId = cleanName(text).toLower();
-    requireLength("DiscIds", "DiscId", "Disc ID", discId);
+    const QString discId = m_session.fields().fit(QStringLiteral("DiscIds"), QStringLiteral("DiscId"), text);
     Recordset rows = Recordset::open(m_session.connection(), discIdStatement(disc));
     if (!rows.isEmpty())
         rows.update(0, {{QStringLiteral("DiscId"), discId}});

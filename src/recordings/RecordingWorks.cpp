@@ -126,8 +126,8 @@ void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
     Recordset casts = Recordset::open(connection, QStringLiteral("SELECT * FROM CompOnRecPfr WHERE 1 = 0"));
     int position = 0;
     for (const PlacedWork& work : works) {
-        const QString excerpt = cleanName(work.excerpt);
-        requireLength("CompOnRec", "ExtraitName", "Excerpt", excerpt);
+        const QString excerpt =
+            m_session.fields().fit(QStringLiteral("CompOnRec"), QStringLiteral("ExtraitName"), work.excerpt);
         ++position;
         const auto row = stored.constFind({work.id, work.work});
         if (row != stored.constEnd()) {
@@ -227,10 +227,10 @@ int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
         Recordset rows =
             Recordset::open(connection, QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
         for (const QString& text : titles) {
-            const QString title = cleanName(text);
-            if (title.isEmpty())
+            if (cleanName(text).isEmpty())
                 continue;
-            requireLength("Compositions", "CompTitle", "Title", title);
+            const QString title =
+                m_session.fields().fit(QStringLiteral("Compositions"), QStringLiteral("CompTitle"), text);
             rows.add({{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}});
             ++added;
         }

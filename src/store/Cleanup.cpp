@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Cleanup.h"
 
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 
@@ -113,9 +114,10 @@ private:
             if (m_step.remedy == Remedy::SetToNone) {
                 m_rows.update(row, {{column, 0}});
             } else {
-                const Value document = m_rows.value(row, QStringLiteral("CardID"));
-                if (m_step.remedy == Remedy::DeleteRowsAndDocuments && document.isNumber())
-                    m_documents.push_back(QString::number(document.toInteger()));
+                if (m_step.remedy == Remedy::DeleteRowsAndDocuments)
+                    if (const auto file = AttachmentFiles(m_session).path(
+                            Session::Folder::Documents, m_rows.value(row, QStringLiteral("CardID"))))
+                        m_documents.push_back(*file);
                 m_rows.remove(row);
             }
             m_progress.step(total - row, total);
@@ -226,7 +228,7 @@ bool Cleanup::run(Progress& progress, const std::function<void(const StepResult&
             // After the rows: a file without a row is found by the next alignment, a row without a file is
             // a loss shown to the user.
             for (const QString& document : run.documents())
-                QFile::remove(m_session.dataFolder(Session::Folder::Documents) + u'/' + document);
+                QFile::remove(document);
             progress.percentage(100);
             if (result.count > 0)
                 result.resultText = QString::number(result.count) + QString::fromLatin1(step.countText);

@@ -16,7 +16,18 @@ class Clock;
 /// Why a catalog file could not be opened; `reason()` says it in a sentence for the user.
 class OpenError : public Error {
 public:
-    enum class Kind { Missing, Folder, NotACatalog, Damaged, Newer, ReadOnly, Locked, NoAccess };
+    enum class Kind {
+        Missing,
+        Folder,
+        NotACatalog,
+        Damaged,
+        Incomplete, ///< tables, columns or keys of its version are missing
+        Foreign,    ///< whole, but holds what is not of this program; see CleanedCopy
+        Newer,
+        ReadOnly,
+        Locked,
+        NoAccess
+    };
     OpenError(Kind kind, const QString& reason) : Error(reason), m_kind(kind) {}
     Kind kind() const { return m_kind; }
 

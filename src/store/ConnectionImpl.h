@@ -3,6 +3,7 @@
 
 // What the sources of Connection share; nobody else includes it.
 
+#include "store/CatalogShape.h"
 #include "store/Connection.h"
 #include "store/ReadingPlace.h"
 
@@ -32,6 +33,9 @@ struct Connection::Impl {
     /// The same for a catalog that is only looked at.
     static std::unique_ptr<Impl> toRead(const QString& catalog, const Clock& clock, const SchemaView& view);
 
+    /// Each statement is prepared by itself. `alone`: there must be one only, as in what the file itself
+    /// holds, where a second one would be somebody's trick.
+    void run(const QByteArray& statements, bool alone);
     StatementHandle take(const QByteArray& sql);
     void giveBack(const QByteArray& sql, StatementHandle statement);
     void readSchema();
@@ -52,5 +56,14 @@ struct Connection::Impl {
 };
 
 SqlError sqlError(const SQLite::Exception& error);
+
+/// Refuses what cannot be a catalog before SQLite sees it; throws OpenError.
+void checkCatalogFile(const QString& path, Connection::Mode mode = Connection::Mode::Normal);
+OpenError openError(const QString& path, const SQLite::Exception& error);
+/// Makes what a file of a stranger could do harmless, and takes the lock for good without writing a byte.
+void lockSafely(SQLite::Database& database);
+/// Throws OpenError for a catalog of a newer version, one that lacks something, or one that holds what is not
+/// ours.
+void checkShape(const CatalogShape& shape, const QString& path, int newestUpgrade);
 
 } // namespace tessaranth

@@ -41,10 +41,15 @@ const std::vector<TextIndexTable> allTables{
      {{"Tracks", "TrackName", "TrackID = @.TrackID"}}}};
 
 /// The statements that make one index, by the name of what each makes.
-QMap<QByteArray, QByteArray> definitions(const TextIndexTable& table) {
+QMap<QByteArray, QByteArray> definitionsOf(const TextIndexTable& table) {
     const QByteArray name = table.name;
     QMap<QByteArray, QByteArray> made;
-    made[name] = TextIndex::definition(table);
+    // Without text and positions: the rows stand in their own tables, and a box that narrows as one types
+    // asks for beginnings of words only. Beginnings of up to three letters have their own lists, as they are
+    // the ones with many hits.
+    made[name] = "CREATE VIRTUAL TABLE " + name +
+                 " USING fts5(words, content='', detail='none', prefix='1 2 3', "
+                 "tokenize='unicode61 remove_diacritics 2')";
     for (const TextIndexTable::Watch& watch : table.watches) {
         const QByteArray rows = QByteArray(" WHERE ") + watch.rows;
         const auto take = [&](const char* row) {
@@ -80,7 +85,7 @@ bool isNeeded(const TextIndexTable& table, const QByteArray& trigger) {
 QMap<QByteArray, QByteArray> allDefinitions() {
     QMap<QByteArray, QByteArray> made;
     for (const TextIndexTable& table : allTables) {
-        const auto own = definitions(table);
+        const auto own = definitionsOf(table);
         for (auto one = own.begin(); one != own.end(); ++one)
             if (isNeeded(table, one.key()))
                 made.insert(one.key(), one.value());
@@ -132,16 +137,19 @@ void dropTable(Connection& connection, const TextIndexTable& table,
 
 std::span<const TextIndexTable> TextIndex::tables() { return allTables; }
 
-// Without text and positions: the rows stand in their own tables, and a box that narrows as one types asks
-// for beginnings of words only. Beginnings of up to three letters have their own lists, as they are the ones
-// with many hits.
-QByteArray TextIndex::definition(const TextIndexTable& table) {
-    return QByteArray("CREATE VIRTUAL TABLE ") + table.name +
-           " USING fts5(words, content='', detail='none', prefix='1 2 3', "
-           "tokenize='unicode61 remove_diacritics 2')";
+const QMap<QByteArray, QByteArray>& TextIndex::definitions() {
+    static const auto made = allDefinitions();
+    return made;
 }
 
-bool TextIndex::isCurrent() const { return presentOf(m_connection) == allDefinitions(); }
+bool TextIndex::isTable(const QByteArray& name) {
+    return std::any_of(allTables.begin(), allTables.end(),
+                       [&](const TextIndexTable& table) { return name == table.name; });
+}
+
+bool TextIndex::isPart(const QByteArray& name) { return isTable(name.left(name.indexOf('_'))); }
+
+bool TextIndex::isCurrent() const { return presentOf(m_connection) == definitions(); }
 bool TextIndex::isAbsent() const { return presentOf(m_connection).isEmpty(); }
 
 QStringList TextIndex::present() const {
@@ -163,7 +171,7 @@ int TextIndex::dropTriggers() {
 }
 
 bool TextIndex::build(Progress& progress) {
-    const auto wanted = allDefinitions();
+    const auto& wanted = definitions();
     const auto found = presentOf(m_connection);
     progress.stage(tr("Preparing the search"));
     Transaction transaction(m_connection);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QMap>
 #include <QStringList>
 #include <span>
 #include <vector>
@@ -33,9 +34,11 @@ public:
 
     /// All indexes, named "Quick" and the item's code or table.
     static std::span<const TextIndexTable> tables();
-
-    /// The statement that makes an index's own table, without its triggers.
-    static QByteArray definition(const TextIndexTable& table);
+    /// The statement that makes each table and trigger in this version, by its name.
+    static const QMap<QByteArray, QByteArray>& definitions();
+    static bool isTable(const QByteArray& name);
+    /// True for the tables, and for the names that triggers and inner tables of any version have.
+    static bool isPart(const QByteArray& name);
 
     /// True when every table and trigger is there as this version of the program makes it, and nothing
     /// besides.

@@ -16,7 +16,7 @@ QString tr(const char* text) { return QCoreApplication::translate("TextIndexChec
 class Fresh {
 public:
     Fresh(Connection& catalog, const TextIndexTable& table) {
-        m_database.exec(TextIndex::definition(table).toStdString());
+        m_database.exec(TextIndex::definitions().value(table.name).toStdString());
         m_database.exec("BEGIN");
         SQLite::Statement add(m_database,
                               "INSERT INTO " + std::string(table.name) + "(rowid, words) VALUES (?, ?)");

@@ -7,6 +7,7 @@
 #include "items/ItemKind.h"
 #include "items/Person.h"
 #include "platform/Clock.h"
+#include "platform/FileWriter.h"
 #include "platform/Progress.h"
 #include "platform/TsvFile.h"
 #include "recordings/RecordingEditor.h"
@@ -153,11 +154,9 @@ private:
                           {"CompNbr", at(file, row, "number")},
                           {"CompYear", at(file, row, "year")},
                           {"KeyID", keyNumber(at(file, row, "keyname"), file, row)},
-                          {"GenreID", m_writer.lookup("Genres", "GenreName", at(file, row, "genre"))},
-                          {"CpsGenreID",
-                           m_writer.lookup("CpsGenres", "CpsGenreName", at(file, row, "catgenre"), composer)},
-                          {"MainWorkID",
-                           m_writer.lookup("MainWorks", "MainWorkName", at(file, row, "mainwork"), composer)},
+                          {"GenreID", m_writer.lookup("Genres", at(file, row, "genre"))},
+                          {"CpsGenreID", m_writer.lookup("CpsGenres", at(file, row, "catgenre"), composer)},
+                          {"MainWorkID", m_writer.lookup("MainWorks", at(file, row, "mainwork"), composer)},
                           {"Descr", QString()},
                           {"Pers", !roles.isEmpty()}});
         m_keys["Comp"][at(file, row, "key")] = id;
@@ -175,9 +174,9 @@ private:
         RecordingSpecs specs;
         specs.title = at(file, row, "title");
         specs.subtitle = at(file, row, "subtitle");
-        specs.label = m_writer.lookup("Labels", "LabelName", at(file, row, "label"));
-        specs.carrier = m_writer.lookup("Supports", "SupportType", at(file, row, "carrier"));
-        specs.source = m_writer.lookup("Sources", "SourceType", at(file, row, "source"));
+        specs.label = m_writer.lookup("Labels", at(file, row, "label"));
+        specs.carrier = m_writer.lookup("Supports", at(file, row, "carrier"));
+        specs.source = m_writer.lookup("Sources", at(file, row, "source"));
         specs.productionNumber = at(file, row, "prodnbr");
         specs.notes = at(file, row, "notes");
         specs.rating = textOr("rating", "N/A");
@@ -297,11 +296,6 @@ private:
     Keys m_classes;
 };
 
-void removeDatabase(const QString& path) {
-    for (const char* companion : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(path + QLatin1String(companion));
-}
-
 } // namespace
 
 void writeSampleCatalog(const QString& path, const QString& applicationFolder, const Clock& clock,
@@ -309,25 +303,23 @@ void writeSampleCatalog(const QString& path, const QString& applicationFolder, c
     if (QFileInfo::exists(path))
         throw FileError(tr("%1 exists already; it is left as it is.").arg(path));
     const std::vector<KeyNameLine> keyNames = readKeyNames(applicationFolder + QStringLiteral("/WKeys.dat"));
-    const QString part = path + QStringLiteral(".part");
-    removeDatabase(part); // what a killed program left of an earlier attempt
+    removeLeftovers(QFileInfo(path).path()); // what a killed program left of an earlier attempt
     try {
-        writeCatalogTemplate(part, keyNames);
+        const FileWriter part(path, Existing::Refuse); // never finished: it only lends its temporary file
+        fillCatalogTemplate(part.temporaryPath(), keyNames);
         KeptMessages messages;
         Session session(applicationFolder, messages, clock);
-        session.setConnection(Connection::open(part, clock, newestUpgradeCode));
+        session.setConnection(Connection::open(part.temporaryPath(), clock, newestUpgradeCode));
         session.fieldLengths().load(session.connection());
         SampleImport(session, messages).run(progress);
         // Copied, not renamed: on a full disk SQLite cannot bring the log home when the file is closed, and
         // says nothing about it.
         session.connection().copyTo(path);
     } catch (const Error& error) {
-        removeDatabase(part);
         const bool isNamed = error.reason().startsWith(path + u' ');
         throw isNamed ? FileError(error.reason())
                       : FileError(tr("%1 cannot be written: %2").arg(path, error.reason()));
     }
-    removeDatabase(part);
 }
 
 } // namespace tessaranth

@@ -47,7 +47,7 @@ const std::vector<ItemActions::Row>& ItemActions::rows() {
     {"mnuToolboxCatalog", "Catalog", "Catalog", "Manage composer catalog", "", "Ctrl+K", composers, S::One, &ItemActions::manageCatalog},
     {"mnuToolboxWork", "Comp", "New work", "Add new work to current composer", "", "Alt+Ins", composers, S::One, &ItemActions::addWork},
     {"mnuItemsClassify", "Class", "Classify", "Classify the items", "", "Ctrl+T", cards, S::Some, &ItemActions::classify},
-    {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Apply filter", "Ctrl+L", cards, S::Any, &ItemActions::filter},
+    {"mnuToolboxFilter", "Filter", "Filter", "Apply filter", "Apply filter", "", cards, S::Any, &ItemActions::filter},
     {"mnuToolboxFilterRemove", "Clear", "Filter remove", "Show all items again", "", "", cards, S::Filtered, &ItemActions::removeFilter}};
     return table;
 }
@@ -81,6 +81,11 @@ void ItemActions::addActions() {
             onBar.push_back(action);
     }
     m_toolbox.setActions(onBar, all);
+    // The button takes a filter off that is on; the key always goes to the box.
+    auto* toBox = new QAction(this);
+    toBox->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
+    connect(toBox, &QAction::triggered, &m_toolbox, &Toolbox::focusFilter);
+    m_toolbox.addAction(toBox);
 }
 
 void ItemActions::enable() {

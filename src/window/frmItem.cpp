@@ -30,7 +30,8 @@
 
 namespace tessaranth {
 
-frmItem::frmItem(const CardContext& context, QWidget* parent) : ChildWindow(parent), m_context(context) {
+frmItem::frmItem(const CardContext& context, QWidget* parent)
+    : ChildWindow(parent), m_context(context), m_own(this, context.icons) {
     setObjectName(QStringLiteral("frmItem"));
     addCommands();
     buildUi();
@@ -182,10 +183,10 @@ QWidget* frmItem::buildPanelBar() {
 void frmItem::addCommands() {
     for (const CardPanelKind& kind : cardPanelKinds())
         if (kind.owners.contains(m_context.code))
-            m_own.addCommand(kind.command, [this, name = kind.name] { showPanel(name); });
-    m_own.addCommand(QStringLiteral("mnuCardEdit"), [this] { ModificaItem(); });
-    m_own.addCommand(QStringLiteral("mnuCardClassify"), [this] { classify(); });
-    m_own.addCommand(QStringLiteral("mnuCardDocList"), [this] { showPanel(QStringLiteral("Docs")); });
+            m_own.carry(kind.command, [this, name = kind.name] { showPanel(name); });
+    m_own.carry(QStringLiteral("mnuCardEdit"), [this] { ModificaItem(); });
+    m_own.carry(QStringLiteral("mnuCardClassify"), [this] { classify(); });
+    m_own.carry(QStringLiteral("mnuCardDocList"), [this] { showPanel(QStringLiteral("Docs")); });
 }
 
 // ---- showing

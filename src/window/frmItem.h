@@ -72,11 +72,8 @@ private:
     /// Whoever carries out a command now: the card itself or one of the areas in sight; else nullptr.
     CommandTarget* targetOf(const QString& command) const;
 
-    struct OwnCommands final : CommandMap {
-        using CommandMap::addCommand;
-    };
-    mutable OwnCommands m_own;
     CardContext m_context;
+    mutable ActionTable m_own;
     CardHeading m_heading;
     CardColours m_colours;
     State m_status = State::Shown;

@@ -53,6 +53,9 @@ private slots:
     void filesBecomeReferences();
     void titlesAndRemoval();
     void opening();
+    void whatWouldRun_data();
+    void whatWouldRun();
+    void placesInNames();
     void filesThatMoved();
     void locations_data();
     void locations();
@@ -137,6 +140,66 @@ void TestMedia::opening() {
         "The following location: \n" + QDir::toNativeSeparators(desk.file("music")) + "\nis not available.";
     QCOMPARE(desk.messages.told, QStringList({gone, gone}));
     QVERIFY(desk.desktop.opened.isEmpty());
+}
+
+void TestMedia::whatWouldRun_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("runs");
+    const auto row = [](const char* name, const QByteArray& bytes, bool runs) {
+        QTest::addRow("%s %s", name, bytes.left(8).toHex().constData()) << QString(name) << bytes << runs;
+    };
+    for (const char* name :
+         {"a.desktop", "a.EXE", "a.mp3.sh", "a.py", "a.jar", "a.AppImage", "a.lnk", "a.bat. "})
+        row(name, "music", true);
+    for (const char* bytes : {"#!/bin/sh",
+                              "\x7F"
+                              "ELF",
+                              "MZ\x90", "# x\n[Desktop Entry]\nExec=sh", "[InternetShortcut]"})
+        row("a.mp3", bytes, true);
+    for (const char* name : {"a.mp3", "a.flac", "Mr. Sh.ogg", "sh", "a.jpg", "a.pdf"})
+        row(name, "music", false);
+}
+
+// A catalog from elsewhere may name any file of this computer.
+void TestMedia::whatWouldRun() {
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, runs);
+    Desk desk;
+    desk.media().add({desk.write("music/" + name, bytes)}, desk.progress);
+    const qint64 id = desk.number("SELECT MediaID FROM Media");
+    if (runs)
+        desk.messages.willAnswer(Answer::No);
+    QCOMPARE(desk.media().OpenMediaFile(id), !runs);
+    QCOMPARE(desk.desktop.opened.size(), runs ? 0 : 1);
+    if (!runs)
+        return;
+    QVERIFY(desk.messages.asked[0].text.contains(name));
+    QCOMPARE(int(desk.messages.asked[0].defaultButton), int(Answer::No));
+    desk.messages.willAnswer(Answer::Yes);
+    QVERIFY(desk.media().OpenMediaFile(id));
+}
+
+void TestMedia::placesInNames() {
+    Desk desk;
+    desk.write("secret.txt");
+    desk.write("music/new/a.mp3");
+    desk.media().add({desk.write("music/a.mp3")}, desk.progress);
+    const qint64 id = desk.number("SELECT MediaID FROM Media");
+    const QString folder = desk.file("music");
+    const std::pair<QString, QString> places[] = {
+        {folder, "../secret.txt"},         {folder, "new/a.mp3"},         {folder, ".."}, {folder, ""},
+        {folder, desk.file("secret.txt")}, {folder + "/new/..", "a.mp3"}, {".", "a.mp3"}, {"", "a.mp3"}};
+    for (const auto& [place, name] : places) {
+        desk.run("UPDATE Media SET MediaFolder = '" + place + "', MediaFile = '" + name + "'");
+        desk.messages.told.clear();
+        QVERIFY2(!desk.media().OpenMediaFile(id), qPrintable(place + '|' + name));
+        QCOMPARE(desk.messages.told.size(), 1);
+    }
+    QVERIFY(desk.desktop.opened.isEmpty());
+    desk.run("UPDATE Media SET MediaFile = '../secret.txt'");
+    QCOMPARE(desk.media().moveTo({id}, desk.file("music"), desk.progress), 0);
 }
 
 void TestMedia::filesThatMoved() {

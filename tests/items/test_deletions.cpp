@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting items with everything that depends on them, and merging one item into another.
-#include "items/AttachmentFiles.h"
+#include "store/AttachmentFiles.h"
 #include "store/CatalogCheck.h"
 #include "support/ItemCatalog.h"
 

@@ -172,14 +172,16 @@ void TestRecordings::refusesWhatIsNoRecording() {
 }
 
 void TestRecordings::readsUnitsAndLengths() {
+    m_catalog->run("UPDATE Rec SET UnitsNbr = 2000000");
+    QCOMPARE(editor(m_rec).specs().units, 999);
     QCOMPARE(RecordingEditor::units(" 2 "), std::optional<int>(2));
     QCOMPARE(RecordingEditor::units("999"), std::optional<int>(999));
     for (const char* text : {"", "0", "abc", "1.5", "1000", "-1", "+1", "99999999999999999999", "1 2"})
         QVERIFY2(!RecordingEditor::units(text), text);
     for (const char* text : {"", "04:30", "04.30", "00x00"})
-        QVERIFY2(RecordingEditor::isLength(text), text);
+        QVERIFY2(isLength(text), text);
     for (const char* text : {"4.30", "4:30", "04:3", "04:300", "0430", "ab:cd"})
-        QVERIFY2(!RecordingEditor::isLength(text), text);
+        QVERIFY2(!isLength(text), text);
 }
 
 // ---- artists and works

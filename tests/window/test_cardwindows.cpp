@@ -18,6 +18,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -61,6 +62,8 @@ private slots:
     void cardsOfTheToolbox();
     void classificationsStandBesideTheCards();
     void shortcutsAndKeysAreUnique();
+    void keysGoToThePartWithTheFocus_data();
+    void keysGoToThePartWithTheFocus();
     void searchesOpenInTheBrowser_data();
     void searchesOpenInTheBrowser();
 
@@ -289,6 +292,62 @@ void TestCardWindows::shortcutsAndKeysAreUnique() {
             command.when == When::Target || command.when == When::Missing || command.when == When::Menu;
         QVERIFY2(isOwn != bool(command.call), command.key);
     }
+}
+
+void TestCardWindows::keysGoToThePartWithTheFocus_data() {
+    QTest::addColumn<QString>("command"); // shows the panel
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("answer"); // the form that comes, or the title of the file dialog
+    QTest::newRow("pictures") << ""
+                              << "picImage" << int(Qt::Key_Insert) << "Import Image";
+    QTest::newRow("document") << ""
+                              << "txtDocument" << int(Qt::Key_Insert) << "frmRTB";
+    QTest::newRow("media") << "mnuShowMedia"
+                           << "lvMedia" << int(Qt::Key_Insert) << "Add media files";
+    QTest::newRow("web links") << "mnuShowWeb"
+                               << "lvWeb" << int(Qt::Key_Insert) << "frmNewWeb";
+    QTest::newRow("works") << "mnuShowComp"
+                           << "lvComp" << int(Qt::Key_Insert) << "frmWorkEditor";
+    // What is not possible now is nobody else's command: the tool box has a composer selected.
+    QTest::newRow("no picture to delete") << ""
+                                          << "picImage" << int(Qt::Key_Delete) << "";
+    QTest::newRow("no file to rename") << "mnuShowMedia"
+                                       << "lvMedia" << int(Qt::Key_F2) << "";
+    QTest::newRow("tool box") << ""
+                              << "lvItems" << int(Qt::Key_Insert) << "frmPers";
+}
+
+void TestCardWindows::keysGoToThePartWithTheFocus() {
+    QFETCH(QString, command);
+    QFETCH(QString, part);
+    QFETCH(int, key);
+    QTreeView* const list = m_window->toolbox()->view();
+    list->setCurrentIndex(list->model()->index(0, 0));
+    m_window->openCard("UserDef", 1);
+    m_window->openCard("Cps", 1);
+    if (!command.isEmpty())
+        cards().active()->run(command);
+    QWidget* const target = part == "lvItems" ? list : cards().active()->findChild<QWidget*>(part);
+    QVERIFY(target && target->isVisible());
+    target->setFocus();
+    QCOMPARE(QApplication::focusWidget(), target);
+
+    QString came;
+    QTimer::singleShot(100, this, [&came] {
+        if (QWidget* form = QApplication::activeModalWidget()) {
+            came = form->objectName();
+            form->close();
+        }
+    });
+    if ((part == "picImage" || part == "lvMedia") && key == Qt::Key_Insert)
+        m_home->messages.willChoose({});
+    QTest::keyClick(target, Qt::Key(key));
+    QTest::qWait(150);
+    QTEST(came.isEmpty() && !m_home->messages.fileRequests.empty()
+              ? m_home->messages.fileRequests.back().title
+              : came,
+          "answer");
 }
 
 void TestCardWindows::searchesOpenInTheBrowser_data() {

@@ -4,11 +4,13 @@
 #include "app/cli/Output.h"
 #include "attachments/FileFaults.h"
 #include "store/CatalogCheck.h"
+#include "store/CleanedCopy.h"
 #include "store/Cleanup.h"
 #include "store/Maintenance.h"
 #include "store/UpgradeSteps.h"
 
 #include <CLI/CLI.hpp>
+#include <QFileInfo>
 #include <iostream>
 #include <memory>
 
@@ -59,6 +61,24 @@ int empty(CliContext& context, Session& session) {
     return Maintenance(session).empty(context.progress) ? 0 : 1;
 }
 
+int writeCleaned(CliContext& context, const QString& target) {
+    Session session(context.applicationFolder, context.messages, context.clock);
+    const QString source = Startup(session, {context.catalog, {}, {}}, context.progress).catalogToOpen();
+    if (source.isEmpty())
+        return 1;
+    try {
+        const CleanedCopy copy =
+            CleanedCopy::write(source, QFileInfo(target).absoluteFilePath(), context.progress);
+        std::cerr << copy.rows << " row(s) copied";
+        if (copy.left > 0)
+            std::cerr << ", " << copy.left << " without a usable key left out";
+        std::cerr << '\n';
+        return 0;
+    } catch (const Error& error) {
+        return context.fail(error.reason());
+    }
+}
+
 } // namespace
 
 void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action) {
@@ -101,6 +121,13 @@ void addMaintenanceCommands(CLI::App& app, CliContext& context, Action& action) 
     });
     addAsking("repair", "Mend what \"check\" finds; asks for each kind unless --yes", repair);
     addAsking("empty", "Delete every card; asks unless --yes", empty);
+    auto target = std::make_shared<std::string>();
+    CLI::App* clean = maintain->add_subcommand(
+        "clean", "Copy a catalog from elsewhere without triggers, views and whatever else could run");
+    clean->add_option("FILE", *target, "The copy; a new file")->required();
+    clean->callback([&context, &action, target] {
+        action = [&context, target] { return writeCleaned(context, QString::fromStdString(*target)); };
+    });
 }
 
 } // namespace tessaranth

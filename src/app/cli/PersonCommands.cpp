@@ -181,13 +181,13 @@ const ItemCommand archiveCommands[] = {
 void addWord(CLI::App* command, char word, ItemWords& words) {
     switch (word) {
     case 'i':
-        command->add_option("ID", words.id)->required()->check(CLI::PositiveNumber);
+        command->add_option("ID", words.id)->required()->check(rowNumber());
         break;
     case 't':
-        command->add_option("TARGET", words.target)->required()->check(CLI::PositiveNumber);
+        command->add_option("TARGET", words.target)->required()->check(rowNumber());
         break;
     case 's':
-        command->add_option("ID", words.ids)->required()->check(CLI::PositiveNumber);
+        command->add_option("ID", words.ids)->required()->check(rowNumber());
         break;
     case 'n':
         command->add_option("TEXT", words.text)->required();

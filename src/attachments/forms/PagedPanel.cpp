@@ -13,7 +13,7 @@ namespace tessaranth {
 
 PagedPanel::PagedPanel(const CardContext& context, CardFiles& files, const Words& words, QWidget* parent)
     : CardPanel(context, parent), m_files(files), m_words(words) {
-    setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_actions.serve(this);
 }
 
 QString PagedPanel::heading() const {
@@ -24,15 +24,8 @@ QString PagedPanel::heading() const {
 
 void PagedPanel::addEntry(const QString& name, const QString& caption, const QString& shortcut,
                           const QString& iconKey, std::function<void()> what, std::function<bool()> when) {
-    const QString key = m_words.commands + name;
-    addCommand(key, std::move(what), std::move(when));
-    auto* action = new QAction(m_context.icons.icon(iconKey), caption, this);
-    action->setObjectName(key);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(action, &QAction::triggered, this, [this, key] { run(key); });
-    addAction(action);
-    m_entries.emplace_back(key, action);
+    m_actions.add(
+        {m_words.commands + name, caption, {}, iconKey, shortcut, std::move(what), std::move(when)});
 }
 
 void PagedPanel::addTurning() {
@@ -68,12 +61,7 @@ void PagedPanel::addSorting() {
         [this] { return count() > 1; });
 }
 
-QAction* PagedPanel::entry(const QString& name) const {
-    for (const auto& [key, action] : m_entries)
-        if (key == m_words.commands + name)
-            return action;
-    return nullptr;
-}
+QAction* PagedPanel::entry(const QString& name) const { return m_actions.action(m_words.commands + name); }
 
 void PagedPanel::buildUi(QWidget* page) {
     auto* layout = new QVBoxLayout(this);
@@ -145,8 +133,7 @@ void PagedPanel::refresh() {
 }
 
 void PagedPanel::enable() {
-    for (const auto& [key, action] : m_entries)
-        action->setEnabled(canRun(key));
+    m_actions.enable();
     emit changed();
 }
 

@@ -71,7 +71,6 @@ private:
     int m_index = -1;
     QLabel* m_position = nullptr;
     QLabel* m_title = nullptr;
-    std::vector<std::pair<QString, QAction*>> m_entries;
 };
 
 } // namespace tessaranth

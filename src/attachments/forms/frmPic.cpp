@@ -35,7 +35,8 @@ const PointerMode pointerModes[] = {{PictureView::Pointer::Move, "mnuToolsZoomNo
 } // namespace
 
 frmPic::frmPic(const FormContext& context, const CardOwner& card, int index, QWidget* parent)
-    : ChildWindow(parent), m_context(context), m_images(context.session, card) {
+    : ChildWindow(parent), m_context(context), m_images(context.session, card),
+      m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmPic"));
     addCommands();
     buildUi();
@@ -50,18 +51,18 @@ QString frmPic::key() const { return QStringLiteral("#Pic") + QString::number(qu
 
 void frmPic::addCommands() {
     const auto readable = [this] { return hasFile(); };
-    m_commands.addCommand(
+    m_commands.carry(
         QStringLiteral("mnuCardImagesBack"), [this] { step(-1); }, [this] { return m_index > 0; });
-    m_commands.addCommand(
+    m_commands.carry(
         QStringLiteral("mnuCardImagesForward"), [this] { step(1); },
         [this] { return m_index + 1 < count(); });
-    m_commands.addCommand(
+    m_commands.carry(
         QStringLiteral("mnuCardImagesExport"), [this] { m_images.ExportImageToFile(m_list.id(m_index)); },
         readable);
-    m_commands.addCommand(
+    m_commands.carry(
         QStringLiteral("mnuCardImagesCopy"), [this] { copy(); }, readable);
     for (int mode = 0; mode < int(std::size(pointerModes)); ++mode)
-        m_commands.addCommand(QLatin1String(pointerModes[mode].command), [this, mode] { setPointer(mode); });
+        m_commands.carry(QLatin1String(pointerModes[mode].command), [this, mode] { setPointer(mode); });
 }
 
 void frmPic::buildUi() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attachments/CardImages.h"
+#include "widgets/ActionTable.h"
 #include "widgets/ChildWindow.h"
 #include "widgets/FormContext.h"
 
@@ -41,9 +42,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    struct Table final : CommandMap {
-        using CommandMap::addCommand;
-    };
     void addCommands();
     void buildUi();
     QToolButton* addButton(QHBoxLayout* row, const QString& name, const QString& iconKey, const QString& tip,
@@ -61,7 +59,7 @@ private:
 
     FormContext m_context;
     CardImages m_images;
-    Table m_commands;
+    ActionTable m_commands;
     ItemList m_list;
     int m_index = -1;
     PictureView* m_view = nullptr;

@@ -24,7 +24,7 @@
 namespace tessaranth {
 
 frmClass::frmClass(const FormContext& context, OpenCards& cards, QWidget* parent)
-    : QDialog(parent), m_context(context), m_cards(cards) {
+    : QDialog(parent), m_context(context), m_cards(cards), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmClass"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(QStringLiteral("Manage classifications"));
@@ -130,20 +130,12 @@ std::vector<frmClass::Entry> frmClass::commands() {
 }
 
 QAction* frmClass::makeAction(const Entry& entry) {
-    auto* action = new QAction(m_context.icons.icon(entry.iconKey), entry.caption, this);
-    action->setObjectName(QLatin1String(entry.key));
-    action->setToolTip(entry.tip);
-    action->setStatusTip(entry.tip);
-    action->setShortcut(QKeySequence(entry.shortcut));
     // In the list of cards Del must not delete the category.
-    if (entry.shortcut == QLatin1String("Del") || entry.shortcut == QLatin1String("F2")) {
-        action->setShortcutContext(Qt::WidgetShortcut);
+    const bool isOfTree = entry.shortcut == QLatin1String("Del") || entry.shortcut == QLatin1String("F2");
+    QAction* action = m_commands.add({QLatin1String(entry.key), entry.caption, entry.tip, entry.iconKey,
+                                      entry.shortcut, entry.run, entry.possible, !isOfTree});
+    if (isOfTree)
         m_tree->addAction(action);
-    }
-    if (entry.run)
-        connect(action, &QAction::triggered, this, entry.run);
-    if (entry.possible)
-        m_actions.emplace_back(action, entry.possible);
     return action;
 }
 
@@ -168,13 +160,14 @@ void frmClass::buildCommands() {
 
 // Ins adds what stands beside the node chosen, and below a category its first sub-category.
 void frmClass::buildTreeKeys() {
-    auto* insert = new QAction(this);
-    insert->setShortcut(Qt::Key_Insert);
-    insert->setShortcutContext(Qt::WidgetShortcut);
-    m_tree->addAction(insert);
-    connect(insert, &QAction::triggered, this, [this] {
-        add(m_tree->category() != 0 ? Classification::SubCategory : Classification::Category);
-    });
+    m_tree->addAction(m_commands.add(
+        {QStringLiteral("insert"),
+         {},
+         {},
+         {},
+         QStringLiteral("Ins"),
+         [this] { add(m_tree->category() != 0 ? Classification::SubCategory : Classification::Category); },
+         {}}));
 }
 
 void frmClass::addContextMenus() {
@@ -193,10 +186,7 @@ void frmClass::addContextMenus() {
             [this, items](const QPoint& at) { items->popup(m_list->viewport()->mapToGlobal(at)); });
 }
 
-void frmClass::enable() {
-    for (const auto& [action, possible] : m_actions)
-        action->setEnabled(possible());
-}
+void frmClass::enable() { m_commands.enable(); }
 
 bool frmClass::stands(Level level) const {
     const ClassTree::Node node = m_tree->place().node;

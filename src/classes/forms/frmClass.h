@@ -3,6 +3,7 @@
 
 #include "classes/Classification.h"
 #include "classes/forms/ClassTree.h"
+#include "widgets/ActionTable.h"
 #include "widgets/FormContext.h"
 
 #include <QDialog>
@@ -80,7 +81,7 @@ private:
     QLabel* m_count = nullptr;
     QMenuBar* m_menus = nullptr;
     QToolBar* m_bar = nullptr;
-    std::vector<std::pair<QAction*, std::function<bool()>>> m_actions;
+    ActionTable m_commands;
     bool m_isOutdated = false;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "widgets/CommandTarget.h"
+#include "widgets/ActionTable.h"
 #include "widgets/FormContext.h"
 
 #include <QWidget>
@@ -19,12 +19,16 @@ struct CardContext : FormContext {
 
 /// One area of an item card: its pictures, its document, its works, ... It reads its rows itself and carries
 /// out the commands of the Card menu that are about them.
-class CardPanel : public QWidget, public CommandMap {
+class CardPanel : public QWidget, public CommandTarget {
     Q_OBJECT
 
 public:
     explicit CardPanel(const CardContext& context, QWidget* parent = nullptr)
-        : QWidget(parent), m_context(context) {}
+        : QWidget(parent), m_context(context), m_actions(this, context.icons) {}
+
+    bool knows(const QString& key) const override { return m_actions.knows(key); }
+    bool canRun(const QString& key) const override { return m_actions.canRun(key); }
+    void run(const QString& key) override { m_actions.run(key); }
 
     /// Reads again what it shows; what was selected stays selected where it still exists.
     virtual void load() = 0;
@@ -37,6 +41,7 @@ signals:
 
 protected:
     CardContext m_context;
+    ActionTable m_actions;
 };
 
 } // namespace tessaranth

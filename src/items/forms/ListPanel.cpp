@@ -5,9 +5,8 @@
 #include "widgets/FormHelpers.h"
 #include "widgets/ItemListModel.h"
 
-#include <QAction>
+#include <QEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QSet>
 #include <QTreeView>
@@ -26,9 +25,8 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
     m_model = new ItemListModel(context.icons, this);
     m_view = FormHelpers::itemView(this, words.name, m_model, true);
     m_view->setAccessibleName(words.spoken);
-    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_view->setFrameShape(QFrame::NoFrame);
-    m_view->installEventFilter(this);
+    m_actions.serve(m_view);
     layout->addWidget(m_view);
     // On the list itself, so that its menu, its keys and files dropped on it work while it is empty.
     m_empty = new QLabel(words.empty);
@@ -46,40 +44,12 @@ ListPanel::ListPanel(const CardContext& context, const Words& words, QWidget* pa
 
 void ListPanel::addEntry(const QString& key, const QString& caption, const QString& shortcut,
                          std::function<void()> what, std::function<bool()> when) {
-    addCommand(key, std::move(what), std::move(when));
-    auto* action = new QAction(caption, m_view);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, [this, key] { run(key); });
-    m_view->addAction(action);
-    m_entries.emplace_back(key, action);
+    m_actions.add({key, caption, {}, {}, shortcut, std::move(what), std::move(when)});
 }
 
-QAction* ListPanel::actionOf(const QEvent* event) const {
-    const QKeySequence keys(static_cast<const QKeyEvent*>(event)->keyCombination());
-    for (const auto& [key, action] : m_entries)
-        if (action->isEnabled() && action->shortcut() == keys)
-            return action;
-    return nullptr;
-}
-
-// The frame has some of these keys for its own lists; while the list has the focus, they are the list's.
 bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_view->viewport()) {
-        if (event->type() == QEvent::Resize)
-            fitEmptyText();
-        return CardPanel::eventFilter(watched, event);
-    }
-    if (event->type() == QEvent::ShortcutOverride && actionOf(event)) {
-        event->accept();
-        return true;
-    }
-    if (event->type() == QEvent::KeyPress) {
-        if (QAction* action = actionOf(event)) {
-            action->trigger();
-            return true;
-        }
-    }
+    if (event->type() == QEvent::Resize)
+        fitEmptyText();
     return CardPanel::eventFilter(watched, event);
 }
 
@@ -163,8 +133,7 @@ qint64 ListPanel::theOne() const {
 }
 
 void ListPanel::enable() {
-    for (const auto& [key, action] : m_entries)
-        action->setEnabled(canRun(key));
+    m_actions.enable();
     emit changed();
 }
 

@@ -4,7 +4,6 @@
 #include "items/forms/CardPanel.h"
 #include "store/ItemList.h"
 
-class QAction;
 class QLabel;
 class QTreeView;
 
@@ -20,8 +19,8 @@ class ListPanel : public CardPanel {
 
 public:
     void load() override;
-    QString heading() const override; ///< "Alias (3)"
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    QString heading() const override;                           ///< "Alias (3)"
+    bool eventFilter(QObject* watched, QEvent* event) override; ///< fits the text of an empty list
 
 protected:
     struct Words {
@@ -48,7 +47,6 @@ protected:
     void enable();
 
 private:
-    QAction* actionOf(const QEvent* keyEvent) const;
     void select(const std::vector<qint64>& ids);
     QString arrangementKey() const;
     void restoreWidths();
@@ -60,7 +58,6 @@ private:
     ItemListModel* m_model = nullptr;
     QTreeView* m_view = nullptr;
     QLabel* m_empty = nullptr;
-    std::vector<std::pair<QString, QAction*>> m_entries;
 };
 
 } // namespace tessaranth

@@ -41,7 +41,7 @@ ManagerWords wordsOf(int kind) {
 } // namespace
 
 frmListManager::frmListManager(const FormContext& context, int kind, OpenCards* cards, QWidget* parent)
-    : QDialog(parent), m_context(context), m_kind(kind), m_cards(cards) {
+    : QDialog(parent), m_context(context), m_kind(kind), m_cards(cards), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmListManager"));
     setWindowTitle(tr(wordsOf(kind).title));
     buildUi();
@@ -61,7 +61,7 @@ void frmListManager::buildUi() {
     connect(m_list.text, &QLineEdit::textChanged, this, &frmListManager::fill);
     connect(m_list.view, &QTreeView::doubleClicked, this, &frmListManager::rename);
     connect(m_list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &frmListManager::enable);
+            [this] { m_commands.enable(); });
     m_count = new QLabel;
     m_count->setObjectName(QStringLiteral("count"));
 
@@ -70,17 +70,19 @@ void frmListManager::buildUi() {
     left->addWidget(m_list.view, 1);
     left->addWidget(m_count);
     auto* buttons = new QVBoxLayout;
+    const auto some = [this] { return selectedCount() > 0; };
+    const auto one = [this] { return selectedCount() == 1; };
     const auto add = [&](const QString& caption, const char* name, const char* keys,
-                         void (frmListManager::*run)()) {
-        QPushButton* button = FormHelpers::commandButton(
-            m_list.view, caption, QLatin1String(name), QLatin1String(keys), [this, run] { (this->*run)(); });
-        buttons->addWidget(button);
-        return button;
+                         void (frmListManager::*run)(), const std::function<bool()>& when) {
+        const QString key = QLatin1String(name);
+        m_commands.add({key, caption, {}, {}, QLatin1String(keys), [this, run] { (this->*run)(); }, when});
+        buttons->addWidget(m_commands.button(key, key));
     };
-    add(tr("&New..."), "cmdNew", "Ins", &frmListManager::create);
-    m_rename = add(tr("&Rename..."), "cmdRename", "F2", &frmListManager::rename);
-    m_delete = add(tr("&Delete..."), "cmdDelete", "Del", &frmListManager::remove);
-    m_migrate = add(tr("&Migrate..."), "cmdMigrate", "", &frmListManager::merge);
+    add(tr("&New..."), "cmdNew", "Ins", &frmListManager::create, {});
+    add(tr("&Rename..."), "cmdRename", "F2", &frmListManager::rename, one);
+    add(tr("&Delete..."), "cmdDelete", "Del", &frmListManager::remove, some);
+    add(tr("&Migrate..."), "cmdMigrate", "", &frmListManager::merge, one);
+    m_commands.serve(m_list.view);
     buttons->addStretch();
     auto* middle = new QHBoxLayout;
     middle->addLayout(left, 1);
@@ -103,14 +105,11 @@ void frmListManager::fill() {
     if (!m_list.text->text().trimmed().isEmpty() && m_list.model->rowCount() > 0)
         m_list.view->setCurrentIndex(m_list.model->index(0, 0));
     m_count->setText(itemKind(m_kind)->countCaption + QString::number(m_list.model->rowCount()));
-    enable();
+    m_commands.enable();
 }
 
-void frmListManager::enable() {
-    const qsizetype selected = m_list.view->selectionModel()->selectedRows().size();
-    m_rename->setEnabled(selected == 1);
-    m_delete->setEnabled(selected > 0);
-    m_migrate->setEnabled(selected == 1);
+qsizetype frmListManager::selectedCount() const {
+    return m_list.view->selectionModel()->selectedRows().size();
 }
 
 void frmListManager::refresh(qint64 id) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/ActionTable.h"
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
 
@@ -25,7 +26,7 @@ public:
 private:
     void buildUi();
     void fill();
-    void enable();
+    qsizetype selectedCount() const;
     /// Reads the list again and selects an item, or the row that took the place of the one selected.
     void refresh(qint64 id);
     void create();
@@ -39,9 +40,7 @@ private:
     bool m_changed = false;
     FormHelpers::NarrowedList m_list;
     QLabel* m_count = nullptr;
-    QPushButton* m_rename = nullptr;
-    QPushButton* m_delete = nullptr;
-    QPushButton* m_migrate = nullptr;
+    ActionTable m_commands;
 };
 
 } // namespace tessaranth

@@ -126,8 +126,7 @@ RecContentsPanel::List RecContentsPanel::buildList(Area area, const QString& obj
     list.view = FormHelpers::itemView(this, objectName, list.model, false);
     list.view->setAccessibleName(name);
     list.view->setFrameShape(QFrame::NoFrame);
-    list.view->setContextMenuPolicy(Qt::ActionsContextMenu);
-    list.view->addActions(actions());
+    m_actions.serve(list.view);
     connect(list.view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CardPanel::changed);
     m_areas->insertWidget(area, list.view);
     m_tabs->insertTab(area, name);
@@ -135,21 +134,28 @@ RecContentsPanel::List RecContentsPanel::buildList(Area area, const QString& obj
 }
 
 void RecContentsPanel::addCommands() {
-    const auto add = [this](const QString& key, const QString& caption, const QString& icon,
-                            std::function<void()> what, std::function<bool()> when = {}) {
-        addCommand(key, std::move(what), std::move(when));
-        auto* action = new QAction(m_context.icons.icon(icon), caption, this);
-        connect(action, &QAction::triggered, this, [this, key] { run(key); });
-        connect(this, &CardPanel::changed, action, [this, action, key] { action->setEnabled(canRun(key)); });
-        addAction(action);
-    };
-    add(QStringLiteral("mnuCardRecContentsManage"), tr("&Manage..."), QStringLiteral("Manage"),
-        [this] { manage(); });
-    add(
-        QStringLiteral("mnuCardRecContentsGoTo"), tr("&Open artist card"), QStringLiteral("GoToCard"),
-        [this] { GoToArtistCard(); }, [this] { return !selectedArtist().isEmpty(); });
-    add(QStringLiteral("mnuCardRecContentsRefresh"), tr("Re&fresh"), QStringLiteral("Refresh"),
-        [this] { load(); });
+    m_actions.add({{QStringLiteral("mnuCardRecContentsManage"),
+                    tr("&Manage..."),
+                    {},
+                    QStringLiteral("Manage"),
+                    {},
+                    [this] { manage(); },
+                    {}},
+                   {QStringLiteral("mnuCardRecContentsGoTo"),
+                    tr("&Open artist card"),
+                    {},
+                    QStringLiteral("GoToCard"),
+                    {},
+                    [this] { GoToArtistCard(); },
+                    [this] { return !selectedArtist().isEmpty(); }},
+                   {QStringLiteral("mnuCardRecContentsRefresh"),
+                    tr("Re&fresh"),
+                    {},
+                    QStringLiteral("Refresh"),
+                    QStringLiteral("F5"),
+                    [this] { load(); },
+                    {}}});
+    connect(this, &CardPanel::changed, &m_actions, &ActionTable::enable);
 }
 
 // The editor reloads the card after each part that it stores.

@@ -49,7 +49,7 @@ void RecTracksTab::buildDisc(QBoxLayout* layout) {
     connect(m_discs, &QComboBox::currentIndexChanged, this, &RecTracksTab::changeDisc);
     m_discId = FormHelpers::lineEdit(
         this, QStringLiteral("txtDiscId"), tr("Disc identifier"),
-        m_context.session.fieldLengths().maxLength(QStringLiteral("DiscIds"), QStringLiteral("DiscId")));
+        m_context.session.fields().width(QStringLiteral("DiscIds"), QStringLiteral("DiscId")));
     constexpr int widestId = 160;
     m_discId->setMaximumWidth(widestId);
     connect(m_discId, &QLineEdit::textChanged, this, &RecTab::changed);
@@ -104,7 +104,7 @@ void RecTracksTab::buildInput(QBoxLayout* layout) {
     auto* row = new QHBoxLayout;
     m_name = FormHelpers::lineEdit(
         this, QStringLiteral("txtTrack"), tr("Name of the track"),
-        m_context.session.fieldLengths().maxLength(QStringLiteral("Tracks"), QStringLiteral("TrackName")));
+        m_context.session.fields().width(QStringLiteral("Tracks"), QStringLiteral("TrackName")));
     m_length = FormHelpers::lineEdit(this, QStringLiteral("meb"), tr("Length, minutes and seconds"), 0);
     m_length->setInputMask(QStringLiteral("99.99"));
     m_length->setText(noLength);
@@ -250,9 +250,9 @@ void RecTracksTab::copySelected() {
 
 void RecTracksTab::enable() {
     const std::vector<int> rows = m_list->selectedRows();
-    const bool fit = !m_name->text().trimmed().isEmpty() && !m_length->text().isEmpty() &&
-                     RecordingEditor::isLength(m_length->text());
-    if (RecordingEditor::isLength(m_length->text()))
+    const bool fit =
+        !m_name->text().trimmed().isEmpty() && !m_length->text().isEmpty() && isLength(m_length->text());
+    if (isLength(m_length->text()))
         FormHelpers::markRefused(m_length, false);
     m_add->setEnabled(!m_name->text().trimmed().isEmpty());
     m_set->setEnabled(fit && rows.size() == 1);
@@ -296,7 +296,7 @@ bool RecTracksTab::takeTyped() {
 
 // A changed name is not lost when another track is chosen, nor with a command on the rows.
 void RecTracksTab::takeSelected() {
-    if (m_copiedFrom >= 0 && isTyped() && RecordingEditor::isLength(m_length->text()))
+    if (m_copiedFrom >= 0 && isTyped() && isLength(m_length->text()))
         takeTyped();
 }
 
@@ -307,7 +307,7 @@ std::optional<Track> RecTracksTab::typed() {
     QString length = m_length->text();
     if (name.isEmpty())
         return std::nullopt;
-    if (length.size() != noLength.size() || !RecordingEditor::isLength(length)) {
+    if (length.size() != noLength.size() || !isLength(length)) {
         FormHelpers::markRefused(m_length, true);
         m_length->setFocus();
         m_length->selectAll();

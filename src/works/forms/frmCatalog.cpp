@@ -26,7 +26,7 @@ namespace tessaranth {
 
 frmCatalog::frmCatalog(const FormContext& context, qint64 composer, QWidget* parent)
     : QDialog(parent), m_context(context), m_composer(composer), m_catalog(context.session, composer),
-      m_file(context.session, composer) {
+      m_file(context.session, composer), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmCatalog"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(tr("Composer's catalog: %1").arg(m_catalog.composerName()));
@@ -93,19 +93,17 @@ void frmCatalog::add(Entry entry) {
         entry.menu->addSeparator();
         return;
     }
-    auto* action = new QAction(m_context.icons.icon(entry.iconKey), entry.text, this);
-    action->setObjectName(entry.key);
-    action->setToolTip(entry.tip);
-    action->setStatusTip(entry.tip);
-    action->setShortcut(QKeySequence(entry.shortcut));
-    connect(action, &QAction::triggered, this, std::move(entry.run));
+    // The tree and the list rename what is chosen in them by the same key.
+    const bool isOfPart = entry.shortcut == QLatin1String("F2");
+    QAction* action = m_commands.add({entry.key, entry.text, entry.tip, entry.iconKey, entry.shortcut,
+                                      std::move(entry.run), std::move(entry.possible), !isOfPart});
+    if (isOfPart)
+        (entry.menu == m_workMenu ? static_cast<QWidget*>(m_works) : m_tree)->addAction(action);
     entry.menu->addAction(action);
     if (!entry.toolBarText.isEmpty()) {
         action->setIconText(entry.toolBarText);
         m_bar->addAction(action);
     }
-    if (entry.possible)
-        m_actions.emplace_back(action, std::move(entry.possible));
 }
 
 void frmCatalog::buildCommands() {
@@ -291,10 +289,7 @@ void frmCatalog::addContextMenus() {
             [this](const QPoint& at) { m_workMenu->popup(m_works->viewport()->mapToGlobal(at)); });
 }
 
-void frmCatalog::enable() {
-    for (const auto& [action, possible] : m_actions)
-        action->setEnabled(possible());
-}
+void frmCatalog::enable() { m_commands.enable(); }
 
 // ---- lists
 

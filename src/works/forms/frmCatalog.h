@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/ActionTable.h"
 #include "widgets/FormContext.h"
 #include "works/CatalogFile.h"
 #include "works/ComposerCatalog.h"
@@ -78,7 +79,7 @@ private:
     QMenu* m_branchMenus[2]{};
     QMenu* m_workMenu = nullptr;
     QMenu* m_fileMenu = nullptr;
-    std::vector<std::pair<QAction*, std::function<bool()>>> m_actions;
+    ActionTable m_commands;
 };
 
 } // namespace tessaranth

@@ -22,7 +22,8 @@
 
 namespace tessaranth {
 
-frmWork::frmWork(const CardContext& context, QWidget* parent) : ChildWindow(parent), m_context(context) {
+frmWork::frmWork(const CardContext& context, QWidget* parent)
+    : ChildWindow(parent), m_context(context), m_own(this, context.icons) {
     setObjectName(QStringLiteral("frmWork"));
     setAutoFillBackground(true);
     buildUi();
@@ -52,6 +53,8 @@ void frmWork::buildUi() {
     addEntry(QStringLiteral("mnuCardWorkCardEdit"), tr("&Edit the work..."), QStringLiteral("F2"),
              [this] { edit(); });
     addEntry(QStringLiteral("mnuCardWorkCardExport"), tr("E&xport..."), {}, [this] { exportCard(); });
+    m_own.serve(m_recordings);
+    connect(this, &ChildWindow::changed, &m_own, &ActionTable::enable);
     resize(860, 520);
 }
 
@@ -96,7 +99,6 @@ QWidget* frmWork::buildRight() {
     m_recordings = FormHelpers::itemView(this, QStringLiteral("lvRec"), m_model, false);
     m_recordings->setAccessibleName(tr("Recordings"));
     m_recordings->setFrameShape(QFrame::NoFrame);
-    m_recordings->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(m_recordings, &QTreeView::activated, this, &frmWork::goToRecording);
     connect(m_recordings->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ChildWindow::changed);
@@ -125,13 +127,7 @@ void frmWork::run(const QString& command) {
 
 void frmWork::addEntry(const QString& key, const QString& caption, const QString& shortcut,
                        std::function<void()> what, std::function<bool()> when) {
-    m_own.addCommand(key, std::move(what), std::move(when));
-    auto* action = new QAction(caption, m_recordings);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, [this, key] { run(key); });
-    connect(this, &ChildWindow::changed, action, [this, action, key] { action->setEnabled(canRun(key)); });
-    m_recordings->addAction(action);
+    m_own.add({key, caption, {}, {}, shortcut, std::move(what), std::move(when)});
 }
 
 bool frmWork::reload() {

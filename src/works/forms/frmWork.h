@@ -47,11 +47,8 @@ private:
     qint64 selectedRecording() const;
     void goToRecording();
 
-    struct OwnCommands final : CommandMap {
-        using CommandMap::addCommand;
-    };
-    OwnCommands m_own;
     CardContext m_context;
+    ActionTable m_own;
     WorkCard m_work;
     CardBand* m_band = nullptr;
     SpecsView* m_lines = nullptr;
