@@ -19,7 +19,8 @@ bool isYear(const QString& text) {
 QString cleanName(const QString& text) {
     QString result = text;
     for (QChar& c : result)
-        if (c.category() == QChar::Other_Control)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     return result.trimmed();
 }
