@@ -2,6 +2,7 @@
 // Deleting and merging items.
 #include "items/Attachments.h"
 #include "items/CMITGuard.h"
+#include "items/DeletionCounts.h"
 #include "items/ItemCascades.h"
 #include "items/OpenCards.h"
 #include "platform/Progress.h"
@@ -22,9 +23,13 @@ constexpr qsizetype namesShown = 20;
 
 } // namespace
 
-bool CMIT::ConfermaEliminazione(int number, const QStringList& names) {
+bool CMIT::ConfermaEliminazione(int number, const QStringList& names, const std::vector<qint64>& ids) {
+    QString counts;
+    const bool counted = guarded(number, [&](const ItemKind& kind) {
+        counts = deletionCounts(m_session.connection(), kind.code, ids);
+    });
     const ItemKind* kind = itemKind(number);
-    if (!kind || names.isEmpty())
+    if (!counted || names.isEmpty())
         return false;
     QString shown = names.mid(0, namesShown).join(QStringLiteral(", "));
     if (names.size() > namesShown)
@@ -33,7 +38,8 @@ bool CMIT::ConfermaEliminazione(int number, const QStringList& names) {
     question.title = QStringLiteral("Delete item(s)");
     question.text =
         kind->messageLabel + shown +
-        QStringLiteral("\nwill be deleted.\n\nWarning!!\nAll related data will be deleted!\n\nContinue?");
+        QStringLiteral("\nwill be deleted.\n\nWarning!!\nAll related data will be deleted!\n\nContinue?") +
+        counts;
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
     return m_session.messages().ask(question) == Answer::Yes;
@@ -47,11 +53,26 @@ void CMIT::CloseAllOpenFormWork(int number, const std::vector<qint64>& ids) {
         m_cards->closeCard(OpenCards::key(kind->code, id));
 }
 
+// The cards that the works of a composer would have; empty for other kinds.
+QStringList CMIT::workCards(int number, qint64 id) {
+    QStringList keys;
+    if (!m_cards || number != ItemKind::Composer)
+        return keys;
+    guarded(number, [&](const ItemKind&) {
+        Query run = m_session.connection().query(
+            QStringLiteral("SELECT CompID FROM Compositions WHERE CpsID = %1").arg(id));
+        while (run.next())
+            keys << OpenCards::key(QStringLiteral("Comp"), run.integer(0));
+    });
+    return keys;
+}
+
 bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& progress) {
     // Closed first: a card that is open would store its state into a row that is gone.
     CloseAllOpenFormWork(number, ids);
     progress.stage(tr("Deleting"));
     QStringList files;
+    QStringList works;
     bool all = true;
     const bool deleted = guarded(number, [&](const ItemKind& kind) {
         Transaction transaction(m_session.connection());
@@ -60,6 +81,7 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
             all = !progress.stopped();
             if (!all)
                 return;
+            works += workCards(number, id);
             deleteOne(kind, id, files);
             progress.step(++done, qint64(ids.size()));
         }
@@ -67,6 +89,8 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
     });
     if (!deleted || !all)
         return false;
+    for (const QString& work : works)
+        m_cards->closeCard(work);
     Attachments::removeFiles(files);
     return true;
 }
@@ -130,6 +154,8 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
         if (m_cards && kind.isCard())
             m_cards->reloadCard(OpenCards::key(kind.code, to));
     });
+    for (const QString& work : merged ? workCards(number, to) : QStringList())
+        m_cards->reloadCard(work);
     // Not before the rows are gone for good: an item that could not be merged away keeps its files.
     if (!merged)
         return false;

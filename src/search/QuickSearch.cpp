@@ -3,6 +3,7 @@
 
 #include "store/Guarded.h"
 #include "store/TextIndex.h"
+#include "text/CatalogueNumber.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -54,7 +55,7 @@ QuickSearch::Hit hitOf(const GroupOf& group, const Query& row) {
     constexpr int acronym = 6;
     QString second = row.text(2);
     if (row.columnCount() > acronym && !second.isEmpty())
-        second = joined(row.text(acronym), QStringLiteral(" "), second).trimmed();
+        second = CatalogueNumber::withAcronym(row.text(acronym).trimmed(), second.trimmed());
     return {joined(row.text(1), QLatin1String(group.between), second),
             joined(row.text(3), QStringLiteral(", "), row.text(4)), QLatin1String(group.code),
             row.integer(5)};

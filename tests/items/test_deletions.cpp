@@ -134,6 +134,8 @@ class TestDeletions : public QObject {
 
 private slots:
     void questionNamesWhatGoes();
+    void questionCountsWhatGoes_data();
+    void questionCountsWhatGoes();
     void cardGoesWithWhatHangsOffIt_data() { addCardKinds(); }
     void cardGoesWithWhatHangsOffIt();
     void composersWorksGoWithTheirDocuments();
@@ -159,7 +161,7 @@ void TestDeletions::questionNamesWhatGoes() {
     ItemCatalog catalog;
     CMIT items = catalog.items();
     catalog.messages.willAnswer(Answer::No);
-    QVERIFY(!items.ConfermaEliminazione(ItemKind::Custom, {"One", "Two"}));
+    QVERIFY(!items.ConfermaEliminazione(ItemKind::Custom, {"One", "Two"}, {1, 2}));
     const Question asked = catalog.messages.asked.back();
     QCOMPARE(asked.title, QString("Delete item(s)"));
     QCOMPARE(asked.text, QString("Custom: One, Two\nwill be deleted.\n\nWarning!!\nAll related data will be "
@@ -169,10 +171,54 @@ void TestDeletions::questionNamesWhatGoes() {
     QCOMPARE(asked.icon, MessageIcon::Question);
     for (const ItemKind& kind : itemKinds()) {
         catalog.messages.willAnswer(Answer::Yes);
-        QVERIFY(items.ConfermaEliminazione(kind.number, {"%1"}));
+        QVERIFY(items.ConfermaEliminazione(kind.number, {"%1"}, {1}));
         QVERIFY(catalog.messages.asked.back().text.startsWith(kind.messageLabel + "%1\n"));
     }
-    QVERIFY(!items.ConfermaEliminazione(ItemKind::Genre, {})); // nothing to ask
+    QVERIFY(!items.ConfermaEliminazione(ItemKind::Genre, {}, {})); // nothing to ask
+}
+
+void TestDeletions::questionCountsWhatGoes_data() {
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("counts");
+    QTest::newRow("composer") << int(ItemKind::Composer)
+                              << "Deleted too: 2 works, 1 picture, 1 document, 1 document of a work, 1 media "
+                                 "entry, 1 web link, 1 relation\nChanged: 2 recordings";
+    QTest::newRow("performer") << int(ItemKind::Performer) << "Changed: 1 recording";
+    QTest::newRow("recording") << int(ItemKind::Recording) << "Deleted too: 3 tracks";
+    QTest::newRow("custom item") << int(ItemKind::Custom) << "Deleted too: 1 relation";
+    QTest::newRow("genre") << int(ItemKind::Genre) << "Changed: 1 work";
+    QTest::newRow("label") << int(ItemKind::Label) << "Changed: 1 recording";
+    QTest::newRow("source") << int(ItemKind::Source) << "";
+}
+
+void TestDeletions::questionCountsWhatGoes() {
+    QFETCH(int, kind);
+    QFETCH(QString, counts);
+    ItemCatalog catalog;
+    for (const char* statement :
+         {"INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (1, 1, 1)",
+          "INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (2, 1, 0)",
+          "INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (3, 2, 2)",
+          "INSERT INTO Rec (RecID, LabelID) VALUES (1, 1)", "INSERT INTO Rec (RecID, LabelID) VALUES (2, 2)",
+          "INSERT INTO CpsOnRec (CpsID, RecID) VALUES (1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (1, 1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (2, 1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (1, 1, 2)",
+          "INSERT INTO PfrOnRec (PfrID, RecID) VALUES (1, 2)",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Images (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Cards (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Cards (RelatedCat, RelatedID) VALUES ('Comp', 2)",
+          "INSERT INTO Media (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Web (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Relations (ItemType, ItemID, UserDefID) VALUES ('Cps', 1, 1)"})
+        catalog.run(statement);
+    catalog.messages.willAnswer(Answer::No);
+    QVERIFY(!catalog.items().ConfermaEliminazione(kind, {"One"}, {1, 99}));
+    QCOMPARE(catalog.messages.asked[0].text.section("Continue?", 1),
+             counts.isEmpty() ? counts : "\n\n" + counts);
 }
 
 void TestDeletions::cardGoesWithWhatHangsOffIt() {
