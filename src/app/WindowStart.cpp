@@ -35,7 +35,7 @@ int withStartedWindow(const std::function<int(StartedWindow&)>& run) {
         return 0;
     SplashScreen splash;
     NoProgress quiet;
-    Startup startup(session, {{}, shareFolder(), [&] { splash.showFor(session.applicationFolder()); }},
+    Startup startup(session, {{}, shareFolder(), [&] { splash.showFor(session.applicationFolder()); }, true},
                     quiet);
     const StartResult start = startup.run();
     if (!start.started) {

@@ -2,7 +2,6 @@
 // tessaranth-tour FOLDER: shows every window of the program to pictures; for developers and for the README.
 #include "app/tour/Tour.h"
 #include "app/WindowStart.h"
-#include "widgets/Application.h"
 #include "widgets/OffscreenLog.h"
 #include "window/SplashScreen.h"
 
@@ -11,7 +10,7 @@
 using namespace tessaranth;
 
 int main(int argc, char** argv) {
-    Application application(argc, argv);
+    QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tessaranth"));
     QApplication::setApplicationVersion(QStringLiteral(TESSARANTH_VERSION));
     const QStringList words = QApplication::arguments();

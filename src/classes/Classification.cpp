@@ -318,17 +318,22 @@ bool Classification::rename(Level level, qint64 id) {
 
 bool Classification::remove(Level level, qint64 id) {
     QString name;
-    if (!guarded(m_session, [&] { name = names(level).nameOf(m_session, id); }))
+    std::vector<qint64> cards;
+    const auto read = [&] {
+        name = names(level).nameOf(m_session, id);
+        cards = cardsIn(level, id);
+    };
+    if (!guarded(m_session, read))
         return false;
-    const Question question{QLatin1String(words[level].removeTitle),
-                            QStringLiteral("Do you want to delete ") + name + u'?',
-                            {Answer::Ok, Answer::Cancel},
-                            Answer::Cancel};
+    Question question{QLatin1String(words[level].removeTitle),
+                      QStringLiteral("Do you want to delete ") + name + u'?',
+                      {Answer::Ok, Answer::Cancel},
+                      Answer::Cancel};
+    if (!cards.empty())
+        question.text += QStringLiteral("\n\n") + tr("Cards that lose it: %1").arg(cards.size());
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
-    std::vector<qint64> cards;
     const bool removed = guarded(m_session, [&] {
-        cards = cardsIn(level, id);
         Connection& connection = m_session.connection();
         const QString isNode = names(level).key + QStringLiteral(" = ") + QString::number(id);
         Transaction transaction(connection);

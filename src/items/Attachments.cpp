@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/Attachments.h"
 
+#include "store/AttachmentFiles.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
 #include <QFile>
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace tessaranth {
@@ -30,27 +32,30 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            files.push_back(m_session.dataFolder(folder) + u'/' + rows.text(0));
+            if (const auto file = AttachmentFiles(m_session).path(folder, rows.value(0)))
+                files.push_back(*file);
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
-        connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
-    connection.attempt(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
+        connection.execute(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
+    connection.execute(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
 }
 
 void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
-    const QString folder = m_session.dataFolder(Session::Folder::Documents) + u'/';
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        files.push_back(folder + rows.value(row, QStringLiteral("CardID")).toText());
+        if (const auto file = AttachmentFiles(m_session).path(Session::Folder::Documents,
+                                                              rows.value(row, QStringLiteral("CardID"))))
+            files.push_back(*file);
         rows.remove(row);
     }
 }
 
 void Attachments::moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
-    qint64 next =
+    qint64 next = std::clamp<qint64>(
         connection.single(QStringLiteral("SELECT MAX(OrderNbr) As maxNbr FROM ") + table + ownedBy(code, to))
-            .toInteger();
+            .toInteger(),
+        0, std::numeric_limits<int>::max());
     Recordset rows =
         Recordset::open(connection, QStringLiteral("SELECT * FROM ") + table + ownedBy(code, from) +
                                         QStringLiteral(" ORDER BY OrderNbr"));
@@ -63,9 +68,9 @@ void Attachments::moveAll(const QString& code, qint64 from, qint64 to) {
         moveOrdered(QString::fromLatin1(table), code, from, to);
     Connection& connection = m_session.connection();
     for (const char* table : {"Media", "Web"})
-        connection.attempt(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
+        connection.execute(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
                            ownedBy(code, from));
-    connection.attempt(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
+    connection.execute(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
 }
 
 void Attachments::setOrder(const QString& table, const QString& code, qint64 id,

@@ -2,7 +2,7 @@
 #include "items/CardOwner.h"
 
 #include "items/CMIT.h"
-#include "store/Session.h"
+#include "store/Guarded.h"
 
 #include <QCoreApplication>
 
@@ -31,14 +31,16 @@ QString CardOwner::name(Session& session) const {
     return kind ? CMIT(session).nameOf(kind->number, id) : QString();
 }
 
-void CardOwner::require(Session& session) const {
-    const ItemKind* kind = itemKind(code);
-    const bool isThere = code == workCode
-                             ? session.connection().exists(QStringLiteral("SELECT *") + workRow(id))
-                             : kind && kind->isCard() && CMIT(session).exists(kind->number, id);
-    if (!isThere)
-        throw Error(code == workCode ? tr("This work has been deleted meanwhile.")
-                                     : tr("This card has been deleted meanwhile."));
+bool CardOwner::require(Session& session) const {
+    return guarded(session, [&] {
+        const ItemKind* kind = itemKind(code);
+        const bool isThere = code == workCode
+                                 ? session.connection().exists(QStringLiteral("SELECT *") + workRow(id))
+                                 : kind && kind->isCard() && CMIT(session).exists(kind->number, id);
+        if (!isThere)
+            throw Error(code == workCode ? tr("This work has been deleted meanwhile.")
+                                         : tr("This card has been deleted meanwhile."));
+    });
 }
 
 } // namespace tessaranth

@@ -17,8 +17,9 @@ struct CardOwner {
     QString condition() const;
     /// The card's name, or the work's title, for questions. Throws SqlError.
     QString name(Session& session) const;
-    /// Throws Error when the card has gone: what is attached to nothing is never seen again.
-    void require(Session& session) const;
+    /// Tells the user and answers false when the card has gone: what is attached to nothing is never seen
+    /// again. As a part of an operation it ends that.
+    bool require(Session& session) const;
 };
 
 } // namespace tessaranth

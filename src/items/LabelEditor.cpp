@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/LabelEditor.h"
 
-#include "items/AttachmentFiles.h"
 #include "items/CMIT.h"
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 #include "text/PictureFile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QImageReader>
 
 namespace tessaranth {
@@ -32,23 +31,17 @@ bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) 
         if (logo.what == LogoChange::What::Replace)
             files.write(folder, label, logo.bytes);
         transaction.commit();
-        // A new label may get the number of one whose adding was cut off after its logo was written.
-        const bool mustGo =
-            logo.what == LogoChange::What::Remove || (id == 0 && logo.what == LogoChange::What::Keep);
         id = label;
-        if (mustGo && !files.remove(folder, label))
+        if (logo.what == LogoChange::What::Remove && !files.remove(folder, label))
             throw FileError(tr("%1 cannot be removed.").arg(files.path(folder, label)));
         return true;
     });
 }
 
 QByteArray LabelEditor::logo(qint64 id) const {
-    QFile file(AttachmentFiles(m_session).path(folder, id));
-    if (id == 0 || !file.exists())
-        return {};
-    if (file.size() > PictureFile::maxFileBytes || !file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(file.fileName(), file.errorString()));
-    return file.readAll();
+    const AttachmentFiles files(m_session);
+    return id != 0 && files.exists(folder, id) ? files.read(folder, id, PictureFile::maxFileBytes)
+                                               : QByteArray();
 }
 
 QByteArray LabelEditor::importLogo(const QString& file) {

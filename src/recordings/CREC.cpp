@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/CREC.h"
 
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 
 namespace tessaranth {
@@ -31,7 +32,7 @@ bool CREC::CaricaDati(qint64 recId) {
             connection.single(QStringLiteral("SELECT LabelID FROM Rec WHERE RecID = %1").arg(recId))
                 .toInteger();
         if (label != 0)
-            LabelFile = m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(label);
+            LabelFile = AttachmentFiles(m_session).path(Session::Folder::Labels, label);
         found = true;
     });
     return found;

@@ -138,7 +138,8 @@ void FieldRow::read(const Recordset& rows, int row) {
         else if (field.isText() || field.kind == FieldKind::Date)
             set(field.name(), value.toText());
         else
-            set(field.name(), std::max(field.least, value.toInteger()));
+            set(field.name(),
+                field.most > 0 ? std::clamp(value.toInteger(), field.least, field.most) : value.toInteger());
     }
 }
 

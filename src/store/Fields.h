@@ -102,7 +102,7 @@ public:
     void set(const QString& column, const Value& value);
 
     /// Takes over one row of a set that holds every column; throws SqlError for one that does not. What rows
-    /// of older catalogs lack reads as in a new row.
+    /// of older catalogs lack reads as in a new row, and a number out of its range as the next one in it.
     void read(const Recordset& rows, int row);
     /// What an editor writes.
     std::vector<std::pair<QString, Value>> edited() const;

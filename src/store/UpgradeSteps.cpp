@@ -86,11 +86,15 @@ const UpgradeStep steps[] = {
     {236568, ChangeWidth, "Compositions", "CompNbr", "VARCHAR", "", 50, {}},
     {236569, Media, "Media", "MediaTitle", "VARCHAR", "", 250, {}},
 };
+
+const MediaColumn columnsOfMedia[] = {{"MediaFolder", "VARCHAR(250)", ""}, {"MediaSize", "LONG", "0"},
+    {"MediaType", "VARCHAR(250)", ""}, {"VolumeName", "VARCHAR(33)", ""}, {"VolumeType", "VARCHAR(20)", ""}};
 // clang-format on
 
 } // namespace
 
 std::span<const AddedTable> addedTables() { return tables; }
 std::span<const UpgradeStep> upgradeSteps() { return steps; }
+std::span<const MediaColumn> mediaColumns() { return columnsOfMedia; }
 
 } // namespace tessaranth

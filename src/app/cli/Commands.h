@@ -12,7 +12,8 @@
 
 namespace CLI {
 class App;
-}
+class Validator;
+} // namespace CLI
 
 namespace tessaranth {
 
@@ -38,6 +39,9 @@ struct CliContext {
 private:
     int run(Session& session, const std::function<int(Session&)>& command);
 };
+
+/// Checks the number of a card, a row or a disc, and says in words what is one.
+const CLI::Validator& rowNumber();
 
 /// Each adds its commands to the parser; a command sets `action`, which is run when all words were read.
 using Action = std::function<int()>;

@@ -71,8 +71,13 @@ int savePerson(const Call& call) {
     for (const PersonOption& option : personOptions)
         if (command.count(option.name) > 0)
             person.*option.field = QString::fromStdString(words.*option.word);
+    context.messages.assumeYes(words.yes);
     if (!items.ModificaItem(kind.number, person))
-        return 1;
+        return context.messages.declined()
+                   ? context.fail(QStringLiteral("There is a %1 of this name with other years. Say --yes if "
+                                                 "this is another one.")
+                                      .arg(kind.noun))
+                   : 1;
     if (words.id == 0)
         std::cout << person.id << '\n';
     return 0;
@@ -116,7 +121,7 @@ int remove(const Call& call) {
         names.push_back(items.nameOf(kind.number, id));
     }
     context.messages.assumeYes(words.yes);
-    if (!items.ConfermaEliminazione(kind.number, names))
+    if (!items.ConfermaEliminazione(kind.number, names, words.ids))
         return context.fail(QStringLiteral("Nothing was deleted. Say --yes to delete."));
     return items.EliminaItem(kind.number, words.ids, context.progress) ? 0 : 1;
 }
@@ -158,7 +163,7 @@ int searchArchive(const Call& call) {
 // ---- the words of the commands
 
 void readId(CLI::App& command, ItemWords& words) {
-    command.add_option("ID", words.id)->required()->check(CLI::PositiveNumber);
+    command.add_option("ID", words.id)->required()->check(rowNumber());
 }
 
 void readName(CLI::App& command, ItemWords& words) { command.add_option("TEXT", words.text)->required(); }
@@ -174,6 +179,7 @@ void readFields(CLI::App& command, ItemWords& words, bool isNew) {
     for (const PersonOption& option : personOptions)
         command.add_option(option.name, words.*option.word, option.help)
             ->required(isNew && option.field == &Person::last);
+    command.add_flag("--yes", words.yes, "Do not ask");
 }
 
 void readNew(CLI::App& command, ItemWords& words) { readFields(command, words, true); }
@@ -185,12 +191,12 @@ void readChanges(CLI::App& command, ItemWords& words) {
 
 void readMerge(CLI::App& command, ItemWords& words) {
     readId(command, words);
-    command.add_option("TARGET", words.target)->required()->check(CLI::PositiveNumber);
+    command.add_option("TARGET", words.target)->required()->check(rowNumber());
     command.add_flag("--yes", words.yes, "Do not ask");
 }
 
 void readDeletion(CLI::App& command, ItemWords& words) {
-    command.add_option("ID", words.ids)->required()->check(CLI::PositiveNumber);
+    command.add_option("ID", words.ids)->required()->check(rowNumber());
     command.add_flag("--yes", words.yes, "Do not ask");
 }
 

@@ -32,7 +32,7 @@ frmNewLabel::frmNewLabel(const FormContext& context, qint64 id, QWidget* parent)
     buildUi();
     readInto(this, context.session, [&] {
         if (id != 0)
-            m_name->setText(CMIT(context.session).nameOf(ItemKind::Label, id));
+            FormHelpers::showStored(m_name, CMIT(context.session).nameOf(ItemKind::Label, id));
         showLogo(m_labels.logo(id));
     });
     m_stored = m_name->text();

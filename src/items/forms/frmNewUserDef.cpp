@@ -21,8 +21,9 @@ frmNewUserDef::frmNewUserDef(const FormContext& context, qint64 id, OpenCards* c
     setWindowTitle(id == 0 ? QStringLiteral(" New Custom item") : QStringLiteral(" Edit Custom item"));
     buildUi();
     if (id != 0)
-        readInto(this, context.session,
-                 [&] { m_title->setText(CMIT(context.session).nameOf(ItemKind::Custom, id)); });
+        readInto(this, context.session, [&] {
+            FormHelpers::showStored(m_title, CMIT(context.session).nameOf(ItemKind::Custom, id));
+        });
     m_stored = m_title->text();
 }
 

@@ -39,6 +39,7 @@ frmWorkEditor::frmWorkEditor(const FormContext& context, qint64 composer, qint64
         author = CMIT(context.session).person(ItemKind::Composer, composer);
     };
     const bool isRead = guarded(context.session, read);
+    m_stored.id = workId; // saving what is gone must not make a new work
     m_stored.composer = composer;
     buildUi(lineOf(author));
     if (!isRead)

@@ -14,6 +14,7 @@ namespace tessaranth {
 class WorkCharactersTab;
 class WorkDescriptionTab;
 class WorkSpecsTab;
+struct Person;
 
 /// The editor of a composer's work, new (id 0) or existing. Accepted when the catalog holds something that it
 /// did not hold before, which may be so though the last changes were dropped.
