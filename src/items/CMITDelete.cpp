@@ -65,7 +65,8 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
 }
 
 void CMIT::deleteOne(const ItemKind& kind, qint64 id, QStringList& files) {
-    Transaction transaction(m_session.connection());
+    Transaction transaction(m_session.connection(),
+                            tr("Delete %1 %2").arg(kind.noun, nameOf(kind.number, id)));
     for (const CascadeStep& step : deletionSteps(kind.number))
         runStep(kind, step, id, files);
     transaction.commit();
@@ -110,7 +111,10 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
     CloseAllOpenFormWork(number, {from});
     QStringList files;
     const bool merged = guarded(number, [&](const ItemKind& kind) {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(
+            m_session.connection(),
+            tr("Merge %1 %2 into %3").arg(kind.noun, nameOf(number, from), nameOf(number, to)));
+        transaction.merge({Thing(number), from}, {Thing(number), to});
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);
         if (kind.number == ItemKind::Recording)

@@ -116,18 +116,25 @@ bool CMIT::ModificaItem(int number, Person& person) {
             values.emplace_back(QStringLiteral("CpsY"), yearsText(person.born, person.died));
             values.emplace_back(QStringLiteral("CatAcr"), person.acronym);
         }
+        Transaction transaction(m_session.connection(),
+                                (person.id == 0 ? tr("Add %1 %2") : tr("Change %1 %2"))
+                                    .arg(kind.noun, (person.first + u' ' + person.last).trimmed()));
         Recordset rows = Recordset::open(
             m_session.connection(),
             QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(person.id));
-        if (person.id == 0) {
+        const bool isNew = person.id == 0;
+        qint64 id = person.id;
+        if (isNew) {
             rows.add(values);
-            person.id = m_session.connection().lastKey();
+            id = m_session.connection().lastKey();
         } else if (rows.isEmpty()) {
             refuse(tr("This card has been deleted meanwhile."));
             return;
         } else {
             rows.update(0, values);
         }
+        transaction.commit();
+        person.id = id;
         saved = true;
         if (m_cards)
             m_cards->reloadCard(OpenCards::key(kind.code, person.id));
@@ -155,10 +162,13 @@ qint64 CMIT::addNamed(int number, const QString& text) {
         QString name = text;
         if (!isFitName(kind, name, 0))
             return;
+        Transaction transaction(m_session.connection(), tr("Add %1 %2").arg(kind.noun, name));
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(kind.table));
         rows.add({{kind.nameColumn, name}});
-        id = m_session.connection().lastKey();
+        const qint64 added = m_session.connection().lastKey();
+        transaction.commit();
+        id = added;
     });
     return id;
 }
@@ -176,7 +186,9 @@ bool CMIT::rename(int number, qint64 id, const QString& text) {
             refuse(tr("This item has been deleted meanwhile."));
             return;
         }
+        Transaction transaction(m_session.connection(), tr("Rename %1 %2").arg(kind.noun, name));
         rows.update(0, {{kind.nameColumn, name}});
+        transaction.commit();
         renamed = true;
     });
     return renamed;

@@ -101,7 +101,7 @@ bool RecordingEditor::applyArtists(const std::optional<std::vector<qint64>>& com
         parts << ofRecording(composersStatement);
     if (performers)
         parts << ofRecording(performersStatement);
-    return apply(parts, [&] {
+    return apply(parts, editorText("Change the artists of recording %1"), [&] {
         if (composers)
             applyPersons("Cps", *composers);
         if (performers) {

@@ -114,6 +114,10 @@ void RecordingEditor::touch() {
     m_session.connection().execute(ofRecording("UPDATE Rec SET ModDate = NOW() WHERE RecID = "));
 }
 
+QString RecordingEditor::title() {
+    return m_session.connection().single(ofRecording("SELECT RecTitle FROM Rec WHERE RecID = ")).toText();
+}
+
 void RecordingEditor::reloadCard() {
     if (m_cards)
         m_cards->reloadCard(OpenCards::key(QStringLiteral("Rec"), m_id));
@@ -188,7 +192,7 @@ bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
     if (!guarded([&] { checkSpecs(specs); }))
         return false;
     if (m_id != 0)
-        return apply({ofRecording(specsStatement)}, [&] {
+        return apply({ofRecording(specsStatement)}, editorText("Change recording %1"), [&] {
             Recordset rows =
                 Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
             rows.update(0, valuesOf(specs));
@@ -196,7 +200,7 @@ bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
         });
     const bool added = guarded([&] {
         Connection& connection = m_session.connection();
-        Transaction transaction(connection);
+        Transaction transaction(connection, editorText("Add recording %1").arg(specs.title));
         Recordset rows = Recordset::open(connection, QStringLiteral("SELECT * FROM Rec WHERE 1 = 0"));
         Recordset::Assignments values = valuesOf(specs);
         values.emplace_back(QStringLiteral("AddDate"),

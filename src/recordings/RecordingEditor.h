@@ -138,7 +138,8 @@ private:
     template<typename Job>
     bool guarded(const Job& job);
     template<typename Job>
-    bool apply(const QStringList& parts, const Job& job);
+    bool apply(const QStringList& parts, const QString& words, const Job& job);
+    QString title();
     QString ofRecording(const char* statement) const;
     QString castStatement(qint64 placedWork) const;
     QString tracksStatement(int disc) const;

@@ -24,15 +24,16 @@ bool RecordingEditor::guarded(const Job& job) {
     }
 }
 
-/// Runs a change of the recording, whole or not at all; `parts` are the statements of what it replaces.
+/// Runs a change of the recording, whole or not at all; `parts` are the statements of what it replaces,
+/// `words` name the change with %1 for the recording.
 template<typename Job>
-bool RecordingEditor::apply(const QStringList& parts, const Job& job) {
+bool RecordingEditor::apply(const QStringList& parts, const QString& words, const Job& job) {
     bool stored = false;
     guarded([&] {
         requireRecording();
         if (!mayReplace(parts))
             return;
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), words.arg(title()));
         job();
         touch();
         transaction.commit();

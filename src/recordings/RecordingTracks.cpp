@@ -201,7 +201,7 @@ bool RecordingEditor::applyTracks(int disc, const std::optional<std::vector<Trac
         parts << tracksStatement(disc);
     if (discId)
         parts << discIdStatement(disc);
-    return apply(parts, [&] {
+    return apply(parts, editorText("Change the tracks of recording %1"), [&] {
         const qint64 discs =
             std::max<qint64>(1, m_session.connection()
                                     .single(ofRecording("SELECT UnitsNbr FROM Rec WHERE RecID = "))

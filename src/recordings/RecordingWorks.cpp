@@ -151,18 +151,19 @@ void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
 }
 
 bool RecordingEditor::applyWorks(std::vector<PlacedWork>& works) {
-    const bool stored = apply({ofRecording(placedStatement)}, [&] {
-        if (!works.empty()) {
-            placeWorks(works);
-            return;
-        }
-        // Works keep their mark of being in the collection when a recording is emptied.
-        Connection& connection = m_session.connection();
-        connection.execute(ofRecording("DELETE FROM CompOnRecPfr WHERE CompOnRecId IN "
-                                       "(SELECT CompOnRecId FROM CompOnRec WHERE RecID = ") +
-                           u')');
-        connection.execute(ofRecording("DELETE FROM CompOnRec WHERE RecID = "));
-    });
+    const bool stored =
+        apply({ofRecording(placedStatement)}, editorText("Change the works of recording %1"), [&] {
+            if (!works.empty()) {
+                placeWorks(works);
+                return;
+            }
+            // Works keep their mark of being in the collection when a recording is emptied.
+            Connection& connection = m_session.connection();
+            connection.execute(ofRecording("DELETE FROM CompOnRecPfr WHERE CompOnRecId IN "
+                                           "(SELECT CompOnRecId FROM CompOnRec WHERE RecID = ") +
+                               u')');
+            connection.execute(ofRecording("DELETE FROM CompOnRec WHERE RecID = "));
+        });
     if (stored)
         works = this->works();
     return stored;
@@ -182,37 +183,39 @@ std::vector<Casting> RecordingEditor::cast(qint64 placedWork) {
 }
 
 bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& cast) {
-    return apply({castStatement(placedWork)}, [&] {
-        Connection& connection = m_session.connection();
-        const qint64 work =
-            connection
-                .single(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompOnRecID = %1 AND RecID = %2")
+    return apply(
+        {castStatement(placedWork)}, editorText("Change the performers of a work on recording %1"), [&] {
+            Connection& connection = m_session.connection();
+            const qint64 work =
+                connection
+                    .single(
+                        QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompOnRecID = %1 AND RecID = %2")
                             .arg(placedWork)
                             .arg(m_id))
-                .toInteger();
-        if (work == 0)
-            throw Error(editorText("This work has been taken off the recording meanwhile."));
-        Recordset rows = Recordset::open(connection, castStatement(placedWork));
-        std::vector<Casting> present;
-        for (int row = 0; row < rows.rowCount();) {
-            const Casting stored{rows.value(row, QStringLiteral("PfrID")).toInteger(),
-                                 rows.value(row, QStringLiteral("PersonageID")).toInteger()};
-            if (std::find(cast.begin(), cast.end(), stored) == cast.end() ||
-                std::find(present.begin(), present.end(), stored) != present.end()) {
-                rows.remove(row);
-            } else {
-                present.push_back(stored);
-                ++row;
+                    .toInteger();
+            if (work == 0)
+                throw Error(editorText("This work has been taken off the recording meanwhile."));
+            Recordset rows = Recordset::open(connection, castStatement(placedWork));
+            std::vector<Casting> present;
+            for (int row = 0; row < rows.rowCount();) {
+                const Casting stored{rows.value(row, QStringLiteral("PfrID")).toInteger(),
+                                     rows.value(row, QStringLiteral("PersonageID")).toInteger()};
+                if (std::find(cast.begin(), cast.end(), stored) == cast.end() ||
+                    std::find(present.begin(), present.end(), stored) != present.end()) {
+                    rows.remove(row);
+                } else {
+                    present.push_back(stored);
+                    ++row;
+                }
             }
-        }
-        for (const Casting& casting : cast) {
-            if (std::find(present.begin(), present.end(), casting) != present.end())
-                continue;
-            checkCasting(work, casting);
-            rows.add(castRow(placedWork, casting));
-            present.push_back(casting);
-        }
-    });
+            for (const Casting& casting : cast) {
+                if (std::find(present.begin(), present.end(), casting) != present.end())
+                    continue;
+                checkCasting(work, casting);
+                rows.add(castRow(placedWork, casting));
+                present.push_back(casting);
+            }
+        });
 }
 
 // ---- from tracks to works
@@ -223,7 +226,7 @@ int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
         Connection& connection = m_session.connection();
         if (!connection.exists(QStringLiteral("SELECT CpsID FROM Cps WHERE CpsID = %1").arg(composer)))
             throw Error(editorText("This composer has been deleted meanwhile."));
-        Transaction transaction(connection);
+        Transaction transaction(connection, editorText("Add works"));
         Recordset rows =
             Recordset::open(connection, QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
         for (const QString& text : titles) {
@@ -234,6 +237,12 @@ int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
             rows.add({{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}});
             ++added;
         }
+        transaction.describe(
+            editorText("Add %1 works of %2")
+                .arg(added)
+                .arg(connection
+                         .single(QStringLiteral("SELECT CpsLname FROM Cps WHERE CpsID = %1").arg(composer))
+                         .toText()));
         transaction.commit();
     });
     return stored ? added : -1;

@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Session.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QSet>
 #include <span>
@@ -240,7 +241,9 @@ bool Cleanup::each(bool change, Progress& progress, const std::function<void(con
             progress.stage(result.progressText);
             std::unique_ptr<Transaction> transaction;
             if (change)
-                transaction = std::make_unique<Transaction>(m_session.connection());
+                transaction = std::make_unique<Transaction>(
+                    m_session.connection(), QCoreApplication::translate("Cleanup", "Repair the catalog: %1")
+                                                .arg(QString::fromLatin1(step.countText).trimmed()));
             StepRun run(m_session, step, change, progress);
             result.count = run.run();
             if (transaction)

@@ -89,9 +89,12 @@ Query::Query(Query&&) noexcept = default;
 Query::~Query() = default;
 
 bool Query::next() {
+    ChangeLog& log = m_impl->connection->log;
+    const ChangeLog::Mark mark = log.mark();
     try {
         return m_impl->statement->executeStep();
     } catch (const SQLite::Exception& error) {
+        log.cutBack(mark); // SQLite has taken back what the statement had done before it failed
         throw sqlError(error);
     }
 }
@@ -138,6 +141,8 @@ Query Connection::queryNative(const QByteArray& statement, const std::vector<Val
 }
 
 Query Connection::queryStatement(const SqlStatement& statement) {
+    if (statement.kind != SqlStatement::Kind::Select)
+        requireTransaction();
     try {
         auto impl = std::make_unique<Query::Impl>();
         impl->connection = m_impl.get();
@@ -168,6 +173,8 @@ Query Connection::query(const QString& statement) {
 int Connection::execute(const QString& statement) {
     const SqlStatement translated = m_impl->dialect.translate(statement);
     if (translated.kind == SqlStatement::Kind::ChangeColumn) {
+        requireTransaction();
+        m_impl->shapeChanged = true;
         changeColumn(translated.change);
         return 0;
     }
@@ -181,6 +188,7 @@ int Connection::execute(const QString& statement) {
         return m_impl->database.getChanges();
     case SqlStatement::Kind::CreateTable:
     case SqlStatement::Kind::AddColumn:
+        m_impl->shapeChanged = true;
         schemaChanged();
         return 0;
     default:
@@ -209,6 +217,7 @@ bool Connection::exists(const QString& statement) { return query(statement).next
 qint64 Connection::lastKey() const { return m_impl->database.getLastInsertRowid(); }
 
 void Connection::runNative(const QByteArray& statements) {
+    requireTransaction();
     try {
         m_impl->database.exec(statements.constData());
     } catch (const SQLite::Exception& error) {
@@ -227,6 +236,7 @@ ColumnInfo ColumnInfo::fromDeclaration(const QString& name, const QString& decla
 
 void Connection::schemaChanged() {
     m_impl->schema.clear();
+    m_impl->log.forgetSchema();
     m_impl->textColumns.clear();
     m_impl->dialect.forgetSchema();
 }
@@ -283,6 +293,7 @@ bool Connection::isTextColumn(const QString& column) const {
 void Connection::changeColumn(const ColumnChange& change) {
     TextIndex(*this).drop(); // its triggers name tables that are about to be rebuilt
     const QByteArray table = change.table.toUtf8();
+    const ChangeLog::Mark mark = m_impl->log.mark();
     try {
         // A savepoint and not a Transaction: a change that fails is undone by itself and may be skipped.
         SQLite::Database& database = m_impl->database;
@@ -329,6 +340,7 @@ void Connection::changeColumn(const ColumnChange& change) {
         }
         savepoint.release();
     } catch (const SQLite::Exception& error) {
+        m_impl->log.cutBack(mark);
         throw sqlError(error);
     }
     schemaChanged();
@@ -336,25 +348,72 @@ void Connection::changeColumn(const ColumnChange& change) {
 
 // ---- transactions
 
-Transaction::Transaction(Connection& connection) : m_connection(connection) {
-    if (m_connection.m_impl->transactionDepth++ == 0)
+// Both guards of the change log: what is written outside a transaction would be announced by nobody, and what
+// is written to a table whose columns it does not know would be passed over.
+void Connection::requireTransaction() const {
+    if (m_impl->transactionDepth == 0)
+        throw SqlError(QStringLiteral("a change of the catalog outside a transaction"));
+    m_impl->log.learn([this](const QString& table) { return columnsOf(table); });
+}
+
+CatalogChanges Connection::changes() {
+    CatalogChanges changes = m_impl->log.changes([this](qint64 placedWork) {
+        return single(QStringLiteral("SELECT RecID FROM CompOnRec WHERE CompOnRecID = %1").arg(placedWork))
+            .toInteger();
+    });
+    for (const CatalogChanges::Merge& merge : std::as_const(m_impl->merges))
+        changes.noteMerge(merge.from, merge.to);
+    if (m_impl->shapeChanged)
+        changes.noteEverything();
+    return changes;
+}
+
+void Connection::setAnnouncer(std::function<void(const CatalogChanges&)> announcer) {
+    m_impl->announcer = std::move(announcer);
+}
+
+Transaction::Transaction(Connection& connection, const QString& words)
+    : m_connection(connection), m_words(words) {
+    begin(true);
+}
+
+Transaction::Transaction(Connection& connection, Unrecorded) : m_connection(connection) { begin(false); }
+
+void Transaction::begin(bool recorded) {
+    Connection::Impl& impl = *m_connection.m_impl;
+    if (impl.transactionDepth == 0) {
         m_connection.runBare("BEGIN IMMEDIATE");
+        impl.log.begin(recorded);
+        impl.shapeChanged = false;
+        impl.merges.clear();
+    }
+    ++impl.transactionDepth;
+}
+
+void Transaction::merge(const CardRef& from, const CardRef& to) {
+    m_connection.m_impl->merges.push_back({from, to});
 }
 
 void Transaction::commit() {
+    Connection::Impl& impl = *m_connection.m_impl;
     m_open = false;
-    if (--m_connection.m_impl->transactionDepth > 0)
+    if (--impl.transactionDepth > 0)
         return;
-    if (std::exchange(m_connection.m_impl->innerFailed, false)) {
+    if (std::exchange(impl.innerFailed, false)) {
         m_connection.undo();
         throw SqlError(QStringLiteral("a part of the operation failed, so nothing of it was kept"));
     }
+    CatalogChanges changes;
     try {
+        changes = m_connection.changes();
         m_connection.runBare("COMMIT");
     } catch (const SqlError&) {
         m_connection.undo();
         throw;
     }
+    impl.log.end();
+    if (impl.announcer)
+        impl.announcer(changes);
 }
 
 Transaction::~Transaction() {
@@ -380,6 +439,7 @@ void Connection::undo() {
     // A full disk may have undone everything already; rolling back twice would be an error of its own.
     if (sqlite3_get_autocommit(m_impl->database.getHandle()) == 0)
         m_impl->database.tryExec("ROLLBACK");
+    m_impl->log.end();
     schemaChanged();
 }
 

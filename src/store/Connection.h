@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/CatalogChanges.h"
 #include "store/JetSql.h"
 #include "store/SqlError.h"
 #include "store/Value.h"
@@ -105,6 +106,9 @@ public:
     /// FileError and leaves what stood at `target` when anything fails.
     void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});
 
+    /// Told of every commit that changed something in the tables of the catalog.
+    void setAnnouncer(std::function<void(const CatalogChanges&)> announcer);
+
     struct Impl;
 
 private:
@@ -113,6 +117,8 @@ private:
     explicit Connection(const QString& path);
     void changeColumn(const ColumnChange& change);
     void runBare(const char* statement);
+    void requireTransaction() const;
+    CatalogChanges changes();
     void undo();
     void schemaChanged();
     SqlStatement translateUpdatable(const QString& statement) const;
@@ -123,17 +129,34 @@ private:
 };
 
 /// Everything run while it lives stands or falls together; undone unless committed. A transaction inside
-/// another joins it; when the inner one is left without commit, the outer one cannot be committed.
+/// another joins it; when the inner one is left without commit, the outer one cannot be committed. The
+/// tables of the catalog can be changed only within one: outside, a statement that would throws SqlError.
+/// What it changed is announced at the commit and becomes one step of the history.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection);
+    /// For what cannot be taken back: upgrades and the care of the whole file. Where it changes rows, the
+    /// history ends and everything is announced as changed.
+    struct Unrecorded {};
+
+    /// `words` name the operation for the user, with its item: "Delete recording Tosca". Those of the
+    /// outermost transaction count.
+    Transaction(Connection& connection, const QString& words);
+    Transaction(Connection& connection, Unrecorded);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
+
+    /// Other words, for what is known only at the end: "Import 500 works of Mozart".
+    void describe(const QString& words) { m_words = words; }
+    /// Says that one item went into another; the rows alone would tell of a deletion.
+    void merge(const CardRef& from, const CardRef& to);
     void commit();
 
 private:
+    void begin(bool recorded);
+
     Connection& m_connection;
+    QString m_words;
     bool m_open = true;
 };
 

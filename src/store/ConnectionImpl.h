@@ -3,6 +3,7 @@
 
 // What the sources of Connection share; nobody else includes it.
 
+#include "store/ChangeLog.h"
 #include "store/Connection.h"
 
 #include <QHash>
@@ -36,12 +37,16 @@ struct Connection::Impl {
 
     const Clock& clock;
     SQLite::Database database;
+    ChangeLog log{database.getHandle()}; ///< before any statement is prepared
+    std::function<void(const CatalogChanges&)> announcer;
     JetSql dialect;
     std::unordered_multimap<QByteArray, StatementHandle, ByteHash> idle;
     QHash<QString, TableInfo> schema; ///< by lower-case name; read when first asked for
     QSet<QString> textColumns;
     int transactionDepth = 0;
-    bool innerFailed = false; ///< a transaction within the open one was left without commit
+    bool innerFailed = false;            ///< a transaction within the open one was left without commit
+    bool shapeChanged = false;           ///< the open transaction changed a table's definition
+    QList<CatalogChanges::Merge> merges; ///< of the open transaction
 };
 
 SqlError sqlError(const SQLite::Exception& error);

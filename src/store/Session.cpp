@@ -82,7 +82,10 @@ void Session::saveRuntime() {
             m_configuration.write(runtimeSection, it.key(), it.value());
 }
 
-void Session::setConnection(std::unique_ptr<Connection> connection) { m_connection = std::move(connection); }
+void Session::setConnection(std::unique_ptr<Connection> connection) {
+    m_connection = std::move(connection);
+    m_connection->setAnnouncer([this](const CatalogChanges& changes) { m_changes.announce(changes); });
+}
 
 void Session::closeConnection() { m_connection.reset(); }
 

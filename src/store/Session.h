@@ -6,6 +6,7 @@
 #include "platform/DesktopScheme.h"
 #include "platform/Messages.h"
 #include "store/Arrangements.h"
+#include "store/ChangeAnnouncer.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
 #include "store/Fields.h"
@@ -40,6 +41,8 @@ public:
     Configuration& configuration() { return m_configuration; }
     const Configuration& configuration() const { return m_configuration; }
     Connection& connection() { return *m_connection; }
+    /// Whoever shows what the catalog holds listens here; lives as long as the session, whatever is open.
+    ChangeAnnouncer& changes() { return m_changes; }
     bool isOpen() const { return m_connection != nullptr; }
     clsDb& fieldLengths() { return m_fieldLengths; }
     const Fields& fields() const { return m_fields; } ///< checks values before they are stored
@@ -84,6 +87,7 @@ private:
     Desktop* m_desktop = &m_systemDesktop;
     Configuration m_configuration;
     Arrangements m_arrangements{m_configuration};
+    ChangeAnnouncer m_changes;
     std::unique_ptr<Connection> m_connection;
     clsDb m_fieldLengths;
     Fields m_fields{m_fieldLengths};

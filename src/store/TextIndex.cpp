@@ -122,7 +122,7 @@ bool TextIndex::build(Progress& progress) {
     const auto wanted = allDefinitions();
     const auto found = present(m_connection);
     progress.stage(tr("Preparing the search"));
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     qint64 done = 0;
     for (const TextIndexTable& table : allTables) {
         if (progress.stopped())
@@ -143,7 +143,7 @@ void TextIndex::drop() {
     const auto found = present(m_connection);
     if (found.isEmpty())
         return;
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     for (const TextIndexTable& table : allTables)
         dropTable(m_connection, table, found);
     transaction.commit();

@@ -78,8 +78,11 @@ UpgradeResult Upgrade::run(Progress& progress) {
                 return m_result;
         }
         QFile indexes(QStringLiteral(":/schema/indexes.sql"));
-        if (indexes.open(QIODevice::ReadOnly))
+        if (indexes.open(QIODevice::ReadOnly)) {
+            Transaction transaction(m_connection, Transaction::Unrecorded());
             m_connection.runNative(indexes.readAll());
+            transaction.commit();
+        }
         progress.percentage(100);
     } catch (const Error& error) {
         m_result.kind = kindOf(error);
@@ -97,7 +100,7 @@ bool Upgrade::createMissingTables() {
     for (const AddedTable& table : addedTables()) {
         if (m_connection.tables().contains(QLatin1String(table.name), Qt::CaseInsensitive))
             continue;
-        Transaction transaction(m_connection);
+        Transaction transaction(m_connection, Transaction::Unrecorded());
         if (!m_connection.attempt(QString::fromUtf8(table.statement)))
             continue;
         if (QLatin1String(table.name) == QLatin1String("WKeys"))
@@ -214,7 +217,7 @@ bool Upgrade::applyStep(const UpgradeStep& step, Recordset& upgrades, Progress& 
         }
     }
     const bool alreadySo = isAlreadySo(step);
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     if (applyChange(step)) {
         upgrades.add({{QStringLiteral("DbUpgradeCode"), step.code}});
         for (const char* statement : step.data)

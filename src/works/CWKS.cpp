@@ -181,17 +181,22 @@ bool CWKS::ModificaWork(Work& work) {
         for (const LinkColumn& column : linkColumns)
             values.emplace_back(QLatin1String(column.name), work.*column.value);
         values.emplace_back(QStringLiteral("Descr"), work.description.trimmed().remove(QChar(0)));
+        Transaction transaction(m_session.connection(),
+                                (work.id == 0 ? tr("Add work %1") : tr("Change work %1")).arg(work.title));
         Recordset rows =
             Recordset::open(m_session.connection(),
                             QStringLiteral("SELECT * FROM Compositions WHERE CompID = %1").arg(work.id));
         if (work.id == 0) {
             rows.add(values);
-            work.id = m_session.connection().lastKey();
         } else if (rows.isEmpty()) {
             throw Error(tr("This work has been deleted meanwhile."));
         } else {
             rows.update(0, values);
         }
+        const qint64 added = m_session.connection().lastKey();
+        transaction.commit();
+        if (work.id == 0)
+            work.id = added;
         saved = true;
     });
     return saved;
@@ -228,7 +233,7 @@ bool CWKS::EliminaWork(qint64 id) {
     return guarded(
         [&] {
             QStringList files;
-            Transaction transaction(m_session.connection());
+            Transaction transaction(m_session.connection(), tr("Delete work %1").arg(old.title));
             deleteRows(id, true, files);
             transaction.commit();
             Attachments::removeFiles(files);
@@ -254,7 +259,7 @@ bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
     return guarded(
         [&] {
             QStringList files;
-            Transaction transaction(m_session.connection());
+            Transaction transaction(m_session.connection(), tr("Delete %1 works").arg(ids.size()));
             for (const qint64 id : ids)
                 deleteRows(id, false, files);
             transaction.commit();
@@ -299,7 +304,7 @@ qint64 CWKS::addCharacter(qint64 work, const QString& text) {
         if (hasCharacter(work, name, 0))
             throw Error(name + QStringLiteral(" is already in archive!"));
         requireWork(work);
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Add personage %1").arg(name));
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         rows.add({{QStringLiteral("CompID"), work}, {QStringLiteral("PersonageName"), name}});
@@ -321,7 +326,9 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
             return;
         if (hasCharacter(rows.value(0, QStringLiteral("CompID")).toInteger(), name, id))
             throw Error(name + QStringLiteral(" is already in archive!"));
+        Transaction transaction(m_session.connection(), tr("Rename personage %1").arg(name));
         rows.update(0, {{QStringLiteral("PersonageName"), name}});
+        transaction.commit();
         renamed = true;
     });
     return renamed;
@@ -329,7 +336,7 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
 
 bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
     return guarded([&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Delete %1 personages").arg(ids.size()));
         for (const qint64 id : ids) {
             const qint64 work =
                 m_session.connection()
@@ -352,7 +359,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         if (!file.open(QIODevice::ReadOnly))
             throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));
         requireWork(work);
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Import personages"));
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         int number = 0;
@@ -367,6 +374,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
             ++added;
         }
         markCharacters(work);
+        transaction.describe(tr("Import %1 personages").arg(added));
         transaction.commit();
     });
     return read ? added : -1;

@@ -212,7 +212,8 @@ bool CatalogFile::importFrom(const QString& path, Progress& progress) {
         if (!isFit(*rows, progress))
             return false;
         progress.stage(QStringLiteral("Updating Data....."));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Import %1 works of %2").arg(rows->rowCount()).arg(composerName()));
         addRows(*rows, path, progress);
         if (progress.stopped())
             return false;
@@ -242,7 +243,7 @@ bool CatalogFile::removeImported(Progress& progress) {
         QStringLiteral("(SELECT CompID FROM Compositions") + ofComposer + QStringLiteral(" AND wkl = True)");
     const bool removed = guarded([&] {
         QStringList files;
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Remove the imported catalog of %1").arg(composerName()));
         progress.stage(QStringLiteral("Deleting works.."));
         connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID IN "
                                           "(SELECT CompOnRecID FROM CompOnRec WHERE CompID IN ") +

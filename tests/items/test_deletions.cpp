@@ -3,6 +3,7 @@
 #include "items/AttachmentFiles.h"
 #include "store/Cleanup.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 #include <QDir>
 
@@ -400,12 +401,12 @@ void TestDeletions::lookupMoves() {
 void TestDeletions::logoOutlivesAMergeThatFailed() {
     Sample sample;
     const QString logo = sample.addFile(Session::Folder::Labels, "1");
-    sample.session->connection().runNative(
-        "CREATE TRIGGER broken BEFORE DELETE ON Labels BEGIN SELECT RAISE(ROLLBACK, 'broken'); END");
+    writeNative(sample.session->connection(),
+                "CREATE TRIGGER broken BEFORE DELETE ON Labels BEGIN SELECT RAISE(ROLLBACK, 'broken'); END");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(!sample.items().Migra(ItemKind::Label, 1, 2));
     QVERIFY(QFile::exists(logo));
-    sample.session->connection().runNative("DROP TRIGGER broken");
+    writeNative(sample.session->connection(), "DROP TRIGGER broken");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(sample.items().Migra(ItemKind::Label, 1, 2));
     QVERIFY(!QFile::exists(logo) &&

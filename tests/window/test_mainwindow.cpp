@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/ItemKind.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
 #include "window/CardWindows.h"
@@ -173,7 +174,7 @@ void TestMainWindow::emptyStatesSayWhatToDo() {
     QVERIFY(state->isVisible());
     QVERIFY(state->text().contains("\"nobody\"") && state->text().contains("Clear the filter"));
     type("");
-    m_home->session->connection().execute("DELETE * FROM UserDef");
+    write(m_home->session->connection(), "DELETE * FROM UserDef");
     m_window->toolbox()->showKind(ItemKind::Custom);
     QVERIFY(state->isVisible());
     QVERIFY(state->text().contains("no custom items"));

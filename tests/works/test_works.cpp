@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CommandLine.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "text/RichText.h"
 #include "works/CWKS.h"
 #include "works/KeyNames.h"
@@ -54,7 +55,7 @@ void TestWorks::init() {
     m_home->useTemplate();
     QVERIFY(m_home->start().started);
     Connection& connection = m_home->session->connection();
-    connection.execute("INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
+    write(connection, "INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
     m_composer = connection.lastKey();
     m_works = std::make_unique<CWKS>(*m_home->session);
 }
@@ -95,8 +96,8 @@ void TestWorks::listsSayWhatTheWorkIs() {
     work.year = "1740-46";
     work.description = "  Two lines:\nsecond ";
     QVERIFY(m_works->ModificaWork(work));
-    m_home->session->connection().execute(
-        QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
+    write(m_home->session->connection(),
+          QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
 
     // In the catalog's own order, numbers are texts; the views sort them as numbers.
     ItemList shorter, complete;
@@ -241,8 +242,8 @@ void TestWorks::charactersAreTypedAndRenamed() {
     QVERIFY(m_works->renameCharacter(judas, "judas")); // its own name in another case
     QCOMPARE(characters(work), QStringList({"judas", "Peter's"}));
     QVERIFY(m_home->session->connection().exists("SELECT * FROM Compositions WHERE Pers = True"));
-    m_home->session->connection().execute(
-        QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
+    write(m_home->session->connection(),
+          QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
     QVERIFY(m_works->deleteCharacters({peter, judas}));
     QCOMPARE(count("Personages"), 0);
     QCOMPARE(count("CompOnRecPfr WHERE PersonageID = 0"), 1); // the singer stays, without a role
@@ -278,9 +279,9 @@ void TestWorks::deletingOneTakesItsCharacters() {
     QVERIFY(WorkDescription(*m_home->session, other).write(RichText::fromText("Stays")));
     Connection& connection = m_home->session->connection();
     for (const qint64 id : {work, other}) {
-        connection.execute(QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
-        connection.execute(QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
-                               .arg(connection.lastKey()));
+        write(connection, QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
+        write(connection, QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
+                              .arg(connection.lastKey()));
     }
     QCOMPARE(QDir(documents()).entryList(QDir::Files).size(), 2);
 
@@ -318,9 +319,9 @@ void TestWorks::deletingSeveralLeavesTheirCharacters() {
 void TestWorks::descriptionIsADocument() {
     const qint64 work = add("Winterreise");
     Connection& connection = m_home->session->connection();
-    connection.execute(QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
-                               "VALUES ('Comp', %1, 'Notes', 4)")
-                           .arg(work));
+    write(connection, QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
+                              "VALUES ('Comp', %1, 'Notes', 4)")
+                          .arg(work));
     WorkDescription description(*m_home->session, work);
     QVERIFY(description.document() == 0 && !description.read());
     const QByteArray text = RichText::fromText("Fremd bin ich \\eingezogen {1}\n\tüber 春 🎻\n\nEnde");

@@ -49,7 +49,10 @@ namespace {
 
 int runSql(CliContext& context, Session& session, const QString& statement) {
     if (!session.connection().returnsRows(statement)) {
+        Transaction transaction(session.connection(),
+                                QStringLiteral("SQL: ") + statement.simplified().left(80));
         const int changed = session.connection().execute(statement);
+        transaction.commit();
         std::cerr << changed << " row(s) changed\n";
         return 0;
     }
