@@ -208,6 +208,7 @@ void measureRecordings(const BenchContext& context) {
     applyingTracks(context, id);
     checkingAll(context);
     deletingComposer(context);
+    measureHistory(context, makeComposer(context));
 }
 
 } // namespace tessaranth

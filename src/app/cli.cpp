@@ -52,6 +52,7 @@ int run(int argc, char** argv) {
     addWorkCommands(app, context, action);
     addAttachCommands(app, context, action);
     addClassCommands(app, context, action);
+    addHistoryCommands(app, context, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

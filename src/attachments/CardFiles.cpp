@@ -86,20 +86,16 @@ qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
               {QStringLiteral("RelatedCat"), m_card.code},
               {number, qMax<qint64>(last, rows.rowCount()) + 1}});
     const qint64 id = m_session.connection().lastKey();
-    // The file first: once the row stands it has its file, and without the file there is no row.
     m_files.write(m_kind.folder, id, bytes);
-    try {
-        transaction.commit();
-    } catch (const Error&) {
-        m_files.remove(m_kind.folder, id);
-        throw;
-    }
+    transaction.commit();
     return id;
 }
 
 void CardFiles::replaceBytes(qint64 id, const QByteArray& bytes) {
     require(id);
+    Transaction transaction(m_session.connection(), words(m_kind.replaceWords, title(id)));
     m_files.write(m_kind.folder, id, bytes);
+    transaction.commit();
 }
 
 bool CardFiles::askRename(qint64 id) {
@@ -133,9 +129,8 @@ bool CardFiles::remove(qint64 id) {
         Transaction transaction(m_session.connection(), words(m_kind.removeWords, title(id)));
         m_session.connection().execute(QStringLiteral("DELETE") + byId(id));
         Attachments(m_session).setOrder(m_kind.table, m_card.code, m_card.id);
-        transaction.commit();
-        // After the row: a file that is left over can be found and set aside, a lost one cannot.
         m_files.remove(m_kind.folder, id);
+        transaction.commit();
     });
 }
 

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/AttachmentFiles.h"
 
-#include "platform/Errors.h"
+#include "store/StepFiles.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 
 namespace tessaranth {
 
@@ -19,16 +16,11 @@ bool AttachmentFiles::exists(Session::Folder folder, qint64 id) const {
 }
 
 void AttachmentFiles::write(Session::Folder folder, qint64 id, const QByteArray& bytes) const {
-    QDir().mkpath(m_session.dataFolder(folder));
-    QSaveFile target(path(folder, id));
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
-        throw FileError(QCoreApplication::translate("AttachmentFiles", "%1 cannot be written: %2")
-                            .arg(QDir::toNativeSeparators(target.fileName()), target.errorString()));
+    m_session.stepFiles().write(int(folder), id, bytes);
 }
 
-bool AttachmentFiles::remove(Session::Folder folder, qint64 id) const {
-    const QString file = path(folder, id);
-    return QFile::remove(file) || !QFileInfo::exists(file);
+void AttachmentFiles::remove(Session::Folder folder, qint64 id) const {
+    m_session.stepFiles().remove(int(folder), id);
 }
 
 } // namespace tessaranth

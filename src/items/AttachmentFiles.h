@@ -9,18 +9,17 @@ namespace tessaranth {
 /// decimal, without a suffix.
 class AttachmentFiles {
 public:
-    explicit AttachmentFiles(const Session& session) : m_session(session) {}
+    explicit AttachmentFiles(Session& session) : m_session(session) {}
 
     QString path(Session::Folder folder, qint64 id) const;
     bool exists(Session::Folder folder, qint64 id) const;
-    /// Writes under a temporary name and renames, so that what stood there before stays whole until the new
-    /// file is; makes the data folder when it is missing. Throws FileError.
+    // Within a transaction, and with it: what stood there before stays until the rows are safe, then goes
+    // into the history. Makes the data folder when it is missing. Throws FileError.
     void write(Session::Folder folder, qint64 id, const QByteArray& bytes) const;
-    /// False when the file is still there afterwards; one that was missing counts as removed.
-    bool remove(Session::Folder folder, qint64 id) const;
+    void remove(Session::Folder folder, qint64 id) const; ///< a missing file counts as removed
 
 private:
-    const Session& m_session;
+    Session& m_session;
 };
 
 } // namespace tessaranth

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/Attachments.h"
 
+#include "items/AttachmentFiles.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
-#include <QFile>
 #include <algorithm>
 #include <numeric>
 
@@ -22,26 +22,27 @@ QString itemIs(const QString& code, qint64 id) {
 
 } // namespace
 
-void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) {
+void Attachments::deleteAll(const QString& code, qint64 id) {
     Connection& connection = m_session.connection();
+    const AttachmentFiles files(m_session);
     const std::pair<QString, Session::Folder> kept[] = {
         {QStringLiteral("Images"), Session::Folder::Images},
         {QStringLiteral("Cards"), Session::Folder::Documents}};
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            files.push_back(m_session.dataFolder(folder) + u'/' + rows.text(0));
+            files.remove(folder, rows.integer(0));
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
         connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
     connection.attempt(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
 }
 
-void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
+void Attachments::deleteDocuments(const QString& statement) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
-    const QString folder = m_session.dataFolder(Session::Folder::Documents) + u'/';
+    const AttachmentFiles files(m_session);
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        files.push_back(folder + rows.value(row, QStringLiteral("CardID")).toText());
+        files.remove(Session::Folder::Documents, rows.value(row, QStringLiteral("CardID")).toInteger());
         rows.remove(row);
     }
 }
@@ -93,11 +94,6 @@ void Attachments::setOrder(const QString& table, const QString& code, qint64 id,
             rows.update(row, {{number, next}});
         ++next;
     }
-}
-
-void Attachments::removeFiles(const QStringList& files) {
-    for (const QString& file : files)
-        QFile::remove(file);
 }
 
 } // namespace tessaranth

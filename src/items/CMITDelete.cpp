@@ -55,41 +55,38 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
     for (const qint64 id : ids) {
         if (progress.stopped())
             break;
-        QStringList files;
-        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id, files); }))
+        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id); }))
             return false;
-        Attachments::removeFiles(files);
         progress.step(++done, qint64(ids.size()));
     }
     return true;
 }
 
-void CMIT::deleteOne(const ItemKind& kind, qint64 id, QStringList& files) {
+void CMIT::deleteOne(const ItemKind& kind, qint64 id) {
     Transaction transaction(m_session.connection(),
                             tr("Delete %1 %2").arg(kind.noun, nameOf(kind.number, id)));
     for (const CascadeStep& step : deletionSteps(kind.number))
-        runStep(kind, step, id, files);
+        runStep(kind, step, id);
     transaction.commit();
 }
 
-void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files) {
+void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id) {
     switch (step.action) {
     case CascadeStep::Action::Run:
         m_session.connection().attempt(QString::fromLatin1(step.statement).arg(id));
         break;
     case CascadeStep::Action::Attachments:
-        Attachments(m_session).deleteAll(kind.code, id, files);
+        Attachments(m_session).deleteAll(kind.code, id);
         break;
     case CascadeStep::Action::WorkDocuments:
         Attachments(m_session).deleteDocuments(
             QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND "
                            "RelatedID IN "
                            "(SELECT CompID FROM Compositions WHERE CpsID = %1)")
-                .arg(id),
-            files);
+                .arg(id));
         break;
     case CascadeStep::Action::LabelLogo:
-        files.push_back(AttachmentFiles(m_session).path(Session::Folder::Labels, id));
+        AttachmentFiles(m_session).remove(Session::Folder::Labels, id);
         break;
     }
 }
@@ -109,8 +106,7 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
     CloseAllOpenFormWork(number, {from});
-    QStringList files;
-    const bool merged = guarded(number, [&](const ItemKind& kind) {
+    return guarded(number, [&](const ItemKind& kind) {
         Transaction transaction(
             m_session.connection(),
             tr("Merge %1 %2 into %3").arg(kind.noun, nameOf(number, from), nameOf(number, to)));
@@ -122,21 +118,26 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
         for (const CascadeStep& step : mergeSteps(kind.number))
             m_session.connection().attempt(QString::fromLatin1(step.statement).arg(to).arg(from));
         foldLinks(kind, to);
-        deleteOne(kind, from, files);
+        if (kind.number == ItemKind::Label)
+            moveLogo(from, to);
+        deleteOne(kind, from);
         transaction.commit();
         if (m_cards && kind.isCard())
             m_cards->reloadCard(OpenCards::key(kind.code, to));
     });
-    // Not before the rows are gone for good: an item that could not be merged away keeps its files.
-    if (!merged)
-        return false;
-    // A label without a logo gets that of the other; one that has its own keeps it, as nothing is renamed
-    // over a file.
+}
+
+// A label without a logo gets that of the other; one that has its own keeps it, as nothing is written over a
+// file.
+void CMIT::moveLogo(qint64 from, qint64 to) {
     const AttachmentFiles logos(m_session);
-    if (number == ItemKind::Label)
-        QFile::rename(logos.path(Session::Folder::Labels, from), logos.path(Session::Folder::Labels, to));
-    Attachments::removeFiles(files);
-    return true;
+    constexpr auto folder = Session::Folder::Labels;
+    QFile logo(logos.path(folder, from));
+    if (logos.exists(folder, to) || !logo.exists())
+        return;
+    if (!logo.open(QIODevice::ReadOnly))
+        throw FileError(tr("%1 cannot be read: %2").arg(logo.fileName(), logo.errorString()));
+    logos.write(folder, to, logo.readAll());
 }
 
 // What the source holds follows what the target holds: tracks of the same disc, performers and works keep

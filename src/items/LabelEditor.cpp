@@ -32,13 +32,11 @@ bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) 
             return false;
         if (logo.what == LogoChange::What::Replace)
             files.write(folder, label, logo.bytes);
-        transaction.commit();
         // A new label may get the number of one whose adding was cut off after its logo was written.
-        const bool mustGo =
-            logo.what == LogoChange::What::Remove || (id == 0 && logo.what == LogoChange::What::Keep);
+        else if (logo.what == LogoChange::What::Remove || id == 0)
+            files.remove(folder, label);
+        transaction.commit();
         id = label;
-        if (mustGo && !files.remove(folder, label))
-            throw FileError(tr("%1 cannot be removed.").arg(files.path(folder, label)));
         return true;
     });
 }

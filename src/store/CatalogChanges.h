@@ -82,7 +82,8 @@ public:
     /// True where anything of this kind was added, changed or removed, or everything was.
     bool touches(Thing kind) const { return m_everything || m_counts.contains(kind); }
     bool concerns(const CardRef& thing) const { return m_everything || m_things.contains(thing); }
-    QList<qint64> ids(Thing kind, How how) const; ///< ascending
+    int count(Thing kind) const { return m_counts.value(kind); } ///< of the things of a kind it concerns
+    QList<qint64> ids(Thing kind, How how) const;                ///< ascending
     /// In the order in which they happened. The merged item is also among the removed ones.
     const QList<Merge>& merges() const { return m_merges; }
 

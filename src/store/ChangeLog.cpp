@@ -166,8 +166,7 @@ void ChangeLog::onRow(int operation, const char* name, qint64 keyBefore, qint64 
         noteRow(*table, Side::Before, How::Changed);
         noteRow(*table, Side::After, How::Changed);
     }
-    if (table->key >= 0)
-        change.key = operation == SQLITE_INSERT ? keyAfter : keyBefore;
+    change.key = operation == SQLITE_INSERT ? keyAfter : keyBefore;
     ++m_rows;
     if (m_keeper)
         m_keeper->keep(m_rows, change);
@@ -183,10 +182,12 @@ CatalogChanges ChangeLog::changes(const std::function<qint64(qint64)>& recording
         if (note.thing.kind == Thing::PlacedWork)
             placed.insert(note.thing.id);
     }
-    // Who performs a work is shown by the recording on which it stands.
+    // Who performs a work is shown by the recording on which it stands; that of a work that came or went is
+    // noted with its row.
     for (const qint64 id : std::as_const(placed))
-        if (const qint64 recording = recordingOf(id); recording != 0)
-            changes.note({Thing::Recording, recording}, CatalogChanges::How::Changed);
+        if (changes.of({Thing::PlacedWork, id}) == CatalogChanges::How::Changed)
+            if (const qint64 recording = recordingOf(id); recording != 0)
+                changes.note({Thing::Recording, recording}, CatalogChanges::How::Changed);
     if (m_unrecorded)
         changes.noteEverything();
     return changes;

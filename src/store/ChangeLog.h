@@ -19,7 +19,7 @@ struct RowChange {
     enum class Kind : quint8 { Inserted, Changed, Deleted };
     Kind kind;
     const CatalogTable* table;
-    qint64 key; ///< of a table with a key; 0 for a link
+    qint64 key; ///< the row's key; of a link the number of its row, which a compact changes
     QByteArray
         before;       ///< RowImage: whole when deleted, of a link also when changed; else the columns changed
     QByteArray after; ///< the same of what came
@@ -32,6 +32,19 @@ public:
     /// Rows are numbered from 1 within a transaction. Must not throw: it is called by SQLite.
     virtual void keep(qint64 number, const RowChange& change) noexcept = 0;
     virtual void cutBack(qint64 number) noexcept = 0; ///< the rows after this one did not happen after all
+
+    /// What a transaction has come to.
+    struct Ending {
+        QString words;
+        qint64 rows; ///< kept and not cut back
+        const CatalogChanges& changes;
+        bool breaks; ///< it changed what cannot be taken back
+    };
+    /// Called before the catalog is committed. Answers with the token that goes into the catalog with it, if
+    /// any. What it throws takes the transaction back.
+    virtual std::optional<qint64> prepare(const Ending& ending) = 0;
+    virtual void committed() noexcept = 0; ///< the catalog has it
+    virtual void cancelled() noexcept = 0; ///< the transaction was undone, prepared or not
 };
 
 /// What the open transaction does to the rows of the catalog, seen by SQLite's pre-update hook: also the rows

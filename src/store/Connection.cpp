@@ -2,6 +2,7 @@
 #include "store/Connection.h"
 
 #include "store/ConnectionImpl.h"
+#include "store/RowImage.h"
 #include "store/TableDefinition.h"
 #include "store/TextIndex.h"
 
@@ -155,6 +156,28 @@ Query Connection::queryStatement(const SqlStatement& statement) {
     }
 }
 
+Query Connection::boundQuery(const QByteArray& statement,
+                             const std::vector<const RowImage::Cell*>& parameters) {
+    Query run = queryStatement({SqlStatement::Kind::Select, statement, {}, {}, {}});
+    int index = 0;
+    for (const RowImage::Cell* cell : parameters)
+        RowImage::bind(*run.m_impl->statement, ++index, *cell);
+    return run;
+}
+
+int Connection::executeNative(const QByteArray& statement,
+                              const std::vector<const RowImage::Cell*>& parameters) {
+    requireTransaction();
+    boundQuery(statement, parameters).next();
+    return m_impl->database.getChanges();
+}
+
+std::optional<qint64> Connection::singleNative(const QByteArray& statement,
+                                               const std::vector<const RowImage::Cell*>& parameters) {
+    Query run = boundQuery(statement, parameters);
+    return run.next() ? std::optional(run.integer(0)) : std::nullopt;
+}
+
 SqlStatement Connection::translateUpdatable(const QString& statement) const {
     return m_impl->dialect.translate(statement, JetSql::Use::Updatable);
 }
@@ -174,8 +197,8 @@ int Connection::execute(const QString& statement) {
     const SqlStatement translated = m_impl->dialect.translate(statement);
     if (translated.kind == SqlStatement::Kind::ChangeColumn) {
         requireTransaction();
-        m_impl->shapeChanged = true;
         changeColumn(translated.change);
+        m_impl->shapeChanged = true;
         return 0;
     }
     Query run = queryStatement(translated);
@@ -351,15 +374,15 @@ void Connection::changeColumn(const ColumnChange& change) {
 // Both guards of the change log: what is written outside a transaction would be announced by nobody, and what
 // is written to a table whose columns it does not know would be passed over.
 void Connection::requireTransaction() const {
-    if (m_impl->transactionDepth == 0)
+    if (m_impl->transactionDepth == 0 || sqlite3_get_autocommit(m_impl->database.getHandle()) != 0)
         throw SqlError(QStringLiteral("a change of the catalog outside a transaction"));
     m_impl->log.learn([this](const QString& table) { return columnsOf(table); });
 }
 
 CatalogChanges Connection::changes() {
     CatalogChanges changes = m_impl->log.changes([this](qint64 placedWork) {
-        return single(QStringLiteral("SELECT RecID FROM CompOnRec WHERE CompOnRecID = %1").arg(placedWork))
-            .toInteger();
+        const RowImage::Cell id{0, 'i', placedWork, 0, {}};
+        return singleNative("SELECT RecID FROM CompOnRec WHERE CompOnRecID = ?", {&id}).value_or(0);
     });
     for (const CatalogChanges::Merge& merge : std::as_const(m_impl->merges))
         changes.noteMerge(merge.from, merge.to);
@@ -370,6 +393,21 @@ CatalogChanges Connection::changes() {
 
 void Connection::setAnnouncer(std::function<void(const CatalogChanges&)> announcer) {
     m_impl->announcer = std::move(announcer);
+}
+
+void Connection::setKeeper(ChangeKeeper* keeper) {
+    m_impl->keeper = keeper;
+    m_impl->log.setKeeper(keeper);
+}
+
+void Connection::touch(const CardRef& thing) { m_impl->log.note(thing, CatalogChanges::How::Changed); }
+
+// In a catalog without the table, which is not up to date or in which somebody dropped it, there is no token;
+// then the history ends at the next opening.
+void Connection::storeToken(qint64 token) {
+    const RowImage::Cell cell{0, 'i', token, 0, {}};
+    if (!columns(QStringLiteral("TsrHistory")).empty())
+        boundQuery("INSERT OR REPLACE INTO TsrHistory (HistoryID, Token) VALUES (1, ?)", {&cell}).next();
 }
 
 Transaction::Transaction(Connection& connection, const QString& words)
@@ -406,12 +444,19 @@ void Transaction::commit() {
     CatalogChanges changes;
     try {
         changes = m_connection.changes();
+        if (impl.keeper) {
+            const bool breaks = impl.shapeChanged || impl.log.hasUnrecorded();
+            if (const auto token = impl.keeper->prepare({m_words, impl.log.rows(), changes, breaks}))
+                m_connection.storeToken(*token);
+        }
         m_connection.runBare("COMMIT");
-    } catch (const SqlError&) {
+    } catch (const Error&) {
         m_connection.undo();
         throw;
     }
     impl.log.end();
+    if (impl.keeper)
+        impl.keeper->committed();
     if (impl.announcer)
         impl.announcer(changes);
 }
@@ -440,6 +485,8 @@ void Connection::undo() {
     if (sqlite3_get_autocommit(m_impl->database.getHandle()) == 0)
         m_impl->database.tryExec("ROLLBACK");
     m_impl->log.end();
+    if (m_impl->keeper)
+        m_impl->keeper->cancelled();
     schemaChanged();
 }
 

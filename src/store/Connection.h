@@ -8,11 +8,17 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tessaranth {
 
+class ChangeKeeper;
 class Clock;
+
+namespace RowImage {
+struct Cell;
+}
 
 /// Why a catalog file could not be opened; `reason()` says it in a sentence for the user.
 class OpenError : public Error {
@@ -108,6 +114,16 @@ public:
 
     /// Told of every commit that changed something in the tables of the catalog.
     void setAnnouncer(std::function<void(const CatalogChanges&)> announcer);
+    /// Keeps the rows of every transaction from now on; null for nobody. Must outlive the connection or be
+    /// taken back. Not within a transaction.
+    void setKeeper(ChangeKeeper* keeper);
+    /// Within a transaction: something of this thing changed that is in no row, such as its file.
+    void touch(const CardRef& thing);
+    /// A change in SQLite's own words with its parameters in their order; the number of rows it changed.
+    int executeNative(const QByteArray& statement, const std::vector<const RowImage::Cell*>& parameters);
+    /// The number in the first cell of the first row; nothing when there is no row.
+    std::optional<qint64> singleNative(const QByteArray& statement,
+                                       const std::vector<const RowImage::Cell*>& parameters);
 
     struct Impl;
 
@@ -119,6 +135,8 @@ private:
     void runBare(const char* statement);
     void requireTransaction() const;
     CatalogChanges changes();
+    void storeToken(qint64 token);
+    Query boundQuery(const QByteArray& statement, const std::vector<const RowImage::Cell*>& parameters);
     void undo();
     void schemaChanged();
     SqlStatement translateUpdatable(const QString& statement) const;

@@ -38,6 +38,7 @@ struct Connection::Impl {
     const Clock& clock;
     SQLite::Database database;
     ChangeLog log{database.getHandle()}; ///< before any statement is prepared
+    ChangeKeeper* keeper = nullptr;
     std::function<void(const CatalogChanges&)> announcer;
     JetSql dialect;
     std::unordered_multimap<QByteArray, StatementHandle, ByteHash> idle;

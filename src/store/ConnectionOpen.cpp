@@ -5,12 +5,14 @@
 #include "platform/Clock.h"
 #include "store/LikePattern.h"
 #include "store/TextOrder.h"
+#include "store/UpgradeSteps.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
 #include <filesystem>
+#include <limits>
 
 namespace tessaranth {
 
@@ -156,9 +158,15 @@ std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& c
                                     .arg(path, QLatin1String(table)));
             SQLite::Statement(database, std::string("SELECT 1 FROM ") + table + " LIMIT 1").executeStep();
         }
+        const auto newestBelow = [&](int code) {
+            return database
+                .execAndGet("SELECT COALESCE(MAX(DbUpgradeCode), 0) FROM DbUpgrades WHERE DbUpgradeCode < " +
+                            std::to_string(code))
+                .getInt();
+        };
         if (database.tableExists("DbUpgrades") &&
-            database.execAndGet("SELECT COALESCE(MAX(DbUpgradeCode), 0) FROM DbUpgrades").getInt() >
-                newestUpgrade)
+            (newestBelow(firstOwnUpgradeCode) > newestUpgrade ||
+             newestBelow(std::numeric_limits<int>::max()) > std::max(newestUpgrade, newestOwnUpgradeCode)))
             throw OpenError(Kind::Newer,
                             tr("The catalog %1 was written by a newer version of the program.").arg(path));
         database.exec(mode == Mode::Inspect ? "PRAGMA query_only = ON"

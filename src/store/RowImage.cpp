@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/RowImage.h"
 
+#include <SQLiteCpp/Statement.h>
 #include <cstring>
 #include <sqlite3.h>
 
@@ -26,28 +27,21 @@ bool readCell(QByteArrayView& rest, Cell& cell) {
     if (rest.size() < 2)
         return false;
     cell.column = uchar(rest[0]);
-    const char type = rest[1];
+    cell.type = rest[1];
     rest = rest.sliced(2);
-    qint64 whole = 0;
-    double number = 0;
     quint32 size = 0;
-    switch (type) {
+    switch (cell.type) {
     case 'n':
         return true;
     case 'i':
-        if (!readNumber(rest, whole))
-            return false;
-        cell.value = Value(whole);
-        return true;
+        return readNumber(rest, cell.whole);
     case 'd':
-        if (!readNumber(rest, number))
-            return false;
-        cell.value = Value(number);
-        return true;
+        return readNumber(rest, cell.number);
     case 't':
+    case 'b':
         if (!readNumber(rest, size) || rest.size() < qsizetype(size))
             return false;
-        cell.value = Value(QString::fromUtf8(rest.first(size)));
+        cell.bytes = rest.first(size).toByteArray();
         rest = rest.sliced(size);
         return true;
     default:
@@ -57,11 +51,24 @@ bool readCell(QByteArrayView& rest, Cell& cell) {
 
 } // namespace
 
-// Blobs do not occur: the catalog's columns are numbers and texts, and bytes that another tool put there
-// read as text everywhere in the program.
+Value Cell::value() const {
+    switch (type) {
+    case 'i':
+        return Value(whole);
+    case 'd':
+        return Value(number);
+    case 't':
+    case 'b':
+        return Value(QString::fromUtf8(bytes));
+    default:
+        return {};
+    }
+}
+
 void append(QByteArray& image, int column, sqlite3_value* value) {
     image.append(char(column));
-    switch (sqlite3_value_type(value)) {
+    const int type = sqlite3_value_type(value);
+    switch (type) {
     case SQLITE_NULL:
         image.append('n');
         break;
@@ -74,11 +81,13 @@ void append(QByteArray& image, int column, sqlite3_value* value) {
         appendNumber<double>(image, sqlite3_value_double(value));
         break;
     default: {
-        const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        const auto* bytes =
+            static_cast<const char*>(type == SQLITE_TEXT ? static_cast<const void*>(sqlite3_value_text(value))
+                                                         : sqlite3_value_blob(value));
         const int size = sqlite3_value_bytes(value);
-        image.append('t');
+        image.append(type == SQLITE_TEXT ? 't' : 'b');
         appendNumber<quint32>(image, quint32(size));
-        image.append(text, size);
+        image.append(bytes, size);
     }
     }
 }
@@ -107,11 +116,31 @@ bool same(sqlite3_value* a, sqlite3_value* b) {
     case SQLITE_FLOAT:
         return sqlite3_value_double(a) == sqlite3_value_double(b);
     default: {
-        const void* textA = sqlite3_value_blob(a);
-        const void* textB = sqlite3_value_blob(b);
+        const void* bytesA = sqlite3_value_blob(a);
+        const void* bytesB = sqlite3_value_blob(b);
         const int size = sqlite3_value_bytes(a);
-        return size == sqlite3_value_bytes(b) && (size == 0 || std::memcmp(textA, textB, size_t(size)) == 0);
+        return size == sqlite3_value_bytes(b) &&
+               (size == 0 || std::memcmp(bytesA, bytesB, size_t(size)) == 0);
     }
+    }
+}
+
+void bind(SQLite::Statement& statement, int index, const Cell& cell) {
+    switch (cell.type) {
+    case 'i':
+        statement.bind(index, int64_t(cell.whole));
+        break;
+    case 'd':
+        statement.bind(index, cell.number);
+        break;
+    case 't':
+        statement.bind(index, cell.bytes.toStdString());
+        break;
+    case 'b':
+        statement.bind(index, cell.bytes.constData(), int(cell.bytes.size()));
+        break;
+    default:
+        statement.bind(index);
     }
 }
 

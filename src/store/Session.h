@@ -18,6 +18,9 @@
 
 namespace tessaranth {
 
+class History;
+class StepFiles;
+
 /// One musical key in the user's language.
 struct KeyName {
     qint64 id = 0; ///< WKeys.KeyID
@@ -43,6 +46,10 @@ public:
     Connection& connection() { return *m_connection; }
     /// Whoever shows what the catalog holds listens here; lives as long as the session, whatever is open.
     ChangeAnnouncer& changes() { return m_changes; }
+    /// What was done to the catalog that is open, to be taken back; and the files of cards, which are written
+    /// and removed with their rows. Only while a connection is open.
+    History& history() { return *m_history; }
+    StepFiles& stepFiles();
     bool isOpen() const { return m_connection != nullptr; }
     clsDb& fieldLengths() { return m_fieldLengths; }
     const Fields& fields() const { return m_fields; } ///< checks values before they are stored
@@ -89,6 +96,7 @@ private:
     Arrangements m_arrangements{m_configuration};
     ChangeAnnouncer m_changes;
     std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<History> m_history;
     clsDb m_fieldLengths;
     Fields m_fields{m_fieldLengths};
     QString m_databasePath;

@@ -5,6 +5,7 @@
 #include "platform/OperatingSystem.h"
 #include "platform/Registry.h"
 #include "store/CompanionFiles.h"
+#include "store/History.h"
 #include "store/Maintenance.h"
 #include "store/Session.h"
 
@@ -28,10 +29,12 @@ StartResult Startup::run() {
     m_result.started = fillApplicationFolder() && passVersionGate() && locateDatabase() &&
                        checkCompanionFiles() && openConnection(false) && openConfiguration() &&
                        readConfiguration() && upgradeSchema() && loadLists();
-    if (m_result.started)
+    if (m_result.started) {
         m_session.setDesktopScheme(desktopScheme());
-    else
+        m_session.history().open();
+    } else {
         m_session.closeConnection();
+    }
     return m_result;
 }
 

@@ -159,6 +159,8 @@ bool Upgrade::applyChange(const UpgradeStep& step) {
         return changeWidth(table, column, type, step.width);
     case UpgradeStep::Change::Media:
         return changeMedia(step);
+    case UpgradeStep::Change::AddTable:
+        return m_connection.attempt(type);
     }
     return false;
 }
@@ -197,6 +199,8 @@ void Upgrade::migrateMedia(Progress& progress) {
 // A step whose column is there already fails as it must and stays unrecorded: so in a catalog that has been
 // emptied, at every start. Nothing is wrong with such a catalog.
 bool Upgrade::isAlreadySo(const UpgradeStep& step) const {
+    if (step.change == UpgradeStep::Change::AddTable)
+        return m_connection.tables().contains(QLatin1String(step.table), Qt::CaseInsensitive);
     if (step.change != UpgradeStep::Change::AddColumn && step.change != UpgradeStep::Change::Media)
         return false;
     const QStringList columns = m_connection.columnsOf(QLatin1String(step.table));

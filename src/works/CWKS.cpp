@@ -204,7 +204,7 @@ bool CWKS::ModificaWork(Work& work) {
 
 // ---- deleting
 
-void CWKS::deleteRows(qint64 id, bool withCharacters, QStringList& files) {
+void CWKS::deleteRows(qint64 id, bool withCharacters) {
     Connection& connection = m_session.connection();
     const QString key = QString::number(id);
     connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID IN "
@@ -215,8 +215,7 @@ void CWKS::deleteRows(qint64 id, bool withCharacters, QStringList& files) {
     if (withCharacters)
         connection.execute(QStringLiteral("DELETE FROM Personages WHERE CompID = ") + key);
     Attachments(m_session).deleteDocuments(QStringLiteral("SELECT * FROM Cards WHERE RelatedID = ") + key +
-                                               QStringLiteral(" AND RelatedCat = 'Comp'"),
-                                           files);
+                                           QStringLiteral(" AND RelatedCat = 'Comp'"));
 }
 
 bool CWKS::EliminaWork(qint64 id) {
@@ -232,11 +231,9 @@ bool CWKS::EliminaWork(qint64 id) {
         return false;
     return guarded(
         [&] {
-            QStringList files;
             Transaction transaction(m_session.connection(), tr("Delete work %1").arg(old.title));
-            deleteRows(id, true, files);
+            deleteRows(id, true);
             transaction.commit();
-            Attachments::removeFiles(files);
         },
         QStringLiteral("An unexpected error has occurred!"));
 }
@@ -258,12 +255,10 @@ bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
         return false;
     return guarded(
         [&] {
-            QStringList files;
             Transaction transaction(m_session.connection(), tr("Delete %1 works").arg(ids.size()));
             for (const qint64 id : ids)
-                deleteRows(id, false, files);
+                deleteRows(id, false);
             transaction.commit();
-            Attachments::removeFiles(files);
         },
         QStringLiteral("An unexpected error has occurred!"));
 }

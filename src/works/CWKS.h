@@ -64,7 +64,7 @@ private:
     template<typename Job>
     bool guarded(const Job& job, const QString& failure = {});
     void fit(Work& work);
-    void deleteRows(qint64 id, bool withCharacters, QStringList& files);
+    void deleteRows(qint64 id, bool withCharacters);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);
     void markCharacters(qint64 work);
     QString characterName(const QString& text);

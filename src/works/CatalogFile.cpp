@@ -242,7 +242,6 @@ bool CatalogFile::removeImported(Progress& progress) {
     const QString works =
         QStringLiteral("(SELECT CompID FROM Compositions") + ofComposer + QStringLiteral(" AND wkl = True)");
     const bool removed = guarded([&] {
-        QStringList files;
         Transaction transaction(connection, tr("Remove the imported catalog of %1").arg(composerName()));
         progress.stage(QStringLiteral("Deleting works.."));
         connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID IN "
@@ -251,7 +250,7 @@ bool CatalogFile::removeImported(Progress& progress) {
         connection.execute(QStringLiteral("DELETE FROM CompOnRec WHERE CompID IN ") + works);
         connection.execute(QStringLiteral("DELETE FROM Personages WHERE CompID IN ") + works);
         Attachments(m_session).deleteDocuments(
-            QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND RelatedID IN ") + works, files);
+            QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND RelatedID IN ") + works);
         connection.execute(QStringLiteral("DELETE FROM Compositions") + ofComposer +
                            QStringLiteral(" AND wkl = True"));
         // A genre or main work that the user has put works of his own under stays, and is his from now on:
@@ -272,7 +271,6 @@ bool CatalogFile::removeImported(Progress& progress) {
         }
         connection.execute(QStringLiteral("DELETE FROM Catalogs") + ofComposer);
         transaction.commit();
-        Attachments::removeFiles(files);
         return true;
     });
     if (removed)

@@ -43,5 +43,6 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
 void addClassCommands(CLI::App& app, CliContext& context, Action& action);
+void addHistoryCommands(CLI::App& app, CliContext& context, Action& action);
 
 } // namespace tessaranth
