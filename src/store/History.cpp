@@ -74,10 +74,15 @@ void History::open() {
     m_limits.steps = qMax(1, configuration.number(section, QStringLiteral("Steps"), 500));
     m_limits.bytes = qMax(0, configuration.number(section, QStringLiteral("Megabytes"), 256)) * megabyte;
     try {
+        m_token = catalogToken();
+        m_isNew = !QFileInfo::exists(pathFor(m_session.databasePath()));
+        if (m_isNew) {
+            m_files.forgetAllBut({});
+            return;
+        }
         openFile();
         m_files.setHistory(m_file->id());
-        const qint64 token = catalogToken();
-        if (m_file->goTo(token)) {
+        if (m_file->goTo(m_token)) {
             m_files.finishDone(m_file->files(m_file->position()));
             for (const HistoryStep& step : m_file->steps())
                 if (step.undone) {
@@ -89,7 +94,7 @@ void History::open() {
             return;
         }
         const bool hadSteps = !m_file->steps().empty();
-        m_file->start(token);
+        m_file->start(m_token);
         m_file->takeDropped();
         m_files.forgetAllBut({});
         if (hadSteps)
@@ -125,14 +130,20 @@ void History::recording(const Job& job) noexcept {
         job();
     } catch (const Error& error) {
         m_failure = error.reason();
-        m_file->abandonStep();
     } catch (const std::exception& error) {
         m_failure = QString::fromUtf8(error.what());
-        m_file->abandonStep();
     }
+    if (m_file && !m_failure.isEmpty())
+        m_file->abandonStep();
 }
 
 qint64 History::stepNumber() {
+    if (!m_file) {
+        openFile();
+        m_files.setHistory(m_file->id());
+        m_file->start(m_token);
+        m_isNew = false;
+    }
     if (m_step == 0)
         m_step = m_file->beginStep();
     return m_step;
@@ -175,6 +186,7 @@ void History::commitStep(qint64 token, const Ending& ending) {
 
 std::optional<qint64> History::prepare(const Ending& ending) {
     const qint64 token = newToken();
+    m_next = token;
     if (m_replaying) {
         m_file->move(m_target, token);
         m_moved = true;
@@ -184,12 +196,16 @@ std::optional<qint64> History::prepare(const Ending& ending) {
     if (!isStep && !ending.breaks) {
         if (m_file)
             m_file->abandonStep(); // all its rows were cut back
+        m_next = m_token;
         return std::nullopt;
     }
     // Without a token of its own in the catalog, an operation that no history knows would seem to be the last
     // one that a history knows.
-    if (!m_file)
+    if (!m_file) {
+        if (!m_failure.isEmpty())
+            m_lost = tr("The history cannot be kept, so nothing can be taken back: %1").arg(m_failure);
         return token;
+    }
     try {
         if (ending.breaks) {
             breakOff(token);
@@ -211,6 +227,7 @@ std::optional<qint64> History::prepare(const Ending& ending) {
 
 void History::committed() noexcept {
     const bool isKept = std::exchange(m_isKept, false);
+    m_token = m_next;
     m_files.committed(isKept);
     if (m_file)
         m_files.forget(m_file->takeDropped());

@@ -33,6 +33,7 @@ public:
     ~History() override;
 
     /// Opens the side file of the session's catalog, which must be up to date, and finishes what was cut off.
+    /// The first step makes the file: a catalog that is only looked at gets none.
     void open();
 
     std::vector<HistoryStep> steps(); ///< oldest first; those undone are the last ones
@@ -61,7 +62,7 @@ private:
     void committed() noexcept override;
     void cancelled() noexcept override;
 
-    bool isRecording() { return m_file && !m_replaying && m_failure.isEmpty(); }
+    bool isRecording() { return (m_file || m_isNew) && !m_replaying && m_failure.isEmpty(); }
     qint64 stepNumber();
     template<typename Job>
     void recording(const Job& job) noexcept;
@@ -79,6 +80,9 @@ private:
     StepFiles m_files;
     std::unique_ptr<HistoryFile> m_file;
     HistoryFile::Limits m_limits;
+    bool m_isNew = false;  ///< there is no side file yet: the first step makes it
+    qint64 m_token = 0;    ///< of the catalog as it stands,
+    qint64 m_next = 0;     ///< and as it will
     qint64 m_step = 0;     ///< being recorded
     qint64 m_bytes = 0;    ///< of it so far
     qint64 m_previous = 0; ///< position before an undo or redo,
