@@ -47,9 +47,7 @@ void History::openFile() {
     const QString aside = path + QStringLiteral(".old");
     try {
         m_file = std::make_unique<HistoryFile>(path);
-    } catch (const Error& error) {
-        if (!QFileInfo(path).isFile())
-            throw;
+    } catch (const ForeignHistory& error) {
         QFile::remove(aside);
         if (!QFile::rename(path, aside))
             throw;

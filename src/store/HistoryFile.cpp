@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/HistoryFile.h"
 
-#include "platform/Errors.h"
 #include "store/ConnectionImpl.h"
 
 #include <QCoreApplication>
@@ -64,7 +63,7 @@ HistoryFile::HistoryFile(const QString& path) {
         const bool isNew = database.execAndGet("SELECT COUNT(*) FROM sqlite_schema").getInt() == 0;
         if (!isNew && (database.execAndGet("PRAGMA application_id").getInt() != applicationId ||
                        database.execAndGet("PRAGMA user_version").getInt() != formatVersion))
-            throw FileError(tr("%1 is not a history of this program.").arg(path));
+            throw ForeignHistory(tr("%1 is not a history of this program.").arg(path));
         // The catalog is what must survive a power cut; a history that lost its last steps ends there.
         database.exec("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA cache_size = -2048");
         if (isNew)
@@ -74,7 +73,11 @@ HistoryFile::HistoryFile(const QString& path) {
         for (const char* table : {"States", "Steps", "StepRows", "StepFiles"})
             SQLite::Statement(database, std::string("SELECT * FROM ") + table + " LIMIT 1").executeStep();
     } catch (const SQLite::Exception& error) {
-        throw FileError(tr("%1: %2").arg(path, QString::fromUtf8(error.what())));
+        const QString reason = tr("%1: %2").arg(path, QString::fromUtf8(error.what()));
+        const int code = error.getErrorCode() & 0xff; // an error in the statement: a table is missing
+        if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT || code == SQLITE_ERROR)
+            throw ForeignHistory(reason);
+        throw FileError(reason);
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/Errors.h"
 #include "store/ChangeLog.h"
 
 #include <QString>
@@ -10,6 +11,12 @@
 #include <vector>
 
 namespace tessaranth {
+
+/// A file that is no history, or none that could be read to its end.
+class ForeignHistory : public FileError {
+public:
+    using FileError::FileError;
+};
 
 /// One operation as the history keeps it.
 struct HistoryStep {
@@ -43,7 +50,8 @@ public:
         qint64 bytes = 256LL * 1024 * 1024;
     };
 
-    /// Opens the file or makes it. Throws where it is no history, damaged, in use or not to be written.
+    /// Opens the file or makes it. Throws ForeignHistory where it is no history or damaged, FileError where
+    /// it is in use or cannot be written.
     explicit HistoryFile(const QString& path);
     ~HistoryFile();
 
