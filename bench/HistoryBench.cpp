@@ -38,10 +38,8 @@ void importWorks(Connection& connection, int count) {
              {QStringLiteral("CompTitle"), QStringLiteral("Sonata %1").arg(i)},
              {QStringLiteral("CompNbr"), QString::number(i)},
              {QStringLiteral("CpsGenreID"),
-              writer.lookup(QStringLiteral("CpsGenres"), QStringLiteral("CpsGenreName"),
-                            QStringLiteral("Sonatas"), 1)},
-             {QStringLiteral("GenreID"), writer.lookup(QStringLiteral("Genres"), QStringLiteral("GenreName"),
-                                                       QStringLiteral("Sonata"))}});
+              writer.lookup(QStringLiteral("CpsGenres"), QStringLiteral("Sonatas"), 1)},
+             {QStringLiteral("GenreID"), writer.lookup(QStringLiteral("Genres"), QStringLiteral("Sonata"))}});
     transaction.commit();
 }
 

@@ -40,7 +40,7 @@ void ChangeLog::learn(const ColumnsOf& columnsOf) {
     if (!m_tables.empty())
         return;
     forgetSchema();
-    for (const CatalogTable& known : catalogTables()) {
+    for (const RecordedTable& known : recordedTables()) {
         const QStringList columns = columnsOf(QLatin1String(known.name));
         if (columns.isEmpty())
             continue; // an old catalog that is not up to date yet

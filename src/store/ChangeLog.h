@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "store/CatalogTables.h"
+#include "store/RecordedTables.h"
 
 #include <QByteArray>
 #include <QStringList>
@@ -18,7 +18,7 @@ namespace tessaranth {
 struct RowChange {
     enum class Kind : quint8 { Inserted, Changed, Deleted };
     Kind kind;
-    const CatalogTable* table;
+    const RecordedTable* table;
     qint64 key; ///< the row's key; of a link the number of its row, which a compact changes
     QByteArray
         before;       ///< RowImage: whole when deleted, of a link also when changed; else the columns changed
@@ -95,7 +95,7 @@ private:
         int codeColumn;
     };
     struct Table {
-        const CatalogTable* table = nullptr;
+        const RecordedTable* table = nullptr;
         int key = -1;
         int columns = 0;
         std::vector<Meaning> meanings;

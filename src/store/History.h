@@ -74,7 +74,7 @@ private:
     void replay(const HistoryStep& step, bool back);
     bool replayNext(bool back);
     HistoryRow described(const RowChange& change);
-    QString described(const CatalogTable& table, const ColumnInfo& column, const QHash<QString, Value>& row);
+    QString described(const RecordedTable& table, const ColumnInfo& column, const QHash<QString, Value>& row);
 
     Session& m_session;
     StepFiles m_files;

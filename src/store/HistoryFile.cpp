@@ -330,7 +330,7 @@ void HistoryFile::eachRow(qint64 step, bool fromTheLast, const std::function<boo
         };
         while (run.executeStep()) {
             const QByteArray name = run.getColumn(1).getText();
-            const CatalogTable* table = catalogTable(name);
+            const RecordedTable* table = recordedTable(name);
             if (!table)
                 throw SqlError(tr("The history names a table %1 that the catalog does not have.")
                                    .arg(QString::fromUtf8(name)));

@@ -37,7 +37,7 @@ QHash<QString, Value> byName(const QByteArray& image, const std::vector<ColumnIn
 
 } // namespace
 
-QString History::described(const CatalogTable& table, const ColumnInfo& column,
+QString History::described(const RecordedTable& table, const ColumnInfo& column,
                            const QHash<QString, Value>& row) {
     const Value value = row.value(column.name);
     if (column.type == QLatin1String("BOOLEAN"))

@@ -21,7 +21,7 @@ RowImage::Cell number(qint64 value) { return {0, 'i', value, 0, {}}; }
 
 } // namespace
 
-const RowReplay::Columns& RowReplay::columnsOf(const CatalogTable& table) {
+const RowReplay::Columns& RowReplay::columnsOf(const RecordedTable& table) {
     const auto known = m_columns.constFind(&table);
     if (known != m_columns.constEnd())
         return *known;

@@ -31,7 +31,7 @@ private:
         int work = -1;               ///< the column that names a work whose marks may have changed
     };
 
-    const Columns& columnsOf(const CatalogTable& table);
+    const Columns& columnsOf(const RecordedTable& table);
     void insert(const RowChange& change, const Cells& cells);
     void remove(const RowChange& change, const Cells& present);
     void update(const RowChange& change, const Cells& present, const Cells& wanted);
@@ -43,7 +43,7 @@ private:
     void noteWork(const RowChange& change, const Cells& cells);
 
     Connection& m_connection;
-    QHash<const CatalogTable*, Columns> m_columns;
+    QHash<const RecordedTable*, Columns> m_columns;
     QSet<qint64> m_works;
 };
 

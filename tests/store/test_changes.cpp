@@ -8,8 +8,8 @@
 #include "items/CardHeading.h"
 #include "items/CustomCards.h"
 #include "recordings/RecordingEditor.h"
-#include "store/CatalogTables.h"
 #include "store/History.h"
+#include "store/RecordedTables.h"
 #include "support/ItemCatalog.h"
 #include "support/Pictures.h"
 #include "works/CWKS.h"
@@ -288,7 +288,7 @@ void TestChanges::tablesAreThoseOfTheCatalog() {
     ItemCatalog home;
     Connection& connection = home.session->connection();
     QStringList known{"TsrHistory"};
-    for (const CatalogTable& table : catalogTables()) {
+    for (const RecordedTable& table : recordedTables()) {
         known << table.name;
         const QStringList columns = connection.columnsOf(table.name);
         if (table.key)

@@ -4,6 +4,7 @@
 #include "store/CatalogChanges.h"
 
 #include <span>
+#include <vector>
 
 namespace tessaranth {
 
@@ -20,21 +21,21 @@ struct RowMeaning {
     const char* codeColumn = nullptr;
 };
 
-/// A table of the catalog whose rows the change log records. What it does not name, such as the index of
-/// words and our own table of the history's token, changes unseen.
-struct CatalogTable {
+/// A table of the catalog whose rows the change log records: each that the table of fields names. Others,
+/// such as the index of words and our own table of the history's token, change unseen.
+struct RecordedTable {
     const char* name;
-    const char* key; ///< nullptr for tables of links, whose rows are known by all their values
+    const char* key = nullptr; ///< none for tables of links, whose rows are known by all their values
     std::span<const RowMeaning> meanings;
     /// Columns that tell how the program was last used: no change where nothing else changed.
-    std::span<const char* const> ignored = {};
+    std::vector<const char*> ignored;
     /// Columns that are counted from other tables.
-    std::span<const char* const> counted = {};
+    std::span<const char* const> counted;
 };
 
-std::span<const CatalogTable> catalogTables();
+const std::vector<RecordedTable>& recordedTables();
 /// Nullptr for a table that is not recorded. Letter case does not matter.
-const CatalogTable* catalogTable(const char* name);
+const RecordedTable* recordedTable(const char* name);
 
 /// The thing that a RelatedCat or ItemType names, such as "Rec" or "Comp"; nothing for another word.
 std::optional<Thing> thingOfCode(const char* code);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "store/CatalogTables.h"
+#include "store/RecordedTables.h"
+
+#include "store/Fields.h"
 
 #include <cstring>
 #include <sqlite3.h>
@@ -11,8 +13,6 @@ namespace {
 using enum RowMeaning::Role;
 
 // clang-format off
-const char* const lastState[] = {"LastState"};
-const char* const recordingState[] = {"LastState", "LastStateRec", "LastStateRecSplitterPos"};
 const char* const workMarks[] = {"InCollection", "Pers"};
 
 const RowMeaning composer[] = {{Itself, Thing::Composer, "CpsID"}};
@@ -59,45 +59,49 @@ const RowMeaning recJoin[] = {{Part, Thing::Recording, "RecID"}, {Part, Thing::R
 const RowMeaning userDefJoin[] = {{Part, Thing::Custom, "UserDefID"},
                                   {Part, Thing::CustomSubCategory, "UserDefSubCatID"}};
 
-const CatalogTable tables[] = {
-    {"Cps", "CpsID", composer, lastState},
-    {"Pfr", "PfrID", performer, lastState},
-    {"Rec", "RecID", recording, recordingState},
-    {"UserDef", "UserDefID", custom, lastState},
-    {"Compositions", "CompID", work, {}, workMarks},
-    {"MainWorks", "MainWorkID", mainWork},
-    {"CpsGenres", "CpsGenreID", composerGenre},
-    {"Personages", "PersonageID", personage},
-    {"Genres", "GenreID", genre},
-    {"Labels", "LabelID", label},
-    {"Supports", "SupportID", support},
-    {"Sources", "SourceID", source},
-    {"CpsOnRec", nullptr, composerOnRecording},
-    {"PfrOnRec", nullptr, performerOnRecording},
-    {"CompOnRec", "CompOnRecID", placedWork},
-    {"CompOnRecPfr", nullptr, cast},
-    {"Images", "ImageID", image},
-    {"Cards", "CardID", document},
-    {"Media", "MediaID", media},
-    {"Web", "WebID", link},
-    {"Relations", nullptr, relation},
-    {"CpsClass", "CpsClassID", cpsClass},
-    {"CpsSubCat", "CpsSubCatID", cpsSubCat},
-    {"CpsSubCatJoin", nullptr, cpsJoin},
-    {"PfrClass", "PfrClassID", pfrClass},
-    {"PfrSubCat", "PfrSubCatID", pfrSubCat},
-    {"PfrSubCatJoin", nullptr, pfrJoin},
-    {"RecClass", "RecClassID", recClass},
-    {"RecSubCat", "RecSubCatID", recSubCat},
-    {"RecSubCatJoin", nullptr, recJoin},
-    {"UserDefClass", "UserDefClassID", userDefClass},
-    {"UserDefSubCat", "UserDefSubCatID", userDefSubCat},
-    {"UserDefSubCatJoin", nullptr, userDefJoin},
-    {"DbUpgrades", "DbUpgradeID", {}},
-    {"Tracks", "TrackID", track},
-    {"Catalogs", "CatalogID", importedCatalog},
-    {"WKeys", "WKeysID", keyName},
-    {"DiscIds", "DiscIdID", discId},
+struct Meanings {
+    const char* table;
+    std::span<const RowMeaning> rows;
+    std::span<const char* const> counted = {};
+};
+const Meanings meanings[] = {
+    {"Cps", composer},
+    {"Pfr", performer},
+    {"Rec", recording},
+    {"UserDef", custom},
+    {"Compositions", work, workMarks},
+    {"MainWorks", mainWork},
+    {"CpsGenres", composerGenre},
+    {"Personages", personage},
+    {"Genres", genre},
+    {"Labels", label},
+    {"Supports", support},
+    {"Sources", source},
+    {"CpsOnRec", composerOnRecording},
+    {"PfrOnRec", performerOnRecording},
+    {"CompOnRec", placedWork},
+    {"CompOnRecPfr", cast},
+    {"Images", image},
+    {"Cards", document},
+    {"Media", media},
+    {"Web", link},
+    {"Relations", relation},
+    {"CpsClass", cpsClass},
+    {"CpsSubCat", cpsSubCat},
+    {"CpsSubCatJoin", cpsJoin},
+    {"PfrClass", pfrClass},
+    {"PfrSubCat", pfrSubCat},
+    {"PfrSubCatJoin", pfrJoin},
+    {"RecClass", recClass},
+    {"RecSubCat", recSubCat},
+    {"RecSubCatJoin", recJoin},
+    {"UserDefClass", userDefClass},
+    {"UserDefSubCat", userDefSubCat},
+    {"UserDefSubCatJoin", userDefJoin},
+    {"Tracks", track},
+    {"Catalogs", importedCatalog},
+    {"WKeys", keyName},
+    {"DiscIds", discId},
 };
 
 struct CodeWord {
@@ -136,10 +140,32 @@ bool same(const char* a, const char* b) { return sqlite3_stricmp(a, b) == 0; }
 
 } // namespace
 
-std::span<const CatalogTable> catalogTables() { return tables; }
+const std::vector<RecordedTable>& recordedTables() {
+    static const std::vector<RecordedTable> tables = [] {
+        std::vector<RecordedTable> made;
+        for (const CatalogTable& fields : catalogTables()) {
+            RecordedTable table{fields.table, nullptr, {}, {}, {}};
+            for (const CatalogField& field : fields.fields) {
+                if (field.kind == FieldKind::Key)
+                    table.key = field.column;
+                if (field.kind == FieldKind::State)
+                    table.ignored.push_back(field.column);
+            }
+            for (const Meanings& known : meanings) {
+                if (same(known.table, fields.table)) {
+                    table.meanings = known.rows;
+                    table.counted = known.counted;
+                }
+            }
+            made.push_back(std::move(table));
+        }
+        return made;
+    }();
+    return tables;
+}
 
-const CatalogTable* catalogTable(const char* name) {
-    for (const CatalogTable& table : tables)
+const RecordedTable* recordedTable(const char* name) {
+    for (const RecordedTable& table : recordedTables())
         if (same(table.name, name))
             return &table;
     return nullptr;
