@@ -88,6 +88,8 @@ bool Startup::takeCleaned() {
 }
 
 bool Startup::takeAnother() {
+    if (m_options.hideSplash)
+        m_options.hideSplash();
     if (m_isForeign && takeCleaned())
         return true;
     const Question question{applicationTitle,

@@ -33,11 +33,13 @@ struct Place : TestHome {
             QTest::qFail("cannot write", __FILE__, __LINE__);
     }
     bool isVictimWhole() const { return bytesOf(file("victim.txt")) == "mine"; }
+    bool isSplashHidden = false;
     StartResult startWindow() {
         close();
         session = std::make_unique<Session>(folder(), messages, clock);
         Startup::Options options;
         options.asksForCatalog = true;
+        options.hideSplash = [this] { isSplashHidden = true; };
         return Startup(*session, options, progress).run();
     }
 };
@@ -114,6 +116,7 @@ void TestPlantedCatalogs::opening() {
             place.messages.willAnswer(Answer::No);
     const StartResult start = place.startWindow();
     QVERIFY(start.started == (result.code == 0));
+    QVERIFY(start.started || place.isSplashHidden);
     QVERIFY(start.started || (start.reason.isEmpty() && isClear(place.messages.asked.back().text)));
     if (planted.fate == Fate::Opens) { // and works: a row comes and goes
         Connection& connection = place.session->connection();
