@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/CardMedia.h"
 
+#include "items/DeletionCounts.h"
 #include "items/Person.h"
 #include "platform/Programs.h"
 #include "platform/Progress.h"
@@ -190,7 +191,8 @@ bool CardMedia::Remove_Media(const std::vector<qint64>& ids, Progress& progress)
     question.title = QStringLiteral("Remove media");
     question.text = QStringLiteral("Do you want to remove the selected media?\n"
                                    "Note: This will not affect the files itself. "
-                                   "Only database entries will be removed.");
+                                   "Only database entries will be removed.") +
+                    selectedCount(ids.size());
     question.defaultButton = Answer::Cancel;
     if (ids.empty() || m_session.messages().ask(question) != Answer::Ok)
         return false;

@@ -134,7 +134,7 @@ int FileAlignment::deleteRows(const std::vector<LostFile>& rows, Progress& progr
     return done ? deleted : -1;
 }
 
-int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progress) {
+int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progress, bool evenOwned) {
     int moved = 0;
     qint64 seen = 0;
     QStringList stuck;
@@ -146,7 +146,7 @@ int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progr
             progress.step(++seen, qint64(files.size()));
             bool isNumber = false;
             const qint64 id = file.name.toLongLong(&isNumber);
-            if (isNumber &&
+            if (isNumber && !evenOwned &&
                 m_session.connection().exists(QStringLiteral("SELECT * FROM %1 WHERE %2 = %3")
                                                   .arg(QLatin1String(kept.table), QLatin1String(kept.key))
                                                   .arg(id)))

@@ -36,8 +36,8 @@ void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) 
                 files.push_back(*file);
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
-        connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
-    connection.attempt(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
+        connection.execute(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
+    connection.execute(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
 }
 
 void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
@@ -68,9 +68,9 @@ void Attachments::moveAll(const QString& code, qint64 from, qint64 to) {
         moveOrdered(QString::fromLatin1(table), code, from, to);
     Connection& connection = m_session.connection();
     for (const char* table : {"Media", "Web"})
-        connection.attempt(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
+        connection.execute(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
                            ownedBy(code, from));
-    connection.attempt(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
+    connection.execute(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
 }
 
 void Attachments::setOrder(const QString& table, const QString& code, qint64 id,

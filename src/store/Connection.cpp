@@ -177,14 +177,18 @@ int Connection::execute(const QString& statement) {
         changeColumn(translated.change);
         return 0;
     }
-    Query run = queryStatement(translated);
-    while (run.next()) {
-    }
     switch (translated.kind) {
     case SqlStatement::Kind::Insert:
     case SqlStatement::Kind::Update:
     case SqlStatement::Kind::Delete:
-        return m_impl->database.getChanges();
+        return change(translated);
+    default:
+        break;
+    }
+    Query run = queryStatement(translated);
+    while (run.next()) {
+    }
+    switch (translated.kind) {
     case SqlStatement::Kind::CreateTable:
     case SqlStatement::Kind::AddColumn:
         schemaChanged();
@@ -394,6 +398,7 @@ void Transaction::commit() {
         m_connection.undo();
         throw;
     }
+    m_connection.tellNotices();
 }
 
 Transaction::~Transaction() {
@@ -419,6 +424,7 @@ void Connection::undo() {
     // A full disk may have undone everything already; rolling back twice would be an error of its own.
     if (sqlite3_get_autocommit(m_impl->database.getHandle()) == 0)
         m_impl->database.tryExec("ROLLBACK");
+    m_impl->notices.clear(); // with the transaction what they tell of is undone
     schemaChanged();
 }
 

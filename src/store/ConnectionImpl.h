@@ -5,6 +5,7 @@
 
 #include "store/CatalogShape.h"
 #include "store/Connection.h"
+#include "store/ReadingPlace.h"
 
 #include <QHash>
 #include <QSet>
@@ -27,8 +28,10 @@ struct Connection::Impl {
         size_t operator()(const QByteArray& bytes) const { return qHash(bytes); }
     };
 
-    Impl(const std::string& path, const Clock& c, const SchemaView& view)
-        : clock(c), database(path, SQLite::OPEN_READWRITE), dialect(view) {}
+    Impl(const std::string& path, int flags, const Clock& c, const SchemaView& view)
+        : clock(c), database(path, flags), dialect(view) {}
+    /// The same for a catalog that is only looked at.
+    static std::unique_ptr<Impl> toRead(const QString& catalog, const Clock& clock, const SchemaView& view);
 
     /// Each statement is prepared by itself. `alone`: there must be one only, as in what the file itself
     /// holds, where a second one would be somebody's trick.
@@ -39,19 +42,23 @@ struct Connection::Impl {
     void registerFunctions();
 
     const Clock& clock;
+    std::shared_ptr<QTemporaryDir>
+        copied; ///< the folder of a private copy; goes after the database is closed
     SQLite::Database database;
     JetSql dialect;
     std::unordered_multimap<QByteArray, StatementHandle, ByteHash> idle;
     QHash<QString, TableInfo> schema; ///< by lower-case name; read when first asked for
     QSet<QString> textColumns;
     int transactionDepth = 0;
+    std::function<void(const QString&)> tell;
+    QStringList notices;      ///< to be told once the open transaction stands
     bool innerFailed = false; ///< a transaction within the open one was left without commit
 };
 
 SqlError sqlError(const SQLite::Exception& error);
 
 /// Refuses what cannot be a catalog before SQLite sees it; throws OpenError.
-void checkCatalogFile(const QString& path);
+void checkCatalogFile(const QString& path, Connection::Mode mode = Connection::Mode::Normal);
 OpenError openError(const QString& path, const SQLite::Exception& error);
 /// Makes what a file of a stranger could do harmless, and takes the lock for good without writing a byte.
 void lockSafely(SQLite::Database& database);

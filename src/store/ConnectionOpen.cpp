@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
+#include <QUrl>
 #include <QtEndian>
 
 namespace tessaranth {
@@ -88,7 +90,7 @@ QString listed(const QStringList& things) {
 
 } // namespace
 
-void checkCatalogFile(const QString& path) {
+void checkCatalogFile(const QString& path, Connection::Mode mode) {
     const QFileInfo info(path);
     if (!info.exists())
         throw OpenError(Kind::Missing, tr("The catalog %1 does not exist.").arg(path));
@@ -101,7 +103,7 @@ void checkCatalogFile(const QString& path) {
         throw OpenError(Kind::NoAccess, tr("The catalog %1 cannot be read: %2").arg(path, reasonOf(file)));
     // A file marked read-only stays untouched even where the system would let us write it, as for root.
     constexpr QFile::Permissions anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    if (!info.isWritable() || !(info.permissions() & anyWrite))
+    if (mode == Connection::Mode::Normal && (!info.isWritable() || !(info.permissions() & anyWrite)))
         throw OpenError(Kind::ReadOnly, tr("The catalog %1 is read-only.").arg(path));
     const QByteArray head = file.read(headerSize);
     if (head.isEmpty())
@@ -176,6 +178,24 @@ void Connection::Impl::registerFunctions() {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
 }
 
+std::unique_ptr<Connection::Impl> Connection::Impl::toRead(const QString& catalog, const Clock& clock,
+                                                           const SchemaView& view) {
+    const ReadingPlace place = ReadingPlace::of(catalog);
+    const bool immutable = place.way == ReadingPlace::Way::Immutable;
+    const QString file =
+        immutable ? QString::fromLatin1(QUrl::fromLocalFile(QFileInfo(place.file).absoluteFilePath())
+                                            .toEncoded(QUrl::FullyEncoded)) +
+                        QStringLiteral("?immutable=1")
+                  : place.file;
+    auto impl = std::make_unique<Impl>(
+        file.toStdString(), immutable ? SQLite::OPEN_READONLY | SQLite::OPEN_URI : SQLite::OPEN_READWRITE,
+        clock, view);
+    impl->copied = place.folder;
+    // What a log beside the catalog holds is read, but not brought home: nothing changes by being looked at.
+    sqlite3_db_config(impl->database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    return impl;
+}
+
 Connection::Connection(const QString& path) : m_path(path) {}
 
 Connection::~Connection() {
@@ -185,10 +205,13 @@ Connection::~Connection() {
 
 std::unique_ptr<Connection> Connection::open(const QString& path, const Clock& clock, int newestUpgrade,
                                              Mode mode) {
-    checkCatalogFile(path);
+    checkCatalogFile(path, mode);
     std::unique_ptr<Connection> connection(new Connection(path));
     try {
-        connection->m_impl = std::make_unique<Impl>(path.toStdString(), clock, *connection);
+        connection->m_impl =
+            mode == Mode::Inspect
+                ? Impl::toRead(path, clock, *connection)
+                : std::make_unique<Impl>(path.toStdString(), SQLite::OPEN_READWRITE, clock, *connection);
         SQLite::Database& database = connection->m_impl->database;
         lockSafely(database);
         const CatalogShape shape = shapeOf(database);

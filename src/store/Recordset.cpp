@@ -117,7 +117,7 @@ void Recordset::update(int row, const Assignments& values) {
     }
     statement.parameters.push_back(target.key);
     statement.sql += " WHERE rowid = ?" + QByteArray::number(qsizetype(statement.parameters.size()));
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     reread(target);
 }
 
@@ -129,7 +129,7 @@ void Recordset::remove(int row) {
         statement.kind = SqlStatement::Kind::Delete;
         statement.sql = "DELETE FROM " + quotedName(m_table.toUtf8()) + " WHERE rowid = ?1";
         statement.parameters.push_back(m_rows[size_t(index)].key);
-        m_connection->queryStatement(statement).next();
+        m_connection->change(statement);
     }
     m_rows.erase(m_rows.begin() + index);
     m_visible.erase(m_visible.begin() + row);
@@ -166,7 +166,7 @@ qint64 Recordset::insert(const Assignments& values) {
     }
     statement.sql = "INSERT INTO " + quotedName(m_table.toUtf8()) +
                     (values.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + places + ')');
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     return m_connection->lastKey();
 }
 

@@ -127,7 +127,10 @@ bool Session::saveRuntime() {
     return changed.empty() || m_configuration.write(changed);
 }
 
-void Session::setConnection(std::unique_ptr<Connection> connection) { m_connection = std::move(connection); }
+void Session::setConnection(std::unique_ptr<Connection> connection) {
+    m_connection = std::move(connection);
+    m_connection->setNotice([this](const QString& text) { m_messages.warning(applicationTitle, text); });
+}
 
 void Session::closeConnection() { m_connection.reset(); }
 

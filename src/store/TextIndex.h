@@ -40,12 +40,18 @@ public:
     /// True for the tables, and for the names that triggers and inner tables of any version have.
     static bool isPart(const QByteArray& name);
 
-    /// True when every table and trigger is there as this version of the program makes it.
+    /// True when every table and trigger is there as this version of the program makes it, and nothing
+    /// besides.
     bool isCurrent() const;
-    /// Makes what is missing or out of date, in one transaction. False when the user stopped it: nothing has
-    /// changed then. Throws SqlError.
+    bool isAbsent() const;       ///< nothing of any index is in the file, not even a remainder
+    QStringList present() const; ///< names of the index tables and triggers that are there
+    /// Makes what is missing or out of date, in one transaction, also over the remains of a broken one. False
+    /// when the user stopped it: nothing has changed then. Throws SqlError.
     bool build(Progress& progress);
     void drop();
+    /// Takes only the triggers away, so that nothing is written to an index that cannot be written; what is
+    /// left is out of date. The number taken away.
+    int dropTriggers();
 
     /// Keys of at most `limit` rows with a word beginning with each of `words`; rows that hold the whole
     /// words first. Throws SqlError.

@@ -229,8 +229,10 @@ void TestMedia::locations_data() {
     row("mount point to letter", true, "/mnt/usb", "F:", {as[0], as[1], as[2], "F:\\music", "F:\\", as[5]});
     row("any drive", true, "", "/new", {"/new/music", "/new", as[2], "/new/music", "/new", "/new/a"});
     row("folder", false, "/MNT/usb", "/mnt/disk",
-        {as[0], as[1], as[2], "/mnt/disk/music", "/mnt/disk", "/mnt/disk2/a"});
-    row("folder of a drive", false, "D:\\mu", "C:\\Mu", {"C:\\Music"});
+        {as[0], as[1], as[2], "/mnt/disk/music", "/mnt/disk"}); // "/mnt/usb2" is another folder
+    row("folder with a separator", false, "/mnt/usb/", "/new", {as[0], as[1], as[2], "/new/music", "/new"});
+    row("folder of a drive", false, "D:\\Music", "C:\\Mu\\", {"C:\\Mu"});
+    row("folder to the root", false, "/mnt/usb", "/", {as[0], as[1], as[2], "/music", "/"});
 }
 
 void TestMedia::locations() {
@@ -269,7 +271,7 @@ void TestMedia::locationsOnRefusal() {
     QVERIFY(!media.update(LocationChange::byFolder("C:", "D:"), desk.progress));
     QCOMPARE(desk.places(), before);
     desk.messages.willAnswer(Answer::Yes);
-    QVERIFY(media.update(LocationChange::byFolder("C:\\100% [", "D:\\it's ["), desk.progress));
+    QVERIFY(media.update(LocationChange::byFolder("C:\\100% [a]", "D:\\it's [a]"), desk.progress));
     QCOMPARE(desk.places(), QStringList({before[0], "D:\\it's [a]", before[2]}));
 }
 
