@@ -240,6 +240,10 @@ void Startup::removeLeftovers() {
     QStringList folders{m_session.applicationFolder(), QFileInfo(m_session.databasePath()).path()};
     for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels})
         folders << m_session.dataFolder(folder);
+    const QString copies =
+        m_session.configuration().read(QStringLiteral("Maintenance"), QStringLiteral("DestFolder"));
+    if (!copies.isEmpty())
+        folders << copies;
     folders.removeDuplicates();
     for (const QString& folder : std::as_const(folders))
         tessaranth::removeLeftovers(folder);
