@@ -5,6 +5,7 @@
 #include "store/Session.h"
 #include "store/Startup.h"
 #include "widgets/WindowProgress.h"
+#include "window/GuardedApplication.h"
 #include "window/MainWindow.h"
 #include "window/SplashScreen.h"
 
@@ -47,8 +48,8 @@ int runWindow(StartedWindow& started) {
 
 } // namespace
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+static int run(int argc, char** argv) {
+    GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tessaranth"));
     QApplication::setApplicationVersion(QStringLiteral(TESSARANTH_VERSION));
     QCommandLineParser parser;
@@ -61,8 +62,10 @@ int main(int argc, char** argv) {
     if (isShownByVnc()) // the plugin knows no theme and would fall back to the oldest style
         QApplication::setStyle(QStringLiteral("Fusion"));
 
-    const int code = withStartedWindow([](StartedWindow& started) {
+    const int code = withStartedWindow([&application](StartedWindow& started) {
+        application.setMessages(&started.session.messages());
         const int answer = runWindow(started);
+        application.setMessages(nullptr);
         WindowProgress progress(nullptr, false);
         shutDown(started.session, progress);
         return answer;
@@ -70,4 +73,13 @@ int main(int argc, char** argv) {
     if (code == MainWindow::restartCode)
         return QProcess::startDetached(QApplication::applicationFilePath(), {}) ? 0 : 1;
     return code;
+}
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        QTextStream(stderr) << error.what() << '\n';
+        return 1;
+    }
 }

@@ -3,13 +3,13 @@
 
 #include "items/Person.h"
 #include "platform/CodePages.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
 #include "store/Guarded.h"
 #include "text/RichText.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
 
 namespace tessaranth {
@@ -40,20 +40,6 @@ const CardFileKind& documents() {
     return kind;
 }
 
-QByteArray readWhole(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
-    if (file.size() > CardDocuments::maxBytes)
-        throw FileError(tr("%1 has more than %2 MB; that is no text.")
-                            .arg(path)
-                            .arg(CardDocuments::maxBytes / (1024LL * 1024)));
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
-    return bytes;
-}
-
 /// What a file begins with tells what wrote it.
 struct Foreign {
     QByteArrayView beginning;
@@ -78,7 +64,7 @@ CardDocuments::CardDocuments(Session& session, CardOwner card)
 std::optional<QByteArray> CardDocuments::read(qint64 id) {
     std::optional<QByteArray> bytes;
     if (hasFile(id))
-        guarded(m_session, [&] { bytes = readWhole(path(id)); });
+        guarded(m_session, [&] { bytes = m_files.bytes(id, maxBytes); });
     return bytes;
 }
 
@@ -102,7 +88,7 @@ bool CardDocuments::rewrite(qint64 id, const QByteArray& rtf) {
 // ---- files of others
 
 QByteArray CardDocuments::imported(const QString& file) {
-    QByteArray bytes = readWhole(file);
+    QByteArray bytes = readFile(file, maxBytes);
     if (looksLikeRtf(bytes))
         return bytes;
     for (const Foreign& foreign : foreignFiles)
@@ -154,12 +140,10 @@ bool CardDocuments::exportTo(qint64 id, const QString& file) {
     return guarded(m_session, [&] {
         if (!hasFile(id))
             throw FileError(QStringLiteral("File not found!"));
-        QByteArray bytes = readWhole(path(id));
+        QByteArray bytes = m_files.bytes(id, maxBytes);
         if (!looksLikeRtf(bytes)) // kept as plain text by whoever put it there
             bytes = RichText::fromText(RichText::toText(bytes));
-        QSaveFile target(file);
-        if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
-            throw FileError(tr("%1 cannot be written: %2").arg(file, target.errorString()));
+        writeFile(file, bytes);
     });
 }
 

@@ -81,12 +81,13 @@ qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
             .arg(quoted(m_card.code)));
     const QString number = QStringLiteral("OrderNbr");
     const qint64 last = rows.isEmpty() ? 0 : rows.value(rows.rowCount() - 1, number).toInteger();
-    rows.add({{m_kind.title, title},
-              {QStringLiteral("RelatedID"), m_card.id},
-              {QStringLiteral("RelatedCat"), m_card.code},
-              {number, qMax<qint64>(last, rows.rowCount()) + 1}});
-    const qint64 id = m_session.connection().lastKey();
-    m_files.write(m_kind.folder, id, bytes);
+    const qint64 id = m_files.addRow(rows, m_kind.key,
+                                     {{m_kind.title, title},
+                                      {QStringLiteral("RelatedID"), m_card.id},
+                                      {QStringLiteral("RelatedCat"), m_card.code},
+                                      {number, qMax<qint64>(last, rows.rowCount()) + 1}},
+                                     m_kind.folder);
+    m_files.write(m_kind.folder, id, bytes, Existing::Refuse);
     transaction.commit();
     return id;
 }

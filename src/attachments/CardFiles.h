@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/AttachmentFiles.h"
 #include "items/CardOwner.h"
+#include "store/AttachmentFiles.h"
 #include "store/ItemList.h"
 
 #include <vector>
@@ -40,10 +40,11 @@ public:
     bool remove(qint64 id); ///< those behind it move up
     bool sort(const std::vector<qint64>& order);
 
-    /// A new row, last in the order, with its file. Both throw Error.
+    /// A new row, last in the order, with its file. All three throw Error.
     qint64 addBytes(const QByteArray& bytes, const QString& title);
     void replaceBytes(qint64 id, const QByteArray& bytes);
 
+    QByteArray bytes(qint64 id, qint64 atMost) const { return m_files.read(m_kind.folder, id, atMost); }
     QString path(qint64 id) const { return m_files.path(m_kind.folder, id); }
     bool hasFile(qint64 id) const { return m_files.exists(m_kind.folder, id); }
     QString title(qint64 id); ///< empty when there is none such

@@ -2,12 +2,12 @@
 #include "attachments/CardImages.h"
 
 #include "items/Person.h"
+#include "platform/FileWriter.h"
 #include "platform/Progress.h"
 #include "store/Guarded.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace tessaranth {
 
@@ -164,15 +164,9 @@ bool CardImages::ExportImageToFile(qint64 id) {
 bool CardImages::exportTo(qint64 id, const QString& file) {
     return guarded(m_session, [&] {
         const QImage image = PictureFile::decode(path(id));
-        QSaveFile target(file);
-        const auto refuse = [&] {
-            throw FileError(tr("%1 cannot be written: %2").arg(file, target.errorString()));
-        };
-        if (!target.open(QIODevice::WriteOnly))
-            refuse();
-        PictureFile::writeBitmap(image, target);
-        if (!target.commit())
-            refuse();
+        FileWriter target(file);
+        PictureFile::writeBitmap(image, target.device());
+        target.commit();
     });
 }
 

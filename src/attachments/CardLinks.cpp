@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/CardLinks.h"
 
+#include "items/DeletionCounts.h"
 #include "items/Person.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
@@ -91,7 +92,8 @@ bool CardLinks::save(WebLink& link) {
 bool CardLinks::Remove_Web(const std::vector<qint64>& ids) {
     Question question;
     question.title = QStringLiteral("Remove web-link");
-    question.text = QStringLiteral("Do you want to remove the selected web-link(s)?");
+    question.text =
+        QStringLiteral("Do you want to remove the selected web-link(s)?") + selectedCount(ids.size());
     question.defaultButton = Answer::Cancel;
     if (ids.empty() || m_session.messages().ask(question) != Answer::Ok)
         return false;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/CardMedia.h"
 
+#include "items/DeletionCounts.h"
 #include "items/Person.h"
+#include "platform/Programs.h"
 #include "platform/Progress.h"
 #include "platform/Volumes.h"
 #include "store/Guarded.h"
@@ -39,6 +41,17 @@ Recordset::Assignments factsOf(Session& session, const QFileInfo& file) {
 
 bool fits(Session& session, const char* column, const QString& text) {
     return session.fields().fits(table, QLatin1String(column), text);
+}
+
+/// A name without a place in it: with one the file would lie elsewhere than the card says.
+bool isFileName(const QString& name) {
+    return !name.isEmpty() && name != u"." && name != u".." && QFileInfo(name).fileName() == name;
+}
+
+/// A place that is the same wherever the program was started.
+bool isWholePath(const QString& folder) {
+    const QString path = QDir::fromNativeSeparators(folder);
+    return QDir::isAbsolutePath(path) && !path.split(u'/').contains(QStringLiteral(".."));
 }
 
 } // namespace
@@ -180,7 +193,8 @@ bool CardMedia::Remove_Media(const std::vector<qint64>& ids, Progress& progress)
     question.title = QStringLiteral("Remove media");
     question.text = QStringLiteral("Do you want to remove the selected media?\n"
                                    "Note: This will not affect the files itself. "
-                                   "Only database entries will be removed.");
+                                   "Only database entries will be removed.") +
+                    selectedCount(ids.size());
     question.defaultButton = Answer::Cancel;
     if (ids.empty() || m_session.messages().ask(question) != Answer::Ok)
         return false;
@@ -215,7 +229,7 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
                 continue;
             const QString name = row.value(0, QStringLiteral("MediaFile")).toText();
             const QFileInfo file(folder + u'/' + name);
-            if (!file.isFile()) {
+            if (!isFileName(name) || !file.isFile()) {
                 missing << name;
                 continue;
             }
@@ -231,7 +245,8 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
 }
 
 bool CardMedia::folderIsThere(const MediaFile& file) {
-    if (file.id != 0 && !file.folder.isEmpty() && QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
+    if (file.id != 0 && isWholePath(file.folder) &&
+        QFileInfo(QDir::fromNativeSeparators(file.folder)).isDir())
         return true;
     if (file.id != 0)
         m_session.messages().warning(applicationTitle, QStringLiteral("The following location: \n") +
@@ -240,13 +255,31 @@ bool CardMedia::folderIsThere(const MediaFile& file) {
     return false;
 }
 
+// Who made the catalog may have put anything into it: only a link that is played or shown opens at once.
+bool CardMedia::confirmRunning(const MediaFile& file) {
+    Question question;
+    question.title = QStringLiteral("Media");
+    question.text =
+        tr("This file is a program, or is handed to one that runs it. What it does on this computer "
+           "is up to whoever wrote it:") +
+        u'\n' + QDir::toNativeSeparators(file.path()) + u'\n' + tr("Open it all the same?");
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::No;
+    question.icon = MessageIcon::Warning;
+    return m_session.messages().ask(question) == Answer::Yes;
+}
+
 bool CardMedia::OpenMediaFile(qint64 id) {
     const MediaFile file = media(id);
     if (!folderIsThere(file))
         return false;
     QString reason;
-    if (!QFileInfo(file.path()).isFile())
+    if (!isFileName(file.file))
+        reason = tr("%1 is not the name of a file. It was not opened.");
+    else if (!QFileInfo(file.path()).isFile())
         reason = tr("The file %1 is no longer in its folder.");
+    else if (wouldRun(file.path()) && !confirmRunning(file))
+        return false;
     else if (!m_session.desktop().openFile(file.path()))
         reason = tr("The system has no program that opens %1.");
     if (!reason.isEmpty())

@@ -47,13 +47,15 @@ public:
     /// named in a message; of the others the facts are read again. The number changed, or -1 on failure.
     int moveTo(const std::vector<qint64>& ids, const QString& folder, Progress& progress);
 
-    /// Opens the file in its program.
+    /// Opens the file in its program; asks first where that would run it. A name with a place in it, as no
+    /// file that was added has, is refused.
     bool OpenMediaFile(qint64 id);
     /// Shows the folder that holds it.
     bool ExploreMedia(qint64 id);
 
 private:
     bool folderIsThere(const MediaFile& media);
+    bool confirmRunning(const MediaFile& file);
     void nameSkipped(const QStringList& names, const QString& reason);
 
     Session& m_session;

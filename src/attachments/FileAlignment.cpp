@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/FileAlignment.h"
 
-#include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
 #include "items/CardOwner.h"
 #include "platform/Progress.h"
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 
 #include <QCoreApplication>
@@ -60,7 +60,8 @@ void FileAlignment::compare(const Kept& kept, Findings& findings, Progress& prog
     const QFileInfoList listed = folder.entryInfoList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
     QSet<QString> files, rows;
     for (const QFileInfo& file : listed)
-        files.insert(file.fileName());
+        if (file.isFile() && !file.isSymLink())
+            files.insert(file.fileName());
     const bool needsFiles = kept.title != nullptr;
     Query run = m_session.connection().query(
         QStringLiteral("SELECT %1%2 FROM %3 ORDER BY %1")
@@ -69,6 +70,8 @@ void FileAlignment::compare(const Kept& kept, Findings& findings, Progress& prog
                             : QString(),
                  QLatin1String(kept.table)));
     while (run.next() && !progress.stopped()) {
+        if (!AttachmentFiles(m_session).path(kept.folder, run.value(0)))
+            continue;
         rows.insert(run.text(0));
         if (needsFiles && folder.exists() && !files.contains(run.text(0)))
             findings.lost.push_back({kept.folder, run.integer(0), run.text(1), run.text(2), run.integer(3),
@@ -131,7 +134,7 @@ int FileAlignment::deleteRows(const std::vector<LostFile>& rows, Progress& progr
     return done ? deleted : -1;
 }
 
-int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progress) {
+int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progress, bool evenOwned) {
     int moved = 0;
     qint64 seen = 0;
     QStringList stuck;
@@ -143,7 +146,7 @@ int FileAlignment::setAside(const std::vector<StrayFile>& files, Progress& progr
             progress.step(++seen, qint64(files.size()));
             bool isNumber = false;
             const qint64 id = file.name.toLongLong(&isNumber);
-            if (isNumber &&
+            if (isNumber && !evenOwned &&
                 m_session.connection().exists(QStringLiteral("SELECT * FROM %1 WHERE %2 = %3")
                                                   .arg(QLatin1String(kept.table), QLatin1String(kept.key))
                                                   .arg(id)))

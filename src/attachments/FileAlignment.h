@@ -46,8 +46,9 @@ public:
     /// failed, which is told, and nothing was deleted.
     int deleteRows(const std::vector<LostFile>& rows, Progress& progress);
     /// Moves files to which still no row belongs into the folder "Unused" within their own. Files are never
-    /// deleted. The number moved; those that could not be are named in a message.
-    int setAside(const std::vector<StrayFile>& files, Progress& progress);
+    /// deleted. The number moved; those that could not be are named in a message. With `evenOwned` also a
+    /// file that a row names, such as a logo that is none.
+    int setAside(const std::vector<StrayFile>& files, Progress& progress, bool evenOwned = false);
 
     static QString caption(Session::Folder folder); ///< such as "Images"
     static const QString unusedFolder;

@@ -36,25 +36,28 @@ QString condition(const LocationChange& change) {
     return QStringLiteral("MediaFolder LIKE '") + quotedPattern(change.from) + end + u'\'';
 }
 
-/// What the change puts in place of `folder`; empty when the folder is not meant.
-QString changed(const QString& folder, const LocationChange& change) {
-    if (!change.isDrive)
-        return change.to + folder.mid(change.from.size());
-    const QString drive = change.from.isEmpty() ? driveOf(folder) : change.from;
-    if (drive.isEmpty() || !isBelow(folder, drive))
-        return {};
-    QString rest = folder.mid(drive.size());
-    // Disks move between systems, and each writes the parts of a path in its own way.
-    if (hasLetter(change.to))
-        rest.replace(u'/', u'\\');
-    else
-        rest.replace(u'\\', u'/');
-    const QChar separator = hasLetter(change.to) ? u'\\' : u'/';
-    if (rest.startsWith(separator))
+QString joined(const QString& place, QString rest, QChar separator) {
+    if (rest.startsWith(u'/') || rest.startsWith(u'\\'))
         rest.remove(0, 1);
     if (rest.isEmpty())
-        return hasLetter(change.to) ? change.to + separator : change.to;
-    return change.to.endsWith(separator) ? change.to + rest : change.to + separator + rest;
+        return hasLetter(place) && place.size() == 2 ? place + separator : place;
+    return place.endsWith(separator) ? place + rest : place + separator + rest;
+}
+
+/// What the change puts in place of `folder`; empty when the folder is not meant. Whole parts of a path
+/// count:
+/// "/Music2" does not lie in "/Music".
+QString changed(const QString& folder, const LocationChange& change) {
+    const QString from = change.isDrive && change.from.isEmpty() ? driveOf(folder) : change.from;
+    if (from.isEmpty() || !isBelow(folder, from))
+        return {};
+    QString rest = folder.mid(from.size());
+    const QChar own = hasLetter(change.to) ? u'\\' : u'/';
+    if (!change.isDrive)
+        return joined(change.to, rest, rest.startsWith(u'/') || rest.startsWith(u'\\') ? rest[0] : own);
+    // Disks move between systems, and each writes the parts of a path in its own way.
+    rest.replace(own == u'/' ? u'\\' : u'/', own);
+    return joined(change.to, rest, own);
 }
 
 struct Move {
@@ -85,10 +88,8 @@ QStringList MediaLocations::drives() {
 bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
     m_changedCards.clear();
     LocationChange change = wanted;
-    if (change.isDrive) {
-        change.from = withoutEnd(change.from);
-        change.to = withoutEnd(change.to);
-    }
+    change.from = withoutEnd(change.from);
+    change.to = withoutEnd(change.to);
     Messages& messages = m_session.messages();
     return guarded(m_session, [&] {
         if (change.to.isEmpty() || (!change.isDrive && change.from.isEmpty()))

@@ -334,13 +334,15 @@ bool Classification::remove(Level level, qint64 id) {
     QString name;
     if (!guarded(m_session, [&] { name = names(level).nameOf(m_session, id); }))
         return false;
-    const Question question{QLatin1String(words[level].removeTitle),
-                            QStringLiteral("Do you want to delete ") + name + u'?',
-                            {Answer::Ok, Answer::Cancel},
-                            Answer::Cancel};
+    const std::vector<qint64> cards = cardsIn(level, id);
+    Question question{QLatin1String(words[level].removeTitle),
+                      QStringLiteral("Do you want to delete ") + name + u'?',
+                      {Answer::Ok, Answer::Cancel},
+                      Answer::Cancel};
+    if (!cards.empty())
+        question.text += QStringLiteral("\n\n") + tr("Cards that lose it: %1").arg(cards.size());
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
-    const std::vector<qint64> cards = cardsIn(level, id);
     const bool removed = guarded(m_session, [&] {
         Connection& connection = m_session.connection();
         const QString isNode = names(level).key + QStringLiteral(" = ") + QString::number(id);

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/Attachments.h"
 
-#include "items/AttachmentFiles.h"
+#include "store/AttachmentFiles.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace tessaranth {
@@ -31,27 +32,31 @@ void Attachments::deleteAll(const QString& code, qint64 id) {
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            files.remove(folder, rows.integer(0));
+            if (files.path(folder, rows.value(0)))
+                files.remove(folder, rows.integer(0));
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
-        connection.attempt(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
-    connection.attempt(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
+        connection.execute(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
+    connection.execute(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
 }
 
 void Attachments::deleteDocuments(const QString& statement) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
     const AttachmentFiles files(m_session);
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        files.remove(Session::Folder::Documents, rows.value(row, QStringLiteral("CardID")).toInteger());
+        const Value& id = rows.value(row, QStringLiteral("CardID"));
+        if (files.path(Session::Folder::Documents, id))
+            files.remove(Session::Folder::Documents, id.toInteger());
         rows.remove(row);
     }
 }
 
 void Attachments::moveOrdered(const QString& table, const QString& code, qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
-    qint64 next =
+    qint64 next = std::clamp<qint64>(
         connection.single(QStringLiteral("SELECT MAX(OrderNbr) As maxNbr FROM ") + table + ownedBy(code, to))
-            .toInteger();
+            .toInteger(),
+        0, std::numeric_limits<int>::max());
     Recordset rows =
         Recordset::open(connection, QStringLiteral("SELECT * FROM ") + table + ownedBy(code, from) +
                                         QStringLiteral(" ORDER BY OrderNbr"));
@@ -64,9 +69,9 @@ void Attachments::moveAll(const QString& code, qint64 from, qint64 to) {
         moveOrdered(QString::fromLatin1(table), code, from, to);
     Connection& connection = m_session.connection();
     for (const char* table : {"Media", "Web"})
-        connection.attempt(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
+        connection.execute(QStringLiteral("UPDATE %1 SET RelatedID = %2").arg(QLatin1String(table)).arg(to) +
                            ownedBy(code, from));
-    connection.attempt(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
+    connection.execute(QStringLiteral("UPDATE Relations SET ItemID = %1").arg(to) + itemIs(code, from));
 }
 
 void Attachments::setOrder(const QString& table, const QString& code, qint64 id,

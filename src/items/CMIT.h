@@ -36,7 +36,9 @@ public:
     // "Aggiungi": add, "Modifica": change. The reason of a refusal has been told to the user.
 
     /// Adds a composer or performer, or changes the one whose id is given; `person.id` is set on success.
-    /// Refused without a last name, with a year of another form, a text too long, or a name that exists.
+    /// What is stored already is not checked again. Refused without a last name, with a year of another form
+    /// or a text too long, when the card is gone, and when the name is there with the same years or none;
+    /// asked about when only the years tell the two apart.
     bool AggiungiItem(int kind, Person& person);
     bool ModificaItem(int kind, Person& person);
     /// The person as stored; an empty one (id 0) when there is none.
@@ -57,10 +59,10 @@ public:
     QString nameOf(int kind, qint64 id);
     bool exists(int kind, qint64 id);
 
-    /// "Conferma eliminazione": asks whether to delete the named items.
-    bool ConfermaEliminazione(int kind, const QStringList& names);
-    /// "Elimina": deletes items with everything that depends on them, one transaction each. Does not ask.
-    /// False when one failed; when the user stops, those not yet deleted stay and the answer is true.
+    /// "Conferma eliminazione": asks whether to delete the named items; says how much goes with those ids.
+    bool ConfermaEliminazione(int kind, const QStringList& names, const std::vector<qint64>& ids);
+    /// "Elimina": deletes items with everything that depends on them, all of them or none. Does not ask.
+    /// False when one failed, which is told, or when the user stopped: all are there then as before.
     bool EliminaItem(int kind, const std::vector<qint64>& ids, Progress& progress);
 
     /// "Migra": asks, moves everything from one item to another of its kind, and deletes the first. False
@@ -76,14 +78,16 @@ private:
     template<typename Work>
     bool guarded(int kind, const Work& work);
     bool refuse(const QString& text, const QString& title = {});
-    void fit(const ItemKind& kind, Person& person);
-    bool isKnown(const ItemKind& kind, const Person& person);
+    void fit(const ItemKind& kind, Person& person, const Person& stored);
+    bool mayBeCalled(const ItemKind& kind, const Person& person);
+    Person stored(const ItemKind& kind, qint64 id);
+    QStringList workCards(int kind, qint64 id);
     bool isFitName(const ItemKind& kind, QString& name, qint64 id);
     void deleteOne(const ItemKind& kind, qint64 id);
     void runStep(const ItemKind& kind, const CascadeStep& step, qint64 id);
     void moveLogo(qint64 from, qint64 to);
     void moveTracks(qint64 from, qint64 to);
-    void foldLinks(const ItemKind& kind, qint64 id);
+    void foldLinks(const ItemKind& kind, qint64 from, qint64 to);
 
     Session& m_session;
     OpenCards* m_cards = nullptr;

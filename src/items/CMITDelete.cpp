@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting and merging items.
-#include "items/AttachmentFiles.h"
 #include "items/Attachments.h"
 #include "items/CMITGuard.h"
+#include "items/DeletionCounts.h"
 #include "items/ItemCascades.h"
 #include "items/OpenCards.h"
 #include "platform/Progress.h"
+#include "store/AttachmentFiles.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -22,9 +23,13 @@ constexpr qsizetype namesShown = 20;
 
 } // namespace
 
-bool CMIT::ConfermaEliminazione(int number, const QStringList& names) {
+bool CMIT::ConfermaEliminazione(int number, const QStringList& names, const std::vector<qint64>& ids) {
+    QString counts;
+    const bool counted = guarded(number, [&](const ItemKind& kind) {
+        counts = deletionCounts(m_session.connection(), kind.code, ids);
+    });
     const ItemKind* kind = itemKind(number);
-    if (!kind || names.isEmpty())
+    if (!counted || names.isEmpty())
         return false;
     QString shown = names.mid(0, namesShown).join(QStringLiteral(", "));
     if (names.size() > namesShown)
@@ -33,7 +38,8 @@ bool CMIT::ConfermaEliminazione(int number, const QStringList& names) {
     question.title = QStringLiteral("Delete item(s)");
     question.text =
         kind->messageLabel + shown +
-        QStringLiteral("\nwill be deleted.\n\nWarning!!\nAll related data will be deleted!\n\nContinue?");
+        QStringLiteral("\nwill be deleted.\n\nWarning!!\nAll related data will be deleted!\n\nContinue?") +
+        counts;
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
     return m_session.messages().ask(question) == Answer::Yes;
@@ -47,18 +53,46 @@ void CMIT::CloseAllOpenFormWork(int number, const std::vector<qint64>& ids) {
         m_cards->closeCard(OpenCards::key(kind->code, id));
 }
 
+// The cards that the works of a composer would have; empty for other kinds.
+QStringList CMIT::workCards(int number, qint64 id) {
+    QStringList keys;
+    if (!m_cards || number != ItemKind::Composer)
+        return keys;
+    guarded(number, [&](const ItemKind&) {
+        Query run = m_session.connection().query(
+            QStringLiteral("SELECT CompID FROM Compositions WHERE CpsID = %1").arg(id));
+        while (run.next())
+            keys << OpenCards::key(QStringLiteral("Comp"), run.integer(0));
+    });
+    return keys;
+}
+
 bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& progress) {
     // Closed first: a card that is open would store its state into a row that is gone.
     CloseAllOpenFormWork(number, ids);
     progress.stage(tr("Deleting"));
-    qint64 done = 0;
-    for (const qint64 id : ids) {
-        if (progress.stopped())
-            break;
-        if (!guarded(number, [&](const ItemKind& kind) { deleteOne(kind, id); }))
-            return false;
-        progress.step(++done, qint64(ids.size()));
-    }
+    QStringList works;
+    bool all = true;
+    const bool deleted = guarded(number, [&](const ItemKind& kind) {
+        Transaction transaction(m_session.connection(),
+                                ids.size() == 1
+                                    ? tr("Delete %1 %2").arg(kind.noun, nameOf(number, ids.front()))
+                                    : tr("Delete %1 %2s").arg(ids.size()).arg(kind.noun));
+        qint64 done = 0;
+        for (const qint64 id : ids) {
+            all = !progress.stopped();
+            if (!all)
+                return;
+            works += workCards(number, id);
+            deleteOne(kind, id);
+            progress.step(++done, qint64(ids.size()));
+        }
+        transaction.commit();
+    });
+    if (!deleted || !all)
+        return false;
+    for (const QString& work : works)
+        m_cards->closeCard(work);
     return true;
 }
 
@@ -73,7 +107,7 @@ void CMIT::deleteOne(const ItemKind& kind, qint64 id) {
 void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id) {
     switch (step.action) {
     case CascadeStep::Action::Run:
-        m_session.connection().attempt(QString::fromLatin1(step.statement).arg(id));
+        m_session.connection().execute(QString::fromLatin1(step.statement).arg(id));
         break;
     case CascadeStep::Action::Attachments:
         Attachments(m_session).deleteAll(kind.code, id);
@@ -106,18 +140,18 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
     CloseAllOpenFormWork(number, {from});
-    return guarded(number, [&](const ItemKind& kind) {
+    const bool merged = guarded(number, [&](const ItemKind& kind) {
         Transaction transaction(
             m_session.connection(),
             tr("Merge %1 %2 into %3").arg(kind.noun, nameOf(number, from), nameOf(number, to)));
         transaction.merge({Thing(number), from}, {Thing(number), to});
+        foldLinks(kind, from, to);
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);
         if (kind.number == ItemKind::Recording)
             moveTracks(from, to);
         for (const CascadeStep& step : mergeSteps(kind.number))
-            m_session.connection().attempt(QString::fromLatin1(step.statement).arg(to).arg(from));
-        foldLinks(kind, to);
+            m_session.connection().execute(QString::fromLatin1(step.statement).arg(to).arg(from));
         if (kind.number == ItemKind::Label)
             moveLogo(from, to);
         deleteOne(kind, from);
@@ -125,6 +159,9 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
         if (m_cards && kind.isCard())
             m_cards->reloadCard(OpenCards::key(kind.code, to));
     });
+    for (const QString& work : merged ? workCards(number, to) : QStringList())
+        m_cards->reloadCard(work);
+    return merged;
 }
 
 // A label without a logo gets that of the other; one that has its own keeps it, as nothing is written over a
@@ -151,7 +188,7 @@ void CMIT::moveTracks(qint64 from, qint64 to) {
                                  condition);
     };
     for (const char* table : {"PfrOnRec", "CompOnRec"})
-        connection.attempt(QStringLiteral("UPDATE %1 SET Pos = Pos + %2 WHERE RecID = %3")
+        connection.execute(QStringLiteral("UPDATE %1 SET Pos = Pos + %2 WHERE RecID = %3")
                                .arg(QLatin1String(table))
                                .arg(highest("Pos", table, {}).toInteger())
                                .arg(from));
@@ -159,33 +196,38 @@ void CMIT::moveTracks(qint64 from, qint64 to) {
         connection, QStringLiteral("SELECT DISTINCT Disc FROM Tracks WHERE RecID = %1").arg(from));
     for (int row = 0; row < discs.rowCount(); ++row) {
         const QString onDisc = QStringLiteral(" AND Disc = ") + discs.value(row, 0).toText();
-        connection.attempt(QStringLiteral("UPDATE Tracks SET TrackNbr = TrackNbr + %1 WHERE RecID = %2")
+        connection.execute(QStringLiteral("UPDATE Tracks SET TrackNbr = TrackNbr + %1 WHERE RecID = %2")
                                .arg(highest("TrackNbr", "Tracks", onDisc).toInteger())
                                .arg(from) +
                            onDisc);
     }
 }
 
-// Two items of a kind often share links: the same recording under both composers. Of links that have become
-// alike the first stays.
-void CMIT::foldLinks(const ItemKind& kind, qint64 id) {
+// Two items of a kind often share links: the same recording under both composers. Of links that would become
+// alike the target's stays. Before anything moves, so that a catalog whose index allows a link only once
+// takes the move as any other does.
+void CMIT::foldLinks(const ItemKind& kind, qint64 from, qint64 to) {
     for (const LinkTable& links : linkTables(kind.number)) {
-        QString statement =
-            QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                .arg(QLatin1String(links.columns), QLatin1String(links.table), QLatin1String(links.key))
-                .arg(id);
-        Recordset rows = Recordset::open(m_session.connection(), statement);
         QSet<QString> seen;
-        for (int row = 0; row < rows.rowCount();) {
-            QStringList cells;
-            for (int field = 0; field < int(rows.fields().size()); ++field)
-                cells.push_back(rows.value(row, field).toText());
-            const QString link = cells.join(u'\t');
-            if (seen.contains(link)) {
-                rows.remove(row);
-            } else {
-                seen.insert(link);
-                ++row;
+        for (const qint64 id : {to, from}) {
+            Recordset rows = Recordset::open(
+                m_session.connection(), QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+                                                .arg(QLatin1String(links.columns), QLatin1String(links.table),
+                                                     QLatin1String(links.key))
+                                                .arg(id) +
+                                            QLatin1String(links.rows));
+            const int key = rows.fieldIndex(QLatin1String(links.key));
+            for (int row = 0; row < rows.rowCount();) {
+                QStringList cells;
+                for (int field = 0; field < int(rows.fields().size()); ++field)
+                    cells.push_back(field == key ? QString() : rows.value(row, field).toText());
+                const QString link = cells.join(u'\t');
+                if (seen.contains(link)) {
+                    rows.remove(row);
+                } else {
+                    seen.insert(link);
+                    ++row;
+                }
             }
         }
     }

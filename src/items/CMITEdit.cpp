@@ -2,6 +2,7 @@
 // Adding and changing persons and the names of lookup lists.
 #include "items/CMITGuard.h"
 #include "items/OpenCards.h"
+#include "store/AttachmentFiles.h"
 
 #include <QCoreApplication>
 
@@ -38,14 +39,23 @@ const LookupWords* wordsOf(int kind) {
 
 /// A column of the person tables, with where its value stands.
 struct PersonColumn {
-    const char* suffix;
+    const char* suffix; ///< after the kind's code
     QString Person::*value;
-    const char* caption;
+    bool isYear = false;
+
+    bool isOf(const ItemKind& kind) const { return *suffix != '\0' || kind.number == ItemKind::Composer; }
+    QString name(const ItemKind& kind) const {
+        return *suffix == '\0' ? QStringLiteral("CatAcr") : kind.code + QLatin1String(suffix);
+    }
+    bool isChanged(const Person& now, const Person& before) const {
+        return before.id == 0 || now.*value != before.*value;
+    }
 };
-const PersonColumn personColumns[] = {{"Lname", &Person::last, "Last Name"},
-                                      {"Fname", &Person::first, "First Name"},
-                                      {"B", &Person::born, "Born"},
-                                      {"D", &Person::died, "Death"}};
+const PersonColumn personColumns[] = {{"Lname", &Person::last},
+                                      {"Fname", &Person::first},
+                                      {"B", &Person::born, true},
+                                      {"D", &Person::died, true},
+                                      {"", &Person::acronym}};
 
 } // namespace
 
@@ -56,15 +66,19 @@ bool CMIT::refuse(const QString& text, const QString& title) {
 
 // ---- persons
 
-void CMIT::fit(const ItemKind& kind, Person& person) {
+// What stands there already was not typed now: a year such as "c.1397" that another program stored does not
+// keep the user from changing the name.
+void CMIT::fit(const ItemKind& kind, Person& person, const Person& stored) {
     for (const PersonColumn& column : personColumns) {
         QString& value = person.*column.value;
-        value = m_session.fields().fit(kind.table, kind.code + QLatin1String(column.suffix), value);
+        if (column.isOf(kind) && column.isChanged(person, stored))
+            value = m_session.fields().fit(kind.table, column.name(kind), value);
     }
-    person.acronym = m_session.fields().fit(QStringLiteral("Cps"), QStringLiteral("CatAcr"), person.acronym);
 }
 
-bool CMIT::isKnown(const ItemKind& kind, const Person& person) {
+// The same name with other years is another person, as with the two Johann Strauss; without years nothing
+// tells them apart.
+bool CMIT::mayBeCalled(const ItemKind& kind, const Person& person) {
     const QString code = kind.code;
     const auto like = [&code](const char* suffix, const QString& value) {
         const QString column = code + QLatin1String(suffix);
@@ -74,25 +88,48 @@ bool CMIT::isKnown(const ItemKind& kind, const Person& person) {
             condition = u'(' + condition + QStringLiteral(" OR IsNull(") + column + QStringLiteral("))");
         return condition;
     };
-    return m_session.connection().exists(QStringLiteral("SELECT * FROM ") + kind.table +
-                                         QStringLiteral(" WHERE ") + like("Lname", person.last) +
-                                         QStringLiteral(" AND ") + like("Fname", person.first) +
-                                         QStringLiteral(" AND %1 <> %2").arg(kind.key).arg(person.id));
+    QStringList others;
+    bool isSame = person.born.isEmpty() && person.died.isEmpty();
+    Query run = m_session.connection().query(
+        QStringLiteral("SELECT %1B, %1D FROM %2 WHERE ").arg(code, kind.table) + like("Lname", person.last) +
+        QStringLiteral(" AND ") + like("Fname", person.first) +
+        QStringLiteral(" AND %1 <> %2").arg(kind.key).arg(person.id));
+    while (run.next()) {
+        isSame = isSame || (run.text(0) == person.born && run.text(1) == person.died);
+        others << yearsText(run.text(0), run.text(1));
+    }
+    if (others.isEmpty())
+        return true;
+    const QString isKnown =
+        (person.first + u' ' + person.last).trimmed() + QStringLiteral(" is already in archive");
+    if (isSame)
+        return refuse(isKnown);
+    Question question;
+    question.title = applicationTitle;
+    question.text = isKnown + QStringLiteral(" (%1).\n\n").arg(others.join(QStringLiteral(", "))) +
+                    tr("Is %1 another person of this name?").arg(yearsText(person.born, person.died));
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::No;
+    return m_session.messages().ask(question) == Answer::Yes;
+}
+
+Person CMIT::stored(const ItemKind& kind, qint64 id) {
+    Person result;
+    const Recordset row =
+        Recordset::open(m_session.connection(),
+                        QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
+    if (row.isEmpty())
+        return result;
+    result.id = id;
+    for (const PersonColumn& column : personColumns)
+        if (column.isOf(kind))
+            result.*column.value = row.value(0, column.name(kind)).toText();
+    return result;
 }
 
 Person CMIT::person(int number, qint64 id) {
     Person result;
-    guarded(number, [&](const ItemKind& kind) {
-        Recordset row = Recordset::open(
-            m_session.connection(),
-            QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(id));
-        if (row.isEmpty())
-            return;
-        result.id = id;
-        for (const PersonColumn& column : personColumns)
-            result.*column.value = row.value(0, kind.code + QLatin1String(column.suffix)).toText();
-        result.acronym = row.value(0, QStringLiteral("CatAcr")).toText();
-    });
+    guarded(number, [&](const ItemKind& kind) { result = stored(kind, id); });
     return result;
 }
 
@@ -104,33 +141,37 @@ bool CMIT::AggiungiItem(int number, Person& person) {
 bool CMIT::ModificaItem(int number, Person& person) {
     bool saved = false;
     guarded(number, [&](const ItemKind& kind) {
-        fit(kind, person);
-        if (isKnown(kind, person)) {
-            refuse((person.first + u' ' + person.last).trimmed() + QStringLiteral(" is already in archive"));
+        const bool isNew = person.id == 0;
+        const Person before = isNew ? Person() : stored(kind, person.id);
+        if (!isNew && before.id == 0) {
+            refuse(tr("This card has been deleted meanwhile."));
             return;
         }
+        fit(kind, person, before);
+        const bool isRenamed = isNew || person.last != before.last || person.first != before.first;
+        if (isRenamed && !mayBeCalled(kind, person))
+            return;
         Recordset::Assignments values;
-        for (const PersonColumn& column : personColumns)
-            values.emplace_back(kind.code + QLatin1String(column.suffix), person.*column.value);
-        if (number == ItemKind::Composer) {
-            values.emplace_back(QStringLiteral("CpsY"), yearsText(person.born, person.died));
-            values.emplace_back(QStringLiteral("CatAcr"), person.acronym);
+        bool hasOtherYears = isNew;
+        for (const PersonColumn& column : personColumns) {
+            if (!column.isOf(kind) || !column.isChanged(person, before))
+                continue;
+            values.emplace_back(column.name(kind), person.*column.value);
+            hasOtherYears = hasOtherYears || column.isYear;
         }
+        if (number == ItemKind::Composer && hasOtherYears)
+            values.emplace_back(QStringLiteral("CpsY"), yearsText(person.born, person.died));
         Transaction transaction(m_session.connection(),
-                                (person.id == 0 ? tr("Add %1 %2") : tr("Change %1 %2"))
+                                (isNew ? tr("Add %1 %2") : tr("Change %1 %2"))
                                     .arg(kind.noun, (person.first + u' ' + person.last).trimmed()));
+        qint64 id = person.id;
         Recordset rows = Recordset::open(
             m_session.connection(),
             QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(person.id));
-        const bool isNew = person.id == 0;
-        qint64 id = person.id;
         if (isNew) {
             rows.add(values);
             id = m_session.connection().lastKey();
-        } else if (rows.isEmpty()) {
-            refuse(tr("This card has been deleted meanwhile."));
-            return;
-        } else {
+        } else if (!values.empty()) {
             rows.update(0, values);
         }
         transaction.commit();
@@ -165,8 +206,13 @@ qint64 CMIT::addNamed(int number, const QString& text) {
         Transaction transaction(m_session.connection(), tr("Add %1 %2").arg(kind.noun, name));
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(kind.table));
-        rows.add({{kind.nameColumn, name}});
-        const qint64 added = m_session.connection().lastKey();
+        qint64 added = 0;
+        // A label would come with a logo that is not its own.
+        if (number == ItemKind::Label)
+            added = AttachmentFiles(m_session).addRow(rows, kind.key, {{kind.nameColumn, name}},
+                                                      Session::Folder::Labels);
+        else
+            added = rows.value(rows.add({{kind.nameColumn, name}}), kind.key).toInteger();
         transaction.commit();
         id = added;
     });

@@ -33,15 +33,12 @@ const Step deletePerformer[] = {
     {Run, "DELETE FROM Pfr WHERE PfrID = %1"},
 };
 const Step deleteRecording[] = {
-    // Works that no other recording holds are no longer in the collection.
+    // Works that no other recording holds are no longer in the collection; recordings count, not rows, as one
+    // can hold several parts of a work.
     {Run, "UPDATE Compositions SET InCollection = False WHERE CompID IN "
           "(SELECT CompID FROM CompOnRec WHERE RecID = %1) "
           "AND CompID NOT IN "
-          "(SELECT First(CompOnRec.CompID) AS IdDuplicato "
-          "FROM CompOnRec WHERE CompID IN "
-          "(SELECT CompID FROM CompOnRec WHERE RecID = %1) "
-          "GROUP BY CompOnRec.CompID "
-          "HAVING Count(CompOnRec.CompID)>1)"},
+          "(SELECT CompID FROM CompOnRec WHERE RecID <> %1 AND CompID IS NOT NULL)"},
     {Step::Action::Attachments},
     {Run, "DELETE FROM RecSubCatJoin WHERE RecID = %1"},
     {Run, "DELETE CompOnRecPfr.* "
@@ -114,15 +111,16 @@ const Step mergeSupport[] = {{Run, "UPDATE Rec Set SupportID = %1 WHERE SupportI
 
 const LinkTable composerLinks[] = {{"CpsSubCatJoin", "CpsID", "CpsID,CpsSubCatID"},
                                    {"CpsOnRec", "CpsID", "CpsID,RecID"},
-                                   {"Relations", "ItemID", "UserDefID,ItemType,ItemID"}};
+                                   {"Relations", "ItemID", "UserDefID,ItemType,ItemID", " AND ItemType = 'Cps'"}};
 const LinkTable performerLinks[] = {{"PfrSubCatJoin", "PfrID", "PfrID,PfrSubCatID"},
                                     {"PfrOnRec", "PfrID", "PfrID,RecID"},
                                     {"CompOnRecPfr", "PfrID", "CompOnRecID,PfrID,PersonageID"},
-                                    {"Relations", "ItemID", "UserDefID,ItemType,ItemID"}};
+                                    {"Relations", "ItemID", "UserDefID,ItemType,ItemID", " AND ItemType = 'Pfr'"}};
 const LinkTable recordingLinks[] = {{"RecSubCatJoin", "RecID", "RecID,RecSubCatID"},
                                     {"CpsOnRec", "RecID", "CpsID,RecID"},
                                     {"PfrOnRec", "RecID", "PfrID,RecID"},
-                                    {"Relations", "ItemID", "UserDefID,ItemType,ItemID"}};
+                                    {"DiscIds", "RecID", "RecID,DiscNbr,DiscId"},
+                                    {"Relations", "ItemID", "UserDefID,ItemType,ItemID", " AND ItemType = 'Rec'"}};
 const LinkTable customLinks[] = {{"UserDefSubCatJoin", "UserDefID", "UserDefID,UserDefSubCatID"},
                                  {"Relations", "UserDefID", "UserDefID,ItemType,ItemID"}};
 

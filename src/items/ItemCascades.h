@@ -26,8 +26,9 @@ std::span<const CascadeStep> mergeSteps(int kind);
 /// Tables of links in which a merge can make two rows alike, with the columns that tell rows apart.
 struct LinkTable {
     const char* table;
-    const char* key;     ///< the column that a merge changes
-    const char* columns; ///< all that make a link, comma-separated
+    const char* key;       ///< the column that a merge changes
+    const char* columns;   ///< all that make a link, comma-separated
+    const char* rows = ""; ///< further condition where the key alone does not say whose row it is
 };
 std::span<const LinkTable> linkTables(int kind);
 

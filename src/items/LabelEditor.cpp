@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/LabelEditor.h"
 
-#include "items/AttachmentFiles.h"
 #include "items/CMIT.h"
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 #include "text/PictureFile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QImageReader>
 
 namespace tessaranth {
@@ -32,8 +31,7 @@ bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) 
             return false;
         if (logo.what == LogoChange::What::Replace)
             files.write(folder, label, logo.bytes);
-        // A new label may get the number of one whose adding was cut off after its logo was written.
-        else if (logo.what == LogoChange::What::Remove || id == 0)
+        else if (logo.what == LogoChange::What::Remove)
             files.remove(folder, label);
         transaction.commit();
         id = label;
@@ -42,10 +40,13 @@ bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) 
 }
 
 QByteArray LabelEditor::logo(qint64 id) const {
-    QFile file(AttachmentFiles(m_session).path(folder, id));
-    return id != 0 && file.size() <= PictureFile::maxFileBytes && file.open(QIODevice::ReadOnly)
-               ? file.readAll()
-               : QByteArray();
+    try {
+        const AttachmentFiles files(m_session);
+        return id != 0 && files.exists(folder, id) ? files.read(folder, id, PictureFile::maxFileBytes)
+                                                   : QByteArray();
+    } catch (const FileError&) {
+        return {}; // shown as a label without a logo
+    }
 }
 
 QByteArray LabelEditor::importLogo(const QString& file) {

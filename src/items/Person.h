@@ -12,9 +12,11 @@ struct Person {
     qint64 id = 0; ///< 0 for a new one
     QString last;
     QString first;
-    QString born; ///< four digits or empty
+    QString born; ///< four digits or empty, or what another program stored
     QString died; ///< likewise
     QString acronym;
+
+    bool operator==(const Person&) const = default;
 };
 
 /// The years shown after a name: birth, "-" and death, each "?" when it is empty.

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AppFolder.h"
 
+#include "platform/Errors.h"
+#include "platform/FileWriter.h"
+#include "platform/FolderLock.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTemporaryFile>
 
@@ -34,35 +37,32 @@ bool canBeWritten(const QString& folder) {
     return probe.open();
 }
 
-/// The copy keeps the time of the original, so that "newer" compares two versions of what was shipped and
-/// not the day of the installation with the day of a build.
-QString copyFile(const QString& from, const QString& to) {
-    const auto failed = [&](const QIODevice& device) {
-        return text("%1 could not be copied to %2: %3").arg(from, to, device.errorString());
-    };
-    QFile source(from);
-    if (!source.open(QIODevice::ReadOnly))
-        return failed(source);
-    QSaveFile target(to);
-    if (!target.open(QIODevice::WriteOnly))
-        return failed(target);
-    QByteArray block;
-    while (!(block = source.read(1 << 20)).isEmpty())
-        target.write(block);
-    if (source.error() != QFileDevice::NoError) {
-        target.cancelWriting();
-        return failed(source);
-    }
-    if (!target.commit())
-        return failed(target);
-    QFile copy(to);
-    if (copy.open(QIODevice::ReadWrite))
-        copy.setFileTime(QFileInfo(from).lastModified(), QFileDevice::FileModificationTime);
-    return {};
-}
-
 bool isNewer(const QFileInfo& shipped, const QFileInfo& present) {
     return shipped.lastModified() > present.lastModified();
+}
+
+/// A file that is there is replaced only by a newer one of the program's own; never the catalog.
+void fill(const QString& applicationFolder, const QString& shareFolder, bool isFirst, FirstStart firstStart) {
+    // The copy keeps the time of the original, so that "newer" compares two versions of what was shipped and
+    // not the day of the installation with the day of a build.
+    const auto copy = [&](const QString& name, Existing existing) {
+        copyFile(inFolder(shareFolder, name), inFolder(applicationFolder, name), existing);
+    };
+    for (const char* file : companionFiles) {
+        const QString name = QString::fromLatin1(file);
+        const QFileInfo shipped(inFolder(shareFolder, name));
+        const QFileInfo present(inFolder(applicationFolder, name));
+        if (shipped.isFile() && (present.exists() ? isNewer(shipped, present) : isFirst))
+            copy(name, present.exists() ? Existing::Replace : Existing::Refuse);
+    }
+    if (firstStart == FirstStart::WithoutCatalog || !isFirst ||
+        QFileInfo::exists(inFolder(applicationFolder, catalogName)) ||
+        !QFileInfo(inFolder(shareFolder, catalogName)).isFile())
+        return;
+    // The log of a catalog that was deleted would be played into the new one.
+    for (const char* log : {"-wal", "-shm", "-journal"})
+        QFile::remove(inFolder(applicationFolder, catalogName + QLatin1String(log)));
+    copy(catalogName, Existing::Refuse);
 }
 
 } // namespace
@@ -91,32 +91,22 @@ QString shareFolder(const QString& programFolder) {
 
 QString shareFolder() { return shareFolder(QCoreApplication::applicationDirPath()); }
 
-QString fillAppFolder(const QString& applicationFolder, const QString& shareFolder) {
-    const bool isFirstStart = !QFileInfo::exists(inFolder(applicationFolder, configurationName));
-    if (isFirstStart && !QDir().mkpath(applicationFolder))
+QString fillAppFolder(const QString& applicationFolder, const QString& shareFolder, FirstStart firstStart) {
+    const auto isFirst = [&] { return !QFileInfo::exists(inFolder(applicationFolder, configurationName)); };
+    if (isFirst() && !QDir().mkpath(applicationFolder))
         return text("The folder %1 could not be made.").arg(applicationFolder);
     if (shareFolder.isEmpty() || QDir(shareFolder) == QDir(applicationFolder))
         return {};
-    const auto copy = [&](const QString& name) {
-        return copyFile(inFolder(shareFolder, name), inFolder(applicationFolder, name));
-    };
-    for (const char* file : companionFiles) {
-        const QString name = QString::fromLatin1(file);
-        const QFileInfo shipped(inFolder(shareFolder, name));
-        const QFileInfo present(inFolder(applicationFolder, name));
-        if (!shipped.isFile() || (present.exists() ? !isNewer(shipped, present) : !isFirstStart))
-            continue;
-        if (QString failure = copy(name); !failure.isEmpty())
-            return failure;
-    }
-    const bool needsCatalog = isFirstStart && !QFileInfo::exists(inFolder(applicationFolder, catalogName)) &&
-                              QFileInfo(inFolder(shareFolder, catalogName)).isFile();
-    if (!needsCatalog)
+    // Several processes may start at once on an empty folder; the first one fills it.
+    const FolderLock lock(applicationFolder);
+    if (!lock.isFree())
+        return text("Another program is filling the folder %1.").arg(applicationFolder);
+    try {
+        fill(applicationFolder, shareFolder, isFirst(), firstStart);
         return {};
-    // The log of a catalog that was deleted would be played into the new one.
-    for (const char* log : {"-wal", "-shm", "-journal"})
-        QFile::remove(inFolder(applicationFolder, catalogName + QLatin1String(log)));
-    return copy(catalogName);
+    } catch (const FileError& error) {
+        return error.reason();
+    }
 }
 
 } // namespace tessaranth

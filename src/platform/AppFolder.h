@@ -22,11 +22,15 @@ QString appFolder(); ///< of this process
 QString shareFolder(const QString& programFolder);
 QString shareFolder(); ///< of this process
 
+/// Whether the first start puts an empty catalog into the folder: not when one is about to be written there.
+enum class FirstStart { WithCatalog, WithoutCatalog };
+
 /// Copies what the program ships into the application folder. At the first start, told by the missing
 /// configuration file, that is every companion file and, where there is none, the empty catalog; later only
 /// companion files of which a newer one is shipped: one that the user has lost is reported by start-up, not
-/// brought back. Every file is copied under a temporary name and renamed. The reason of a failure, empty when
-/// all went well; what is not shipped is no failure.
-QString fillAppFolder(const QString& applicationFolder, const QString& shareFolder);
+/// brought back. Several processes may call it at once. The reason of a failure, empty when all went well;
+/// what is not shipped is no failure.
+QString fillAppFolder(const QString& applicationFolder, const QString& shareFolder,
+                      FirstStart firstStart = FirstStart::WithCatalog);
 
 } // namespace tessaranth

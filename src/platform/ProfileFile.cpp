@@ -2,12 +2,14 @@
 #include "platform/ProfileFile.h"
 
 #include "platform/CodePages.h"
+#include "platform/Errors.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
+#include "platform/FolderLock.h"
 
-#include <QFile>
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <algorithm>
-#include <optional>
 
 // The INI libraries at hand (SimpleIni, QSettings) read a file into a map and write the map out again. Lines
 // they do not understand, NUL bytes, the order and the line ends go lost that way, and one changed colour
@@ -16,6 +18,8 @@
 namespace tessaranth {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("ProfileFile", text); }
 
 constexpr qsizetype longestValue = 255;
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
@@ -182,42 +186,70 @@ void Document::becomeUtf8() {
     m_isUtf8 = true;
 }
 
-/// Nothing when the file exists and cannot be read.
-std::optional<QByteArray> readWhole(const QString& path) {
-    QFile file(path);
-    if (!file.exists())
-        return QByteArray();
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return std::nullopt;
-    return bytes;
+/// What a configuration can be at most; more is no configuration.
+constexpr qint64 largestFile = 256LL << 20;
+
+QByteArray readWhole(const QString& path) {
+    return isTaken(path) ? readFile(path, largestFile) : QByteArray();
 }
 
 } // namespace
 
-bool ProfileFile::exists() const { return QFileInfo(m_path).isFile(); }
+bool ProfileFile::exists() const { return isPlainFile(m_path, Links::Follow); }
 
 QString ProfileFile::read(const QString& section, const QString& key) const {
-    const auto bytes = readWhole(m_path);
-    return bytes ? Document(*bytes).value(section.trimmed(), key.trimmed()) : QString();
+    try {
+        return Document(readWhole(m_path)).value(section.trimmed(), key.trimmed());
+    } catch (const FileError&) {
+        return {}; // told once, by `fault`
+    }
+}
+
+QString ProfileFile::fault() const {
+    try {
+        readWhole(m_path);
+        return {};
+    } catch (const FileError& error) {
+        return error.reason();
+    }
+}
+
+bool ProfileFile::attempt(const std::function<void()>& work) {
+    m_failure.clear();
+    try {
+        work();
+    } catch (const FileError& error) {
+        m_failure = error.reason();
+    }
+    return m_failure.isEmpty();
 }
 
 bool ProfileFile::write(const std::vector<Entry>& entries) {
-    const auto before = readWhole(m_path);
-    if (!before)
-        return false;
-    Document document(*before);
+    return attempt([&] { change(entries, false); });
+}
+
+bool ProfileFile::create(const std::vector<Entry>& entries) {
+    return attempt([&] { change(entries, true); });
+}
+
+// Read, changed and written under one lock: another process may be writing another key.
+void ProfileFile::change(const std::vector<Entry>& entries, bool onlyNew) {
+    const auto refuse = [this](const char* reason) {
+        throw FileError(tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(m_path), tr(reason)));
+    };
+    const FolderLock lock(QFileInfo(m_path).path());
+    if (!lock.isFree())
+        refuse(QT_TRANSLATE_NOOP("ProfileFile", "another program is writing it"));
+    if (onlyNew && exists())
+        return;
+    const QByteArray before = readWhole(m_path);
+    Document document(before);
     for (const Entry& entry : entries) {
         if (!document.setValue(entry.section.trimmed(), entry.key.trimmed(), entry.value))
-            return false;
+            refuse(QT_TRANSLATE_NOOP("ProfileFile", "a section or a key has no fit name"));
     }
-    if (document.bytes() == *before && exists())
-        return true;
-    QSaveFile file(m_path);
-    return file.open(QIODevice::WriteOnly) && file.write(document.bytes()) == document.bytes().size() &&
-           file.commit();
+    if (document.bytes() != before || !exists())
+        writeFile(m_path, document.bytes());
 }
 
 } // namespace tessaranth

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Programs.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -48,6 +50,49 @@ QString startFirst(const QStringList& commandLines) {
             return name;
     }
     return {};
+}
+
+namespace {
+
+const QStringList runnableSuffixes =
+    QStringLiteral(
+        "action ahk apk app appimage appref-ms bash bat bin chm cmd com command cpl crx csh deb "
+        "desktop dll dmg dylib elf exe fish flatpakref gadget hta inf jar jnlp jse js kdelnk ksh lnk "
+        "lua mjs mpkg msc msi msix msp mst out perl php pif pkg pl prg ps1 psm1 py pyc pyw rb reg "
+        "rpm run scf scpt scr sct service sh shb snap so tcl terminal url vb vbe vbs vbscript "
+        "webloc website workflow ws wsc wsf wsh xpi zsh")
+        .split(u' ');
+
+/// Blanks and points at the end are no part of a name on every system.
+QString withoutEnd(QString name) {
+    while (name.endsWith(u' ') || name.endsWith(u'.'))
+        name.chop(1);
+    return name;
+}
+
+bool beginsAsProgram(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    constexpr qint64 enough = 4096;
+    const QByteArray head = file.read(enough);
+    for (const char* mark : {"#!",
+                             "\x7F"
+                             "ELF",
+                             "MZ", "\xCA\xFE\xBA\xBE", "\xCF\xFA\xED\xFE", "\xCE\xFA\xED\xFE"})
+        if (head.startsWith(mark))
+            return true;
+    return head.contains("[Desktop Entry]") || head.contains("[InternetShortcut]");
+}
+
+} // namespace
+
+bool wouldRun(const QString& path) {
+    const QFileInfo file(path);
+    for (const QString& name : {file.fileName(), QFileInfo(file.canonicalFilePath()).fileName()})
+        if (runnableSuffixes.contains(QFileInfo(withoutEnd(name.toLower())).suffix()))
+            return true;
+    return beginsAsProgram(path);
 }
 
 } // namespace tessaranth

@@ -14,4 +14,8 @@ QStringList programCandidates(Program program);
 /// Starts the first of them that there is; its name, or an empty text when none is there.
 QString startFirst(const QStringList& commandLines);
 
+/// True when opening the file would run it, or hand it to what runs programs, on any of the systems: told by
+/// its name, by what its beginning says and, of a link, by what it leads to.
+bool wouldRun(const QString& path);
+
 } // namespace tessaranth

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/CREC.h"
 
-#include "store/Session.h"
+#include "store/AttachmentFiles.h"
 
 namespace tessaranth {
 
@@ -30,7 +30,7 @@ bool CREC::CaricaDati(qint64 recId) {
             connection.single(QStringLiteral("SELECT LabelID FROM Rec WHERE RecID = %1").arg(recId))
                 .toInteger();
         if (label != 0)
-            LabelFile = m_session.dataFolder(Session::Folder::Labels) + u'/' + QString::number(label);
+            LabelFile = AttachmentFiles(m_session).path(Session::Folder::Labels, label);
         return true;
     } catch (const Error& error) {
         m_session.messages().warning(applicationTitle, error.reason());

@@ -2,6 +2,7 @@
 #include "recordings/RecordingContents.h"
 
 #include "items/Person.h"
+#include "store/AttachmentFiles.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 #include "works/CWKS.h"
@@ -84,10 +85,10 @@ bool RecordingContents::LoadRecSpecs(Specs& specs) {
         if (!row.isEmpty()) {
             found.carrierIcon = row.value(0, s("IconName")).toText();
             found.labelName = asStored(row.value(0, s("LabelName")));
-            const QString logo = m_session.dataFolder(Session::Folder::Labels) + u'/' +
-                                 QString::number(row.value(0, s("LabelID")).toInteger());
-            if (QFileInfo(logo).isFile())
-                found.logoFile = logo;
+            const AttachmentFiles logos(m_session);
+            const qint64 label = row.value(0, s("LabelID")).toInteger();
+            if (logos.exists(Session::Folder::Labels, label))
+                found.logoFile = logos.path(Session::Folder::Labels, label);
         }
         specs = std::move(found);
     });

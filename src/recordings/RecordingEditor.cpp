@@ -168,7 +168,8 @@ RecordingSpecs RecordingEditor::specs() {
             if (code->isEmpty())
                 *code = QStringLiteral("N/A");
         // Catalogs from before discs were counted have no number here.
-        result.units = std::max(1, int(row.value(0, QStringLiteral("UnitsNbr")).toInteger()));
+        result.units =
+            int(std::clamp<qint64>(row.value(0, QStringLiteral("UnitsNbr")).toInteger(), 1, mostUnits));
         result.reference = row.value(0, QStringLiteral("RefRec")).toBool();
         result.added = row.value(0, QStringLiteral("AddDate")).toText();
         result.modified = row.value(0, QStringLiteral("ModDate")).toText();

@@ -24,7 +24,7 @@ struct RecordingSpecs {
     QString notes;
     QString barcode;
     QString location;
-    int units = 1; ///< number of discs, 1 upwards
+    int units = 1; ///< number of discs, 1 to 999, whatever the catalog says
     QString spars = QStringLiteral("N/A");
     QString released;
     QString price;

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "search/QuickSearch.h"
 
-#include "platform/Messages.h"
-#include "store/Session.h"
-#include "store/SqlError.h"
+#include "store/Guarded.h"
 #include "store/TextIndex.h"
+#include "text/CatalogueNumber.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -12,6 +11,8 @@
 namespace tessaranth {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("QuickSearch", text); }
 
 /// How the hits of one index are shown. The columns of the statement are the key of the row, the text in two
 /// parts, the detail in two parts, the key of the card, and for works what stands before their number.
@@ -42,9 +43,8 @@ const GroupOf groups[] = {
     {"QuickUserDef", "Custom items", "User", "UserDef",
      "SELECT UserDefID, UserDefTitle, '', '', '', UserDefID FROM UserDef WHERE UserDefID", ""},
     {"QuickTracks", "Tracks", "Track", "Rec",
-     "SELECT Tracks.TrackID, Tracks.TrackName, Tracks.TrackLen, Rec.RecTitle, '', Rec.RecID FROM Tracks "
-     "INNER JOIN "
-     "Rec ON Tracks.RecID = Rec.RecID WHERE Tracks.TrackID",
+     "SELECT Tracks.TrackID, Tracks.TrackName, Tracks.TrackLen, Rec.RecTitle, '', Rec.RecID FROM Rec "
+     "RIGHT JOIN Tracks ON Tracks.RecID = Rec.RecID WHERE Tracks.TrackID",
      "  "}};
 
 QString joined(const QString& first, const QString& between, const QString& second) {
@@ -55,7 +55,7 @@ QuickSearch::Hit hitOf(const GroupOf& group, const Query& row) {
     constexpr int acronym = 6;
     QString second = row.text(2);
     if (row.columnCount() > acronym && !second.isEmpty())
-        second = joined(row.text(acronym), QStringLiteral(" "), second).trimmed();
+        second = CatalogueNumber::withAcronym(row.text(acronym).trimmed(), second.trimmed());
     return {joined(row.text(1), QLatin1String(group.between), second),
             joined(row.text(3), QStringLiteral(", "), row.text(4)), QLatin1String(group.code),
             row.integer(5)};
@@ -74,41 +74,72 @@ QuickSearch::Group hitsOf(Connection& connection, const GroupOf& group, const st
         connection.query(QLatin1String(group.select) + QStringLiteral(" IN (") + list.join(u',') + u')');
     while (run.next())
         rows.insert(run.integer(0), hitOf(group, run));
-    for (const qint64 key : keys)
-        if (const auto row = rows.constFind(key);
-            row != rows.constEnd() && int(found.hits.size()) < QuickSearch::hitsPerGroup)
+    for (const qint64 key : keys) {
+        const auto row = rows.constFind(key);
+        if (row == rows.constEnd())
+            throw Error(tr("it names rows that are not there"));
+        // A track without a recording has no card to be opened.
+        if (row->id != 0 && int(found.hits.size()) < QuickSearch::hitsPerGroup)
             found.hits.push_back(*row);
+    }
     return found;
 }
 
 } // namespace
 
 bool QuickSearch::prepare(Progress& progress) {
-    try {
+    return guarded(m_session, [&] {
         TextIndex index(m_session.connection());
         return index.isCurrent() || index.build(progress);
+    });
+}
+
+std::vector<QuickSearch::Group> QuickSearch::search(const QStringList& words) {
+    const TextIndex index(m_session.connection());
+    if (!index.isCurrent())
+        throw Error(tr("parts of it are missing or out of date"));
+    std::vector<Group> found;
+    for (const GroupOf& group : groups) {
+        const auto keys = index.find(group.index, words, hitsPerGroup + 1);
+        if (!keys.empty())
+            found.push_back(hitsOf(m_session.connection(), group, keys));
+    }
+    return found;
+}
+
+std::optional<std::vector<QuickSearch::Group>> QuickSearch::find(const QString& text) {
+    const QStringList words = TextIndex::words(text);
+    if (words.isEmpty())
+        return std::vector<Group>{};
+    try {
+        return search(words);
     } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-        return false;
+        m_fault = error.reason();
+        return std::nullopt;
     }
 }
 
-std::vector<QuickSearch::Group> QuickSearch::find(const QString& text) {
-    std::vector<Group> found;
-    const QStringList words = TextIndex::words(text);
-    if (words.isEmpty())
-        return found;
-    try {
-        const TextIndex index(m_session.connection());
-        for (const GroupOf& group : groups) {
-            const auto keys = index.find(group.index, words, hitsPerGroup + 1);
-            if (!keys.empty())
-                found.push_back(hitsOf(m_session.connection(), group, keys));
-        }
-    } catch (const Error& error) {
-        m_session.messages().warning(applicationTitle, error.reason());
-    }
-    return found;
+// Asked once, and not again with every letter that is typed.
+bool QuickSearch::wantsIndexAnew() {
+    if (m_declined)
+        return false;
+    Question question;
+    question.title = tr("Quick search");
+    question.text =
+        tr("The word index of the catalog is damaged: %1\n\nWithout it the search cannot answer. Do "
+           "you want to make it anew?")
+            .arg(m_fault);
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::Yes;
+    m_declined = m_session.messages().ask(question) != Answer::Yes;
+    if (m_declined)
+        m_session.messages().warning(
+            question.title, tr("Nothing was searched, as the word index is damaged: %1").arg(m_fault));
+    return !m_declined;
+}
+
+bool QuickSearch::makeIndexAnew(Progress& progress) {
+    return guarded(m_session, [&] { return TextIndex(m_session.connection()).build(progress); });
 }
 
 } // namespace tessaranth

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace tessaranth {
@@ -32,11 +33,19 @@ public:
     /// Makes the word index when the catalog has none; false when the user stopped it or it failed, which was
     /// told.
     bool prepare(Progress& progress);
-    /// The groups in which something has words beginning with every word of the text, exact ones first.
-    /// Nothing for a text without letters and digits. A failure is told.
-    std::vector<Group> find(const QString& text);
+    /// The groups in which something has words beginning with every word of the text, exact ones first. None
+    /// for a text without letters and digits. Nullopt when the index is damaged or out of date: then there is
+    /// no answer, never a part of one; see `wantsIndexAnew`.
+    std::optional<std::vector<Group>> find(const QString& text);
+    /// After a search without an answer: tells why and asks whether to make the index anew, but only once.
+    bool wantsIndexAnew();
+    bool makeIndexAnew(Progress& progress); ///< false when the user stopped it or it failed, which is told
 
 private:
+    std::vector<Group> search(const QStringList& words);
+
+    QString m_fault; ///< of the last search
+    bool m_declined = false;
     Session& m_session;
 };
 

@@ -30,14 +30,16 @@ void Arrangements::keep(const char* section, const QString& name, const QList<in
     m_changed.insert({QString::fromLatin1(section), name}, pixels);
 }
 
-void Arrangements::save() {
+bool Arrangements::save() {
+    std::vector<ProfileFile::Entry> entries;
     for (auto one = m_changed.cbegin(); one != m_changed.cend(); ++one) {
         QStringList parts;
         for (const int number : one.value())
             parts.push_back(QString::number(number));
-        m_configuration.write(one.key().first, one.key().second, parts.join(u','));
+        entries.push_back({one.key().first, one.key().second, parts.join(u',')});
     }
     m_changed.clear();
+    return entries.empty() || m_configuration.write(entries);
 }
 
 } // namespace tessaranth

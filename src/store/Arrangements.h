@@ -22,7 +22,7 @@ public:
     /// Empty when the user never arranged it, or when the file holds no such numbers.
     QList<int> read(const char* section, const QString& name) const;
     void keep(const char* section, const QString& name, const QList<int>& pixels);
-    void save();
+    bool save(); ///< false when the configuration could not be written
 
 private:
     using Place = std::pair<QString, QString>;

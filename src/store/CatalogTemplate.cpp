@@ -2,11 +2,12 @@
 #include "store/CatalogTemplate.h"
 
 #include "platform/Errors.h"
+#include "platform/FileWriter.h"
+#include "store/SqlError.h"
 #include "store/UpgradeSteps.h"
 
 #include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <filesystem>
 
 namespace tessaranth {
 
@@ -21,33 +22,33 @@ std::string schemaText(const QString& name) {
 
 } // namespace
 
-void writeCatalogTemplate(const QString& path, const std::vector<KeyNameLine>& keyNames) {
-    const QString temporary = path + QStringLiteral(".new");
-    QFile::remove(temporary);
+void fillCatalogTemplate(const QString& path, const std::vector<KeyNameLine>& keyNames) {
     try {
-        {
-            SQLite::Database database(temporary.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-            SQLite::Transaction transaction(database);
-            database.exec(schemaText(QStringLiteral("catalog.sql")));
-            database.exec(schemaText(QStringLiteral("indexes.sql")));
-            for (const UpgradeStep& step : upgradeSteps())
-                database.exec("INSERT INTO DbUpgrades (DbUpgradeCode) VALUES (" + std::to_string(step.code) +
-                              ")");
-            SQLite::Statement key(database, "INSERT INTO WKeys (LangID, KeyID, KeyName) VALUES (?, ?, ?)");
-            for (const KeyNameLine& line : keyNames) {
-                key.bind(1, line.language);
-                key.bind(2, line.key);
-                key.bind(3, line.name.toStdString());
-                key.exec();
-                key.reset();
-            }
-            transaction.commit();
+        SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        SQLite::Transaction transaction(database);
+        database.exec(schemaText(QStringLiteral("catalog.sql")));
+        database.exec(schemaText(QStringLiteral("indexes.sql")));
+        for (const UpgradeStep& step : upgradeSteps())
+            database.exec("INSERT INTO DbUpgrades (DbUpgradeCode) VALUES (" + std::to_string(step.code) +
+                          ")");
+        SQLite::Statement key(database, "INSERT INTO WKeys (LangID, KeyID, KeyName) VALUES (?, ?, ?)");
+        for (const KeyNameLine& line : keyNames) {
+            key.bind(1, line.language);
+            key.bind(2, line.key);
+            key.bind(3, line.name.toStdString());
+            key.exec();
+            key.reset();
         }
-        std::filesystem::rename(temporary.toStdU16String(), path.toStdU16String());
-    } catch (const std::exception& error) {
-        QFile::remove(temporary);
-        throw FileError(path + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+        transaction.commit();
+    } catch (const SQLite::Exception& error) {
+        throw FileError(path + QStringLiteral(": ") + reasonOf(error));
     }
+}
+
+void writeCatalogTemplate(const QString& path, const std::vector<KeyNameLine>& keyNames) {
+    FileWriter file(path);
+    fillCatalogTemplate(file.temporaryPath(), keyNames);
+    file.commit();
 }
 
 } // namespace tessaranth

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Cleanup.h"
 
+#include "store/AttachmentFiles.h"
+#include "store/Guarded.h"
 #include "store/Recordset.h"
-#include "store/Session.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -34,16 +35,13 @@ struct Step {
 
 const Step steps[] = {
     {"Checking for orphan records : ", "No orphan records.", " orphan records cleaned.", Remedy::DeleteByWork,
-     "SELECT DISTINCT CompOnRec.CompOnRecID, CompOnRecPfr.CompOnRecID FROM CompOnRecPfr LEFT JOIN CompOnRec "
+     "SELECT CompOnRecPfr.* FROM CompOnRecPfr LEFT JOIN CompOnRec "
      "ON CompOnRecPfr.CompOnRecID = CompOnRec.CompOnRecID WHERE CompOnRec.CompOnRecID IS NULL",
      ""},
     {"Checking for bad records: ", "No bad records.", " bad records cleaned.", Remedy::DeleteStrangers,
      "SELECT * FROM CompOnRecPfr", ""},
     {"Cleaning duplicated performers: ", "No duplicate performers.", " duplicate performers cleaned.",
-     Remedy::DeleteDuplicates,
-     "SELECT CompOnRecID, PfrID, PersonageID FROM CompOnRecPfr "
-     "GROUP BY CompOnRecID, PfrID, PersonageID HAVING COUNT(*)>1",
-     ""},
+     Remedy::DeleteDuplicates, "SELECT CompOnRecID, PfrID, PersonageID FROM CompOnRecPfr", ""},
     {"Cleaning orphan tracks: ", "No orphan tracks.", " orphan tracks cleaned.", Remedy::DeleteRows,
      "SELECT Tracks.* "
      "FROM Tracks "
@@ -88,11 +86,11 @@ const Step steps[] = {
 /// One step at work on the open catalog.
 class StepRun {
 public:
-    StepRun(Session& session, const Step& step, bool change, Progress& progress)
-        : m_session(session), m_step(step), m_change(change), m_progress(progress),
+    StepRun(Session& session, const Step& step, Progress& progress)
+        : m_session(session), m_step(step), m_progress(progress),
           m_rows(Recordset::open(session.connection(), QString::fromLatin1(step.statement))) {}
 
-    /// The number of rows found (and, with `change`, mended).
+    /// The number of rows found and mended.
     int run() {
         switch (m_step.remedy) {
         case Remedy::DeleteByWork:
@@ -106,19 +104,20 @@ public:
         }
     }
 
-    const QStringList& documents() const { return m_documents; }
-
 private:
     int mendRows() {
         const int total = m_rows.rowCount();
         const QString column = QString::fromLatin1(m_step.column);
         // From the last to the first: removing a row then moves no other.
-        for (int row = total - 1; m_change && row >= 0; --row) {
+        for (int row = total - 1; row >= 0; --row) {
             if (m_step.remedy == Remedy::SetToNone) {
                 m_rows.update(row, {{column, 0}});
             } else {
-                if (m_step.remedy == Remedy::DeleteRowsAndDocuments)
-                    m_documents.push_back(m_rows.value(row, QStringLiteral("CardID")).toText());
+                const AttachmentFiles files(m_session);
+                const Value& id = m_rows.value(row, QStringLiteral("CardID"));
+                if (m_step.remedy == Remedy::DeleteRowsAndDocuments &&
+                    files.path(Session::Folder::Documents, id))
+                    files.remove(Session::Folder::Documents, id.toInteger());
                 m_rows.remove(row);
             }
             m_progress.step(total - row, total);
@@ -126,75 +125,69 @@ private:
         return total;
     }
 
+    // A number in a catalog may be Null or a text, so rows are deleted by what SQLite itself knows them by,
+    // never by a statement into which a cell was written.
+
     /// The performers of works on a recording that are there no more, counted by the work.
     int deleteByWork() {
-        constexpr int lostWork = 1;
-        for (int row = 0; m_change && row < m_rows.rowCount(); ++row)
-            m_session.connection().execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = ") +
-                                           m_rows.value(row, lostWork).toText());
-        return m_rows.rowCount();
+        QSet<QString> works;
+        for (int row = m_rows.rowCount() - 1; row >= 0; --row) {
+            works.insert(m_rows.value(row, 0).toText());
+            m_rows.remove(row);
+        }
+        return int(works.size());
     }
 
     /// Performers of a work who are not among the performers of the recording that holds it.
     int deleteStrangers() {
         Connection& connection = m_session.connection();
-        QHash<qint64, qint64> recordingOf;
+        QHash<QString, QString> recordingOf;
         Query works = connection.query(QStringLiteral("SELECT CompOnRecID, RecID FROM CompOnRec"));
         while (works.next())
-            recordingOf.insert(works.integer(0), works.integer(1));
-        QSet<std::pair<qint64, qint64>> performers;
+            recordingOf.insert(works.text(0), works.text(1));
+        QSet<std::pair<QString, QString>> performers;
         Query onRecordings = connection.query(QStringLiteral("SELECT RecID, PfrID FROM PfrOnRec"));
         while (onRecordings.next())
-            performers.insert({onRecordings.integer(0), onRecordings.integer(1)});
+            performers.insert({onRecordings.text(0), onRecordings.text(1)});
 
         int found = 0;
         const int total = m_rows.rowCount();
-        for (int row = 0; row < total; ++row) {
-            const qint64 work = m_rows.value(row, 0).toInteger();
-            const qint64 performer = m_rows.value(row, 1).toInteger();
-            if (!performers.contains({recordingOf.value(work), performer})) {
+        for (int row = total - 1; row >= 0; --row) {
+            const QString recording = recordingOf.value(m_rows.value(row, 0).toText());
+            if (!performers.contains({recording, m_rows.value(row, 1).toText()})) {
                 ++found;
-                if (m_change)
-                    connection.execute(
-                        QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = %1 AND PfrID = %2")
-                            .arg(work)
-                            .arg(performer));
+                m_rows.remove(row);
             }
-            m_progress.step(row + 1, total);
+            m_progress.step(total - row, total);
         }
         return found;
     }
 
     int deleteDuplicates() {
         int found = 0;
-        const int total = m_rows.rowCount();
-        for (int group = 0; group < total; ++group) {
-            QStringList conditions;
-            for (int field = 0; field < 3; ++field) {
-                const QString& name = m_rows.fields()[size_t(field)].name;
-                const Value& value = m_rows.value(group, field);
-                conditions += value.isNull() ? QStringLiteral("IsNull(%1)").arg(name)
-                                             : name + QStringLiteral(" = ") + value.toText();
-            }
-            Recordset same =
-                Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM CompOnRecPfr WHERE ") +
-                                                            conditions.join(QStringLiteral(" AND ")));
-            for (int row = same.rowCount() - 1; row > 0; --row) {
+        QSet<QString> seen;
+        for (int row = 0; row < m_rows.rowCount();) {
+            QStringList cells;
+            for (int field = 0; field < 3; ++field)
+                cells << (m_rows.value(row, field).isNull() ? QStringLiteral("Null")
+                                                            : m_rows.value(row, field).toText());
+            const QString key = cells.join(u'\t');
+            if (seen.contains(key)) {
                 ++found;
-                if (m_change)
-                    same.remove(row);
+                m_rows.remove(row);
+            } else {
+                seen.insert(key);
+                ++row;
             }
-            m_progress.step(group + 1, total);
+            m_progress.step(row, m_rows.rowCount());
         }
         return found;
     }
 
     Session& m_session;
     const Step& m_step;
-    bool m_change;
     Progress& m_progress;
     Recordset m_rows;
-    QStringList m_documents;
 };
 
 class Log {
@@ -220,48 +213,28 @@ bool Cleanup::run(Progress& progress, const std::function<void(const StepResult&
     Log log(m_session.applicationFile(QStringLiteral("Cleanup.log")));
     log.line(QString(54, u'-'));
     log.line(QStringLiteral("CLEANUP IS STARTED"));
-    return each(true, progress, [&](const StepResult& result) {
-        log.line(result.progressText + result.resultText);
-        if (stepDone)
-            stepDone(result);
-    });
-}
-
-bool Cleanup::inspect(Progress& progress, const std::function<void(const StepResult&)>& stepDone) {
-    return each(false, progress, stepDone);
-}
-
-bool Cleanup::each(bool change, Progress& progress, const std::function<void(const StepResult&)>& stepDone) {
-    try {
+    return guarded(m_session, [&] {
         for (const Step& step : steps) {
             if (progress.stopped())
                 return false;
             StepResult result{QString::fromLatin1(step.progressText), QString::fromLatin1(step.nothingText),
                               0};
             progress.stage(result.progressText);
-            std::unique_ptr<Transaction> transaction;
-            if (change)
-                transaction = std::make_unique<Transaction>(
-                    m_session.connection(), QCoreApplication::translate("Cleanup", "Repair the catalog: %1")
-                                                .arg(QString::fromLatin1(step.countText).trimmed()));
-            StepRun run(m_session, step, change, progress);
+            Transaction transaction(m_session.connection(),
+                                    QCoreApplication::translate("Cleanup", "Repair the catalog: %1")
+                                        .arg(QString::fromLatin1(step.countText).trimmed()));
+            StepRun run(m_session, step, progress);
             result.count = run.run();
-            if (transaction)
-                transaction->commit();
-            // After the rows: a file without a row is found by the next alignment, a row without a file is
-            // a loss shown to the user.
-            for (const QString& document : run.documents())
-                QFile::remove(m_session.dataFolder(Session::Folder::Documents) + u'/' + document);
+            transaction.commit();
             progress.percentage(100);
             if (result.count > 0)
                 result.resultText = QString::number(result.count) + QString::fromLatin1(step.countText);
-            stepDone(result);
+            log.line(result.progressText + result.resultText);
+            if (stepDone)
+                stepDone(result);
         }
         return true;
-    } catch (const Error& error) {
-        m_session.messages().warning(QStringLiteral("Cleanup"), error.reason());
-        return false;
-    }
+    });
 }
 
 } // namespace tessaranth

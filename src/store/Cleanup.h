@@ -26,12 +26,7 @@ public:
     /// stopped between two steps; the steps before it stand.
     bool run(Progress& progress, const std::function<void(const StepResult&)>& stepDone = {});
 
-    /// The same steps without a change: what each of them would find.
-    bool inspect(Progress& progress, const std::function<void(const StepResult&)>& stepDone);
-
 private:
-    bool each(bool change, Progress& progress, const std::function<void(const StepResult&)>& stepDone);
-
     Session& m_session;
 };
 

@@ -174,7 +174,7 @@ bool Configuration::create(const QString& databasePath) {
     std::vector<ProfileFile::Entry> entries;
     for (const Setting& setting : defaults(databasePath))
         entries.push_back({setting.section, setting.key, setting.initial});
-    return m_file.write(entries);
+    return m_file.create(entries);
 }
 
 void Configuration::addMissingKeys() {

@@ -25,11 +25,15 @@ public:
 
     const QString& path() const { return m_file.path(); }
     bool exists() const { return m_file.exists(); }
+    QString fault() const { return m_file.fault(); } ///< why it cannot be read; empty when it can
+    /// Why the last write failed, with the name of the file.
+    const QString& failure() const { return m_file.failure(); }
 
     /// Every setting of a new file in the order in which it is written; `databasePath` is the value of
     /// "Database".
     std::vector<Setting> defaults(const QString& databasePath) const;
-    /// Writes a new file with every default; false when it cannot be written.
+    /// Writes a new file with every default; false when it cannot be written. One that another process has
+    /// made meanwhile stays.
     bool create(const QString& databasePath);
     /// Adds the keys that files of older versions lack, each only when its value reads empty.
     void addMissingKeys();
@@ -38,6 +42,7 @@ public:
     bool write(const QString& section, const QString& key, const QString& value) {
         return m_file.write(section, key, value);
     }
+    bool write(const std::vector<ProfileFile::Entry>& entries) { return m_file.write(entries); }
     /// Yes/no values are "1" or "-1" for yes.
     bool flag(const QString& section, const QString& key) const;
     int number(const QString& section, const QString& key, int fallback) const;

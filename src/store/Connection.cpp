@@ -46,8 +46,14 @@ void bindAll(SQLite::Statement& statement, const std::vector<Value>& parameters)
 
 } // namespace
 
+QString reasonOf(const SQLite::Exception& error) {
+    return (error.getErrorCode() & 0xff) == SQLITE_FULL
+               ? QCoreApplication::translate("Connection", "no space left on device")
+               : QString::fromUtf8(error.what());
+}
+
 SqlError sqlError(const SQLite::Exception& error) {
-    const QString reason = QString::fromUtf8(error.what());
+    const QString reason = reasonOf(error);
     const int code = error.getErrorCode() & 0xff;
     return isStorageFailure(code)
                ? SqlError::storageFailure(reason, code == SQLITE_CORRUPT || code == SQLITE_NOTADB)
@@ -201,14 +207,18 @@ int Connection::execute(const QString& statement) {
         m_impl->shapeChanged = true;
         return 0;
     }
-    Query run = queryStatement(translated);
-    while (run.next()) {
-    }
     switch (translated.kind) {
     case SqlStatement::Kind::Insert:
     case SqlStatement::Kind::Update:
     case SqlStatement::Kind::Delete:
-        return m_impl->database.getChanges();
+        return change(translated);
+    default:
+        break;
+    }
+    Query run = queryStatement(translated);
+    while (run.next()) {
+    }
+    switch (translated.kind) {
     case SqlStatement::Kind::CreateTable:
     case SqlStatement::Kind::AddColumn:
         m_impl->shapeChanged = true;
@@ -239,10 +249,33 @@ bool Connection::exists(const QString& statement) { return query(statement).next
 
 qint64 Connection::lastKey() const { return m_impl->database.getLastInsertRowid(); }
 
+void Connection::Impl::run(const QByteArray& statements, bool alone) {
+    const char* rest = statements.constData();
+    while (*rest != 0) {
+        sqlite3_stmt* prepared = nullptr;
+        const char* tail = nullptr;
+        int code = sqlite3_prepare_v2(database.getHandle(), rest, -1, &prepared, &tail);
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(prepared, sqlite3_finalize);
+        if (code != SQLITE_OK)
+            throw SQLite::Exception(database.getHandle(), code);
+        rest = tail;
+        if (!prepared)
+            continue; // blanks or a comment
+        if (alone && !QByteArrayView(rest).trimmed().isEmpty())
+            throw SqlError(
+                QStringLiteral("the definition of a table or index holds more than one statement"));
+        do
+            code = sqlite3_step(prepared);
+        while (code == SQLITE_ROW);
+        if (code != SQLITE_DONE)
+            throw SQLite::Exception(database.getHandle(), code);
+    }
+}
+
 void Connection::runNative(const QByteArray& statements) {
     requireTransaction();
     try {
-        m_impl->database.exec(statements.constData());
+        m_impl->run(statements, false);
     } catch (const SQLite::Exception& error) {
         throw sqlError(error);
     }
@@ -311,6 +344,17 @@ bool Connection::isTextColumn(const QString& column) const {
     return m_impl->textColumns.contains(column.toLower());
 }
 
+// The highest key ever given must outlive the rebuilding, or a deleted card's number would be given again.
+static void keepSequence(SQLite::Database& database, const QByteArray& table, qint64 last) {
+    SQLite::Statement remove(database, "DELETE FROM sqlite_sequence WHERE name = ?1 COLLATE NOCASE");
+    remove.bind(1, table.toStdString());
+    remove.exec();
+    SQLite::Statement add(database, "INSERT INTO sqlite_sequence (name, seq) VALUES (?1, ?2)");
+    add.bind(1, table.toStdString());
+    add.bind(2, int64_t(last));
+    add.exec();
+}
+
 // SQLite cannot change a column's type or default in place, so the table is written anew, in the order of
 // steps that SQLite's documentation of ALTER TABLE prescribes.
 void Connection::changeColumn(const ColumnChange& change) {
@@ -337,30 +381,29 @@ void Connection::changeColumn(const ColumnChange& change) {
         indexes.bind(1, table.toStdString());
         while (indexes.executeStep())
             restore.push_back(indexes.getColumn(0).getText());
-        // The highest key ever given must outlive the rebuilding, or a deleted card's number would be
-        // given again.
         SQLite::Statement sequence(database, "SELECT seq FROM sqlite_sequence WHERE name = ? COLLATE NOCASE");
         sequence.bind(1, table.toStdString());
-        const QByteArray last =
-            sequence.executeStep() ? QByteArray(sequence.getColumn(0).getText()) : QByteArray();
+        const std::optional<qint64> last =
+            sequence.executeStep() ? std::optional<qint64>(sequence.getColumn(0).getInt64()) : std::nullopt;
         indexes.reset();
         sequence.reset();
         definition.reset();
 
         m_impl->idle.clear();
-        const QByteArray columns = columnsOf(change.table).join(u',').toUtf8();
-        database.exec(changed.constData());
-        database.exec("INSERT INTO tsr_rebuilt (" + columns.toStdString() + ") SELECT " +
-                      columns.toStdString() + " FROM " + table.toStdString());
-        database.exec("DROP TABLE " + table.toStdString());
-        database.exec("ALTER TABLE tsr_rebuilt RENAME TO " + table.toStdString());
+        QByteArrayList names;
+        for (const QString& column : columnsOf(change.table))
+            names << quotedName(column.toUtf8());
+        const QByteArray columns = names.join(", ");
+        const QByteArray quotedTable = quotedName(table);
+        m_impl->run(changed, true);
+        m_impl->run("INSERT INTO tsr_rebuilt (" + columns + ") SELECT " + columns + " FROM " + quotedTable,
+                    true);
+        m_impl->run("DROP TABLE " + quotedTable, true);
+        m_impl->run("ALTER TABLE tsr_rebuilt RENAME TO " + quotedTable, true);
         for (const QByteArray& statement : std::as_const(restore))
-            database.exec(statement.constData());
-        if (!last.isEmpty()) {
-            database.exec("DELETE FROM sqlite_sequence WHERE name = '" + table.toStdString() + "'");
-            database.exec("INSERT INTO sqlite_sequence (name, seq) VALUES ('" + table.toStdString() + "', " +
-                          last.toStdString() + ")");
-        }
+            m_impl->run(statement, true);
+        if (last)
+            keepSequence(database, table, *last);
         savepoint.release();
     } catch (const SQLite::Exception& error) {
         m_impl->log.cutBack(mark);
@@ -457,6 +500,7 @@ void Transaction::commit() {
     impl.log.end();
     if (impl.keeper)
         impl.keeper->committed();
+    m_connection.tellNotices();
     if (impl.announcer)
         impl.announcer(changes);
 }
@@ -487,6 +531,7 @@ void Connection::undo() {
     m_impl->log.end();
     if (m_impl->keeper)
         m_impl->keeper->cancelled();
+    m_impl->notices.clear(); // with the transaction what they tell of is undone
     schemaChanged();
 }
 

@@ -23,7 +23,18 @@ struct Cell;
 /// Why a catalog file could not be opened; `reason()` says it in a sentence for the user.
 class OpenError : public Error {
 public:
-    enum class Kind { Missing, Folder, NotACatalog, Damaged, Newer, ReadOnly, Locked, NoAccess };
+    enum class Kind {
+        Missing,
+        Folder,
+        NotACatalog,
+        Damaged,
+        Incomplete, ///< tables, columns or keys of its version are missing
+        Foreign,    ///< whole, but holds what is not of this program; see CleanedCopy
+        Newer,
+        ReadOnly,
+        Locked,
+        NoAccess
+    };
     OpenError(Kind kind, const QString& reason) : Error(reason), m_kind(kind) {}
     Kind kind() const { return m_kind; }
 
@@ -89,7 +100,9 @@ public:
     /// Runs a statement that returns no rows; answers with the number of rows it changed.
     int execute(const QString& statement);
     /// Runs a statement of which a failure is skipped; false when it failed. A full or failing disk still
-    /// throws, since then nothing of the operation may stand.
+    /// throws, since then nothing of the operation may stand. Only for steps of an upgrade: all that is lost
+    /// is the step's own effect, it stays unrecorded and is tried again at the next start. In a merge, a
+    /// deletion or an editor's apply a statement left out would tear links apart, so those `execute`.
     bool attempt(const QString& statement);
     /// The first cell of the first row; Null when there is no row.
     Value single(const QString& statement);
@@ -108,6 +121,15 @@ public:
     qint64 freePages();              ///< unused pages in the file, each 4 KB as a rule
     QStringList integrityFaults();   ///< empty for a whole catalog
     void compact();                  ///< rebuilds the file without its free space
+    /// What is told to the user about the catalog as a whole, as that its word index was given up so that a
+    /// change could be stored. Called when no transaction is open.
+    void setNotice(std::function<void(const QString&)> notice);
+    /// The words of a word index with the rows that hold them, sorted by both; also in a catalog that is only
+    /// looked at. Throws SqlError for an index that cannot be read.
+    Query indexTerms(const QByteArray& table);
+    /// Takes an index that FTS5 cannot open out of the file: its own table is forgotten and its parts are
+    /// dropped as plain tables. Inside a transaction. Throws SqlError.
+    void dropRemains(const QByteArray& index, const QByteArrayList& parts);
     /// Copies the catalog as it stands into a new file, checks it and renames it over `target`; throws
     /// FileError and leaves what stood at `target` when anything fails.
     void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});
@@ -141,6 +163,10 @@ private:
     void schemaChanged();
     SqlStatement translateUpdatable(const QString& statement) const;
     Query queryStatement(const SqlStatement& statement);
+    int change(const SqlStatement& statement); ///< the number of rows that it inserts, updates or deletes
+    int changeWithoutIndex(const SqlStatement& statement, const QString& reason);
+    void notice(const QString& text);
+    void tellNotices();
 
     QString m_path;
     std::unique_ptr<Impl> m_impl;

@@ -15,6 +15,7 @@ public:
     struct Heading {
         QString caption;
         bool numeric = false; ///< the column sorts as numbers
+        bool inOrder = false; ///< the rows come in the order of this column
     };
 
     ItemList() = default;

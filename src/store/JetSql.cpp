@@ -73,6 +73,8 @@ QString quoted(const QString& text) {
     return result.replace(u'\'', QLatin1String("''"));
 }
 
+QByteArray quotedName(const QByteArray& name) { return '"' + QByteArray(name).replace("\"", "\"\"") + '"'; }
+
 QString quotedPattern(const QString& text) {
     QString result;
     for (const QChar c : text) {

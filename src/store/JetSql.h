@@ -72,6 +72,9 @@ private:
 /// Doubles every "'" so that the text can stand between single quotes in a statement.
 QString quoted(const QString& text);
 
+/// A name of a table or column for a statement in SQLite's words, whatever is in it.
+QByteArray quotedName(const QByteArray& name);
+
 /// `quoted`, with the wildcards of LIKE bracketed, so that "100%" finds "100%" and nothing else.
 QString quotedPattern(const QString& text);
 

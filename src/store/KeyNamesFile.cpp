@@ -2,11 +2,11 @@
 #include "store/KeyNamesFile.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QLocale>
-#include <QSaveFile>
 #include <algorithm>
 
 namespace tessaranth {
@@ -26,13 +26,10 @@ bool isSound(const KeyNameLine& line) {
 } // namespace
 
 std::vector<KeyNameLine> readKeyNames(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(
-            QCoreApplication::translate("KeyNames", "%1 cannot be read: %2").arg(path, file.errorString()));
+    constexpr qint64 largest = 16 << 20;
     std::vector<KeyNameLine> lines;
     // A catalog is filled once, so a line that cannot be read would be missing from it for good.
-    const QStringList texts = QString::fromUtf8(file.readAll()).split(u'\n');
+    const QStringList texts = QString::fromUtf8(readFile(path, largest)).split(u'\n');
     if (!texts.back().isEmpty())
         throw FileError(
             QCoreApplication::translate("KeyNames", "The file %1 is damaged: its end is missing.").arg(path));
@@ -56,16 +53,10 @@ std::vector<KeyNameLine> readKeyNames(const QString& path) {
 }
 
 void writeKeyNames(const QString& path, const std::vector<KeyNameLine>& lines) {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        for (const KeyNameLine& line : lines)
-            file.write(
-                QStringLiteral("%1;%2;%3\r\n").arg(line.language).arg(line.key).arg(line.name).toUtf8());
-        if (file.commit())
-            return;
-    }
-    throw FileError(
-        QCoreApplication::translate("KeyNames", "%1 cannot be written: %2").arg(path, file.errorString()));
+    QByteArray text;
+    for (const KeyNameLine& line : lines)
+        text += QStringLiteral("%1;%2;%3\r\n").arg(line.language).arg(line.key).arg(line.name).toUtf8();
+    writeFile(path, text);
 }
 
 int interfaceLanguage() {

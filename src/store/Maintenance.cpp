@@ -18,9 +18,7 @@ const QString section = QStringLiteral("Maintenance");
 
 Maintenance::Maintenance(Session& session) : m_session(session) {}
 
-QString Maintenance::backupPath() const {
-    return m_session.applicationFile(QStringLiteral("Tessaranth.bak"));
-}
+QString Maintenance::backupPath() const { return m_session.backupFile(); }
 
 bool Maintenance::guarded(const QString& stage, Progress& progress, const std::function<void()>& work) {
     progress.stage(stage);
@@ -66,7 +64,7 @@ bool Maintenance::empty(Progress& progress) {
         TextIndex(connection).drop(); // rather than taking every word out of it, row by row
         for (qsizetype i = 0; i < tables.size(); ++i) {
             if (!tables[i].startsWith(QLatin1String("MSys")))
-                connection.execute(QStringLiteral("DELETE * FROM ") + tables[i]);
+                connection.execute(QStringLiteral("DELETE * FROM [%1]").arg(tables[i]));
             progress.step(i + 1, tables.size());
         }
         transaction.commit();

@@ -17,7 +17,8 @@ public:
     explicit Maintenance(Session& session);
 
     bool compact(Progress& progress);
-    bool backup(Progress& progress);            ///< to Tessaranth.bak in the application folder
+    /// To Tessaranth.bak in the application folder; another catalog than the configured one beside itself.
+    bool backup(Progress& progress);
     bool copyToDestination(Progress& progress); ///< to the folder "DestFolder" of the configuration
     /// Deletes every row of every table and the backup file; the tables stay.
     bool empty(Progress& progress);

@@ -69,17 +69,22 @@ void Recordset::setFilter(const QString& condition) {
             m_visible.push_back(int(i));
 }
 
-Recordset::Row& Recordset::rowAt(int row) { return m_rows[size_t(m_visible.at(size_t(row)))]; }
+int Recordset::indexOf(int row) const {
+    if (row < 0 || row >= rowCount())
+        throw SqlError(QStringLiteral("the record set has no row %1").arg(row));
+    return m_visible[size_t(row)];
+}
+
+Recordset::Row& Recordset::rowAt(int row) { return m_rows[size_t(indexOf(row))]; }
 
 const Value& Recordset::value(int row, int field) const {
-    return m_rows[size_t(m_visible.at(size_t(row)))].cells.at(size_t(field));
+    static const Value null;
+    if (row < 0 || row >= rowCount() || field < 0 || size_t(field) >= m_fields.size())
+        return null;
+    return m_rows[size_t(m_visible[size_t(row)])].cells[size_t(field)];
 }
 
-const Value& Recordset::value(int row, const QString& field) const {
-    static const Value null;
-    const int index = fieldIndex(field);
-    return index < 0 ? null : value(row, index);
-}
+const Value& Recordset::value(int row, const QString& field) const { return value(row, fieldIndex(field)); }
 
 int Recordset::add(const Assignments& values) {
     Row row;
@@ -104,7 +109,7 @@ void Recordset::update(int row, const Assignments& values) {
     requireTable();
     SqlStatement statement;
     statement.kind = SqlStatement::Kind::Update;
-    statement.sql = "UPDATE " + m_table.toUtf8() + " SET ";
+    statement.sql = "UPDATE " + quotedName(m_table.toUtf8()) + " SET ";
     for (const auto& [name, value] : values) {
         statement.parameters.push_back(value);
         statement.sql += (statement.parameters.size() > 1 ? ", " : "") + columnName(name) + " = ?" +
@@ -112,19 +117,19 @@ void Recordset::update(int row, const Assignments& values) {
     }
     statement.parameters.push_back(target.key);
     statement.sql += " WHERE rowid = ?" + QByteArray::number(qsizetype(statement.parameters.size()));
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     reread(target);
 }
 
 void Recordset::remove(int row) {
-    const int index = m_visible.at(size_t(row));
+    const int index = indexOf(row);
     if (m_connection) {
         requireTable();
         SqlStatement statement;
         statement.kind = SqlStatement::Kind::Delete;
-        statement.sql = "DELETE FROM " + m_table.toUtf8() + " WHERE rowid = ?1";
+        statement.sql = "DELETE FROM " + quotedName(m_table.toUtf8()) + " WHERE rowid = ?1";
         statement.parameters.push_back(m_rows[size_t(index)].key);
-        m_connection->queryStatement(statement).next();
+        m_connection->change(statement);
     }
     m_rows.erase(m_rows.begin() + index);
     m_visible.erase(m_visible.begin() + row);
@@ -143,7 +148,7 @@ void Recordset::requireTable() const {
 QByteArray Recordset::columnName(const QString& field) const {
     for (const ColumnInfo& column : m_connection->columns(m_table))
         if (column.name.compare(field, Qt::CaseInsensitive) == 0)
-            return column.name.toUtf8();
+            return quotedName(column.name.toUtf8());
     throw SqlError(QStringLiteral("%1 has no column %2").arg(m_table, field));
 }
 
@@ -159,9 +164,9 @@ qint64 Recordset::insert(const Assignments& values) {
         columns += comma + columnName(name);
         places += QByteArray(comma) + '?' + QByteArray::number(qsizetype(statement.parameters.size()));
     }
-    statement.sql = "INSERT INTO " + m_table.toUtf8() +
+    statement.sql = "INSERT INTO " + quotedName(m_table.toUtf8()) +
                     (values.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + places + ')');
-    m_connection->queryStatement(statement).next();
+    m_connection->change(statement);
     return m_connection->lastKey();
 }
 
@@ -179,8 +184,8 @@ void Recordset::reread(Row& row) {
     SqlStatement statement;
     statement.sql = "SELECT ";
     for (size_t i = 0; i < m_fields.size(); ++i)
-        statement.sql += (i ? ", " : "") + m_fields[i].name.toUtf8();
-    statement.sql += " FROM " + m_table.toUtf8() + " WHERE rowid = ?1";
+        statement.sql += (i ? ", " : "") + quotedName(m_fields[i].name.toUtf8());
+    statement.sql += " FROM " + quotedName(m_table.toUtf8()) + " WHERE rowid = ?1";
     statement.parameters.push_back(row.key);
     Query run = m_connection->queryStatement(statement);
     if (!run.next())

@@ -43,8 +43,9 @@ public:
 
     int rowCount() const { return int(m_visible.size()); } ///< of the rows shown
     bool isEmpty() const { return m_visible.empty(); }
+    /// Null when there is no such row or field; a change of a row that is none throws SqlError.
     const Value& value(int row, int field) const;
-    const Value& value(int row, const QString& field) const; ///< Null when there is no such field
+    const Value& value(int row, const QString& field) const;
 
     int add(const Assignments& values); ///< the new row's number, last of the rows shown
     void update(int row, const Assignments& values);
@@ -55,6 +56,7 @@ private:
         qint64 key = 0;
         std::vector<Value> cells;
     };
+    int indexOf(int row) const; ///< into m_rows
     Row& rowAt(int row);
     void requireTable() const;
     QByteArray columnName(const QString& field) const;

@@ -4,14 +4,18 @@
 #include "store/Recordset.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReader.h"
+#include "platform/FileWriter.h"
+#include "store/XmlLimits.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <algorithm>
+#include <optional>
 
 namespace tessaranth {
 
@@ -83,31 +87,54 @@ QString unescapedControls(const QString& text) {
     return result + text.mid(from);
 }
 
+bool isStamp(const QString& text) {
+    static const QRegularExpression stamp(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d[ T][0-9:.]+$"));
+    return stamp.match(text).hasMatch();
+}
+
 QString cellText(const Field& field, const Value& value) {
     switch (field.type) {
     case Field::Type::Boolean:
+        if (value.isText())
+            return escapedControls(value.toText());
         return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
     case Field::Type::Date:
-        return value.toText().replace(u' ', u'T');
+        return isStamp(value.toText()) ? value.toText().replace(u' ', u'T') : escapedControls(value.toText());
     default:
         return escapedControls(value.toText());
     }
 }
 
-Value cellValue(const Field& field, const QString& text) {
+/// A file may call a column of texts one of numbers or dates: what the conversion would change stays a text.
+std::optional<Value> converted(const Field& field, const QString& text) {
+    bool isNumber = false;
     switch (field.type) {
-    case Field::Type::Integer:
-        return Value(qint64(text.toLongLong()));
-    case Field::Type::Number:
-        return Value(text.toDouble());
-    case Field::Type::Boolean:
-        return Value(text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 || text.toInt() != 0);
+    case Field::Type::Integer: {
+        const Value whole(qint64(text.toLongLong(&isNumber)));
+        return isNumber && whole.toText() == text ? std::optional(whole) : std::nullopt;
+    }
+    case Field::Type::Number: {
+        const Value number(text.toDouble(&isNumber));
+        return isNumber && number.toText() == text ? std::optional(number) : std::nullopt;
+    }
+    case Field::Type::Boolean: {
+        const bool isTrue = text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
+        if (isTrue || text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+            return Value(isTrue);
+        if (text == u"0" || text == u"1" || text == u"-1")
+            return Value(text != u"0");
+        return std::nullopt;
+    }
     case Field::Type::Date:
-        return Value(QString(text).replace(u'T', u' '));
+        return isStamp(text) ? std::optional(Value(QString(text).replace(u'T', u' '))) : std::nullopt;
     case Field::Type::Text:
         break;
     }
-    return Value(unescapedControls(text));
+    return std::nullopt;
+}
+
+Value cellValue(const Field& field, const QString& text) {
+    return converted(field, text).value_or(Value(unescapedControls(text)));
 }
 
 /// What the cells of each field are called in the rows: by its name, where that is one that XML allows.
@@ -176,7 +203,9 @@ std::vector<Field> readSchema(QXmlStreamReader& xml, QStringList& attributes) {
             const auto known = std::find_if(fields.begin(), fields.end(), [&](const Field& field) {
                 return field.name.compare(name, Qt::CaseInsensitive) == 0;
             });
-            if (known != fields.end())
+            if (fields.size() >= mostFields)
+                xml.raiseError(tr("There are more than %1 fields.").arg(mostFields));
+            else if (known != fields.end())
                 xml.raiseError(tr("The field %1 is described twice.").arg(name));
             fields.push_back({name, Field::Type::Text, 0});
             attributes.push_back(attribute);
@@ -194,10 +223,8 @@ std::vector<Field> readSchema(QXmlStreamReader& xml, QStringList& attributes) {
 } // namespace
 
 void Recordset::save(const QString& path) const {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
-    QXmlStreamWriter xml(&file);
+    FileWriter file(path);
+    QXmlStreamWriter xml(&file.device());
     xml.writeStartDocument();
     xml.setAutoFormatting(true);
     xml.writeStartElement(QStringLiteral("xml"));
@@ -217,17 +244,17 @@ void Recordset::save(const QString& path) const {
         }
     }
     xml.writeEndDocument();
-    if (xml.hasError() || !file.commit())
-        throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+    file.commit();
 }
 
 Recordset Recordset::load(const QString& path, int maxRows) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(path, file.errorString()));
+    openToRead(file);
+    checkXmlLimits(file, path);
     QXmlStreamReader xml(&file);
     Recordset set({});
     QStringList names;
+    QHash<QString, size_t> places;
     while (!xml.atEnd()) {
         xml.readNext();
         if (!xml.isStartElement())
@@ -238,18 +265,19 @@ Recordset Recordset::load(const QString& path, int maxRows) {
                 xml.raiseError(tr("The fields are described twice."));
             else
                 set.m_fields = readSchema(xml, names);
+            for (qsizetype i = names.size() - 1; i >= 0; --i)
+                places.insert(names[i], size_t(i));
         } else if (xml.namespaceUri() == rowSpace && xml.name() == QLatin1String("row")) {
             if (set.m_fields.empty())
                 throw FileError(tr("%1 has rows but no description of its fields.").arg(path));
             if (int(set.m_rows.size()) >= maxRows)
                 throw FileError(tr("%1 has more than %2 rows.").arg(path).arg(maxRows));
-            const QXmlStreamAttributes attributes = xml.attributes();
             Row row;
-            for (size_t i = 0; i < set.m_fields.size(); ++i) {
-                const QString& name = names[qsizetype(i)];
-                row.cells.push_back(attributes.hasAttribute(name)
-                                        ? cellValue(set.m_fields[i], attributes.value(name).toString())
-                                        : Value());
+            row.cells.resize(set.m_fields.size());
+            for (const QXmlStreamAttribute& attribute : xml.attributes()) {
+                const auto place = places.constFind(attribute.qualifiedName().toString());
+                if (place != places.constEnd())
+                    row.cells[*place] = cellValue(set.m_fields[*place], attribute.value().toString());
             }
             set.m_visible.push_back(int(set.m_rows.size()));
             set.m_rows.push_back(std::move(row));

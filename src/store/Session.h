@@ -57,7 +57,12 @@ public:
     const QString& applicationFolder() const { return m_applicationFolder; }
     QString applicationFile(const QString& name) const; ///< full path of a file beside the program
     const QString& databasePath() const { return m_databasePath; }
-    QString dataFolder(Folder folder) const; ///< as configured; without a trailing separator
+    /// Without a trailing separator. Pictures, documents, logos and media belong to a catalog: those of the
+    /// configured one lie where the configuration says, those of any other beside it, under its own name.
+    QString dataFolder(Folder folder) const;
+    QString configuredFolder(Folder folder) const; ///< whichever catalog is open
+    QString backupFile() const; ///< of the open catalog; never that of the configured one for another
+    bool isConfiguredCatalog() const { return m_isConfiguredCatalog; }
     const QString& temporaryFolder() const { return m_temporaryFolder; }
     const QString& userAgent() const { return m_userAgent; }
     bool isAdministrator() const { return m_isAdministrator; }
@@ -75,11 +80,13 @@ public:
     QString runtime(const QString& key) const { return m_runtime.value(key); }
     void setRuntime(const QString& key, const QString& value) { m_runtime.insert(key, value); }
     void loadRuntime();
-    void saveRuntime();
+    bool saveRuntime(); ///< false when the configuration could not be written
 
     Arrangements& arrangements() { return m_arrangements; }
 
     void setDatabasePath(const QString& path) { m_databasePath = path; }
+    /// A catalog that is opened in place of the configured one, unless it is the same file.
+    void setOtherCatalog(const QString& path);
     void setUserAgent(const QString& userAgent) { m_userAgent = userAgent; }
     void setDesktopScheme(DesktopScheme scheme) { m_desktopScheme = scheme; }
     void setAdministrator(bool value) { m_isAdministrator = value; }
@@ -87,6 +94,8 @@ public:
     void closeConnection();
 
 private:
+    QString besideCatalog(const QString& ending, const QString& configured) const;
+
     QString m_applicationFolder;
     Messages& m_messages;
     const Clock& m_clock;
@@ -100,6 +109,7 @@ private:
     clsDb m_fieldLengths;
     Fields m_fields{m_fieldLengths};
     QString m_databasePath;
+    bool m_isConfiguredCatalog = true;
     QString m_temporaryFolder;
     QString m_userAgent;
     bool m_isAdministrator = false;

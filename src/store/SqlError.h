@@ -3,6 +3,10 @@
 
 #include "platform/Errors.h"
 
+namespace SQLite {
+class Exception;
+}
+
 namespace tessaranth {
 
 /// A statement could not be read or run. `position` is the offset in the statement's text where the
@@ -29,5 +33,8 @@ private:
     bool m_storageFailure = false;
     bool m_damage = false;
 };
+
+/// Why SQLite failed, in words for the user.
+QString reasonOf(const SQLite::Exception& error);
 
 } // namespace tessaranth

@@ -1,22 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/StepFiles.h"
 
-#include "platform/Errors.h"
+#include "platform/FileWriter.h"
 #include "store/Session.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 #include <algorithm>
 
 namespace tessaranth {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("StepFiles", text); }
 
 struct FolderThing {
     Session::Folder folder;
@@ -29,14 +25,6 @@ const FolderThing things[] = {{Session::Folder::Images, "Images", Thing::Image,
                               {Session::Folder::Documents, "Documents", Thing::Document,
                                "SELECT RelatedCat, RelatedID FROM Cards WHERE CardID = "},
                               {Session::Folder::Labels, "Labels", Thing::Label, nullptr}};
-
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QDir().mkpath(QFileInfo(path).path());
-    QSaveFile target(path);
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
-        throw FileError(tr("%1 cannot be written: %2")
-                            .arg(QDir::toNativeSeparators(target.fileName()), target.errorString()));
-}
 
 } // namespace
 
@@ -86,7 +74,9 @@ void StepFiles::write(int folder, qint64 id, const QByteArray& bytes) {
         file.number = removed->number;
     // A new file stands before its row does: cut off in between, it is a file too many, and the alignment
     // finds it. A file that is there already stays what it is until the rows are safe.
-    writeFile(file.before ? kept(file, "after") : path(file), bytes);
+    const QString target = file.before ? kept(file, "after") : path(file);
+    QDir().mkpath(QFileInfo(target).path());
+    writeFile(target, bytes);
     if (removed != m_pending.end())
         removed->after = true;
     else

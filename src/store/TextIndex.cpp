@@ -41,7 +41,7 @@ const std::vector<TextIndexTable> allTables{
      {{"Tracks", "TrackName", "TrackID = @.TrackID"}}}};
 
 /// The statements that make one index, by the name of what each makes.
-QMap<QByteArray, QByteArray> definitions(const TextIndexTable& table) {
+QMap<QByteArray, QByteArray> definitionsOf(const TextIndexTable& table) {
     const QByteArray name = table.name;
     QMap<QByteArray, QByteArray> made;
     // Without text and positions: the rows stand in their own tables, and a box that narrows as one types
@@ -85,7 +85,7 @@ bool isNeeded(const TextIndexTable& table, const QByteArray& trigger) {
 QMap<QByteArray, QByteArray> allDefinitions() {
     QMap<QByteArray, QByteArray> made;
     for (const TextIndexTable& table : allTables) {
-        const auto own = definitions(table);
+        const auto own = definitionsOf(table);
         for (auto one = own.begin(); one != own.end(); ++one)
             if (isNeeded(table, one.key()))
                 made.insert(one.key(), one.value());
@@ -93,11 +93,17 @@ QMap<QByteArray, QByteArray> allDefinitions() {
     return made;
 }
 
-QMap<QByteArray, QByteArray> present(Connection& connection) {
+/// Where FTS5 keeps the index itself; these tables go with it, unless it is broken.
+const char* const parts[] = {"_data", "_idx", "_content", "_docsize", "_config"};
+
+/// Tables and triggers that are there, with their definitions; parts only where their index is not.
+QMap<QByteArray, QByteArray> presentOf(Connection& connection) {
     QMap<QByteArray, QByteArray> found;
-    Query run =
-        connection.queryNative("SELECT name, sql FROM sqlite_schema WHERE name LIKE 'Quick%' AND (type = "
-                               "'trigger' OR sql LIKE 'CREATE VIRTUAL%')");
+    Query run = connection.queryNative(
+        "SELECT name, sql FROM sqlite_schema AS s WHERE name LIKE 'Quick%' AND (type = 'trigger' OR sql LIKE "
+        "'CREATE VIRTUAL%' OR type = 'table' AND NOT EXISTS (SELECT 1 FROM sqlite_schema AS own WHERE "
+        "own.sql "
+        "LIKE 'CREATE VIRTUAL%' AND own.name = substr(s.name, 1, instr(s.name, '_') - 1)))");
     while (run.next())
         found.insert(run.text(0).toUtf8(), run.text(1).toUtf8());
     return found;
@@ -105,22 +111,68 @@ QMap<QByteArray, QByteArray> present(Connection& connection) {
 
 void dropTable(Connection& connection, const TextIndexTable& table,
                const QMap<QByteArray, QByteArray>& found) {
+    QByteArrayList remains;
+    for (const char* part : parts)
+        if (found.contains(table.name + QByteArray(part)))
+            remains << table.name + QByteArray(part);
     for (auto one = found.begin(); one != found.end(); ++one)
-        if (one.key().startsWith(QByteArray(table.name) + '_'))
+        if (one.key().startsWith(QByteArray(table.name) + '_') && !remains.contains(one.key()))
             connection.runNative("DROP TRIGGER " + one.key());
-    if (found.contains(table.name))
-        connection.runNative(QByteArray("DROP TABLE ") + table.name);
+    if (!found.contains(table.name) && remains.isEmpty())
+        return;
+    try {
+        if (found.contains(table.name))
+            connection.runNative(QByteArray("DROP TABLE ") + table.name);
+        if (remains.isEmpty())
+            return;
+    } catch (const SqlError&) {
+        // FTS5 takes only an index away that it can read.
+    }
+    for (const char* part : parts)
+        remains << table.name + QByteArray(part);
+    connection.dropRemains(table.name, remains);
 }
 
 } // namespace
 
 std::span<const TextIndexTable> TextIndex::tables() { return allTables; }
 
-bool TextIndex::isCurrent() const { return present(m_connection) == allDefinitions(); }
+const QMap<QByteArray, QByteArray>& TextIndex::definitions() {
+    static const auto made = allDefinitions();
+    return made;
+}
+
+bool TextIndex::isTable(const QByteArray& name) {
+    return std::any_of(allTables.begin(), allTables.end(),
+                       [&](const TextIndexTable& table) { return name == table.name; });
+}
+
+bool TextIndex::isPart(const QByteArray& name) { return isTable(name.left(name.indexOf('_'))); }
+
+bool TextIndex::isCurrent() const { return presentOf(m_connection) == definitions(); }
+bool TextIndex::isAbsent() const { return presentOf(m_connection).isEmpty(); }
+
+QStringList TextIndex::present() const {
+    QStringList names;
+    for (const QByteArray& name : presentOf(m_connection).keys())
+        names << QString::fromUtf8(name);
+    return names;
+}
+
+int TextIndex::dropTriggers() {
+    QByteArrayList triggers;
+    Query run = m_connection.queryNative(
+        "SELECT name FROM sqlite_schema WHERE type = 'trigger' AND name LIKE 'Quick%'");
+    while (run.next())
+        triggers << run.text(0).toUtf8();
+    for (const QByteArray& name : std::as_const(triggers))
+        m_connection.runNative("DROP TRIGGER " + name);
+    return int(triggers.size());
+}
 
 bool TextIndex::build(Progress& progress) {
-    const auto wanted = allDefinitions();
-    const auto found = present(m_connection);
+    const auto& wanted = definitions();
+    const auto found = presentOf(m_connection);
     progress.stage(tr("Preparing the search"));
     Transaction transaction(m_connection, Transaction::Unrecorded());
     qint64 done = 0;
@@ -140,7 +192,7 @@ bool TextIndex::build(Progress& progress) {
 }
 
 void TextIndex::drop() {
-    const auto found = present(m_connection);
+    const auto found = presentOf(m_connection);
     if (found.isEmpty())
         return;
     Transaction transaction(m_connection, Transaction::Unrecorded());

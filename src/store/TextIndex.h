@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QMap>
 #include <QStringList>
 #include <span>
 #include <vector>
@@ -33,13 +34,24 @@ public:
 
     /// All indexes, named "Quick" and the item's code or table.
     static std::span<const TextIndexTable> tables();
+    /// The statement that makes each table and trigger in this version, by its name.
+    static const QMap<QByteArray, QByteArray>& definitions();
+    static bool isTable(const QByteArray& name);
+    /// True for the tables, and for the names that triggers and inner tables of any version have.
+    static bool isPart(const QByteArray& name);
 
-    /// True when every table and trigger is there as this version of the program makes it.
+    /// True when every table and trigger is there as this version of the program makes it, and nothing
+    /// besides.
     bool isCurrent() const;
-    /// Makes what is missing or out of date, in one transaction. False when the user stopped it: nothing has
-    /// changed then. Throws SqlError.
+    bool isAbsent() const;       ///< nothing of any index is in the file, not even a remainder
+    QStringList present() const; ///< names of the index tables and triggers that are there
+    /// Makes what is missing or out of date, in one transaction, also over the remains of a broken one. False
+    /// when the user stopped it: nothing has changed then. Throws SqlError.
     bool build(Progress& progress);
     void drop();
+    /// Takes only the triggers away, so that nothing is written to an index that cannot be written; what is
+    /// left is out of date. The number taken away.
+    int dropTriggers();
 
     /// Keys of at most `limit` rows with a word beginning with each of `words`; rows that hold the whole
     /// words first. Throws SqlError.

@@ -16,17 +16,6 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("Upgrade", text); }
 
-struct MediaColumn {
-    const char* name;
-    const char* type;
-    const char* defaultValue;
-};
-const MediaColumn mediaColumns[] = {{"MediaFolder", "VARCHAR(250)", ""},
-                                    {"MediaSize", "LONG", "0"},
-                                    {"MediaType", "VARCHAR(250)", ""},
-                                    {"VolumeName", "VARCHAR(33)", ""},
-                                    {"VolumeType", "VARCHAR(20)", ""}};
-
 UpgradeResult::Kind kindOf(const Error& error) {
     const auto* sql = dynamic_cast<const SqlError*>(&error);
     if (sql && sql->isDamage())
@@ -169,7 +158,7 @@ bool Upgrade::changeMedia(const UpgradeStep& step) {
     const QString table = QLatin1String(step.table);
     if (!changeWidth(table, QLatin1String(step.column), QLatin1String(step.type), step.width))
         return false;
-    for (const MediaColumn& column : mediaColumns)
+    for (const MediaColumn& column : mediaColumns())
         if (!addColumn(table, QLatin1String(column.name), QLatin1String(column.type),
                        QLatin1String(column.defaultValue)))
             return false;
@@ -211,7 +200,8 @@ bool Upgrade::isAlreadySo(const UpgradeStep& step) const {
 bool Upgrade::applyStep(const UpgradeStep& step, Recordset& upgrades, Progress& progress) {
     if (step.change == UpgradeStep::Change::Media) {
         const QString folder = m_session.dataFolder(Session::Folder::Media);
-        if (!QFileInfo(folder).isDir()) {
+        // Another catalog than the configured one gets its folders when it needs them.
+        if (m_session.isConfiguredCatalog() && !QFileInfo(folder).isDir()) {
             m_session.messages().critical(applicationTitle, QStringLiteral("Unable to locate ") + folder +
                                                                 u'\n' +
                                                                 QStringLiteral("Please fix the problem"));

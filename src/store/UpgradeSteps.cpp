@@ -90,11 +90,15 @@ const UpgradeStep steps[] = {
     {900001, AddTable, "TsrHistory", "", "CREATE TABLE TsrHistory( " "HistoryID   COUNTER   NOT NULL, " "Token   LONG  NOT NULL, "
                                          "CONSTRAINT   TsrHistory_PK  PRIMARY KEY  (HistoryID))", "", 0, historyData},
 };
+
+const MediaColumn columnsOfMedia[] = {{"MediaFolder", "VARCHAR(250)", ""}, {"MediaSize", "LONG", "0"},
+    {"MediaType", "VARCHAR(250)", ""}, {"VolumeName", "VARCHAR(33)", ""}, {"VolumeType", "VARCHAR(20)", ""}};
 // clang-format on
 
 } // namespace
 
 std::span<const AddedTable> addedTables() { return tables; }
 std::span<const UpgradeStep> upgradeSteps() { return steps; }
+std::span<const MediaColumn> mediaColumns() { return columnsOfMedia; }
 
 } // namespace tessaranth

@@ -24,9 +24,17 @@ struct UpgradeStep {
     std::span<const char* const> data; ///< statements run once the change is recorded
 };
 
+/// A column that the media step adds.
+struct MediaColumn {
+    const char* name;
+    const char* type;
+    const char* defaultValue;
+};
+
 /// In the order in which they are made and applied.
 std::span<const AddedTable> addedTables();
 std::span<const UpgradeStep> upgradeSteps();
+std::span<const MediaColumn> mediaColumns();
 
 /// The highest code that this program knows; a catalog with a higher one is of a newer version.
 constexpr int newestUpgradeCode = 236569;

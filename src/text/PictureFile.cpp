@@ -2,6 +2,7 @@
 #include "text/PictureFile.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReader.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -9,6 +10,7 @@
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
+#include <QtEndian>
 
 namespace tessaranth::PictureFile {
 
@@ -41,11 +43,27 @@ bool liesOnItsSide(const QImageReader& reader) {
 
 qint64 pixelsOf(QSize size) { return qint64(size.width()) * size.height(); }
 
+/// As it lies in the file. An animation is as large as its canvas, whatever its first frame says.
+QSize sizeOf(const QImageReader& reader) {
+    const QSize size = reader.size();
+    QIODevice* device = reader.device();
+    if (reader.format() != "gif" || !device)
+        return size;
+    const qint64 position = device->pos();
+    device->seek(6);
+    const QByteArray canvas = device->read(4);
+    device->seek(position);
+    if (canvas.size() != 4)
+        return {};
+    return size.expandedTo(
+        {qFromLittleEndian<quint16>(canvas.constData()), qFromLittleEndian<quint16>(canvas.constData() + 2)});
+}
+
 /// The size as it lies in the file, before it is turned upright.
 QSize checkedSize(QImageReader& reader, const QString& name) {
     if (!reader.canRead() || !isKnown(reader))
         throw FileError(tr("%1 is not a picture in BMP, JPEG, GIF or PNG.").arg(name));
-    const QSize size = reader.size();
+    const QSize size = sizeOf(reader);
     if (size.isEmpty())
         throw FileError(tr("%1 is damaged: it does not say how large the picture is.").arg(name));
     if (pixelsOf(size) > maxPixels)
@@ -66,6 +84,9 @@ QImage decodeWith(QImageReader& reader, const QString& name, QSize bounds) {
     QImage image;
     if (!reader.read(&image) || image.isNull())
         throw FileError(tr("%1 is damaged: the picture in it cannot be read.").arg(name));
+    // Some decoders take the wish for a size as it suits them.
+    if (!bounds.isEmpty() && (image.width() > bounds.width() || image.height() > bounds.height()))
+        image = image.scaled(image.size().scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
     return image;
 }
 
@@ -73,17 +94,9 @@ QImage decodeWith(QImageReader& reader, const QString& name, QSize bounds) {
 
 QByteArray read(const QString& path) {
     const QString name = QDir::toNativeSeparators(path);
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        throw FileError(tr("There is no file %1.").arg(name));
-    if (!file.open(QIODevice::ReadOnly))
-        throw FileError(tr("%1 cannot be read: %2").arg(name, file.errorString()));
-    if (file.size() == 0)
+    QByteArray bytes = readFile(path, maxFileBytes);
+    if (bytes.isEmpty())
         throw FileError(tr("%1 is empty.").arg(name));
-    if (file.size() > maxFileBytes)
-        throw FileError(
-            tr("%1 is too large: a picture has at most %2 MB.").arg(name).arg(maxFileBytes >> 20));
-    QByteArray bytes = file.readAll();
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
@@ -108,17 +121,25 @@ QByteArray fromImage(const QImage& image) {
 
 Facts facts(const QString& path) {
     Facts found;
-    found.bytes = QFileInfo(path).size();
-    QImageReader reader(path);
-    prepare(reader);
-    if (!reader.canRead() || !isKnown(reader) || pixelsOf(reader.size()) > maxPixels)
+    QFile file(path);
+    try {
+        openToRead(file, Links::Refuse);
+    } catch (const FileError&) {
         return found;
-    found.size = liesOnItsSide(reader) ? reader.size().transposed() : reader.size();
+    }
+    found.bytes = file.size();
+    QImageReader reader(&file);
+    prepare(reader);
+    if (!reader.canRead() || !isKnown(reader) || pixelsOf(sizeOf(reader)) > maxPixels)
+        return found;
+    found.size = liesOnItsSide(reader) ? sizeOf(reader).transposed() : sizeOf(reader);
     return found;
 }
 
 QImage decode(const QString& path, QSize bounds) {
-    QImageReader reader(path);
+    QFile file(path);
+    openToRead(file, Links::Refuse);
+    QImageReader reader(&file);
     prepare(reader);
     return decodeWith(reader, QDir::toNativeSeparators(path), bounds);
 }

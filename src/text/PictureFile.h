@@ -28,6 +28,7 @@ QByteArray read(const QString& path);
 /// A picture without a file of its own, as PNG; throws FileError for one that is empty or too large.
 QByteArray fromImage(const QImage& image);
 
+// Of a file of a data folder, where a link is none.
 Facts facts(const QString& path);
 /// The picture, made smaller to fit into `bounds` where it is larger; whole with empty bounds. Of an
 /// animation the first frame. Throws FileError.

@@ -23,8 +23,13 @@ QString toText(const QByteArray& document);
 
 /// What a text document shows, as far as the format's writer goes: lists and tables become paragraphs.
 QByteArray fromDocument(const QTextDocument& document);
-/// Replaces what a text document held; as `toText` as to bytes that are not RTF. Without undoing.
-RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document);
+/// Replaces what a text document held; as `toText` as to bytes that are not RTF. Without undoing. With a
+/// limit only so many characters, for a document that is looked at and not kept. Large pictures are shown no
+/// finer than their size in the document needs, very large ones not at all; what is written of them stays
+/// whole.
+RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document, int limit = 0);
+/// What a panel shows of a document without letting its user wait.
+constexpr int charactersAtOnce = 100'000;
 
 /// Puts a document where the cursor stands, in place of its selection, as one step to undo. A paragraph that
 /// the cursor stands within keeps its alignment.

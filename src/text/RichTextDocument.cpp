@@ -5,11 +5,13 @@
 #include <QBuffer>
 #include <QCryptographicHash>
 #include <QImage>
+#include <QImageReader>
 #include <QPixmap>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextList>
+#include <QTextOption>
 #include <QUrl>
 
 // Between the events of the format and Qt's text documents.
@@ -24,22 +26,40 @@ constexpr double pointsPerPixel = 0.75;
 
 class DocumentSink final : public RtfSink {
 public:
-    explicit DocumentSink(const QTextCursor& cursor) : m_cursor(cursor) {
+    explicit DocumentSink(const QTextCursor& cursor, int limit = 0) : m_cursor(cursor), m_limit(limit) {
         m_cursor.beginEditBlock();
         m_cursor.removeSelectedText();
         m_isWithin = m_cursor.block().length() > 1; // the end of the paragraph counts
     }
-    ~DocumentSink() override { m_cursor.endEditBlock(); }
+    ~DocumentSink() override {
+        if (m_hasLongWord)
+            setWrapping(*m_cursor.document(), QTextOption::WrapAnywhere);
+        m_cursor.endEditBlock();
+    }
 
     void text(const QString& text, const RtfStyle& style) override {
         startParagraph();
-        m_cursor.insertText(text, format(style));
+        const QString kept = m_limit > 0 ? text.left(std::max(0, m_limit - m_length)) : text;
+        m_length += int(text.size());
+        watchWords(kept);
+        m_cursor.insertText(kept, format(style));
     }
+    bool isFull() const override { return m_limit > 0 && m_length > m_limit; }
     void picture(const RtfPicture& picture, const RtfStyle& style) override;
     void endParagraph(const RtfParagraph& paragraph, const RtfStyle& mark) override;
 
+    static void setWrapping(QTextDocument& document, QTextOption::WrapMode mode) {
+        QTextOption option = document.defaultTextOption();
+        if (option.wrapMode() == mode)
+            return;
+        option.setWrapMode(mode);
+        document.setDefaultTextOption(option);
+    }
+
 private:
     void startParagraph();
+    void watchWords(const QString& text);
+    QVariant shownPicture(const RtfPicture& picture);
     const QTextCharFormat& format(const RtfStyle& style);
 
     QTextCursor m_cursor;
@@ -47,7 +67,51 @@ private:
     bool m_isNew = false;            ///< the next content begins another paragraph
     std::optional<RtfStyle> m_style; ///< that m_format was made for
     QTextCharFormat m_format;
+    int m_limit = 0; ///< characters; 0: all
+    int m_length = 0;
+    int m_wordLength = 0;
+    bool m_hasLongWord = false;
+    qint64 m_pixelsLeft = 64'000'000; ///< of large pictures, all together
 };
+
+// To break lines between words takes time by the square of a word's length: minutes for one of megabytes.
+void DocumentSink::watchWords(const QString& text) {
+    constexpr int longest = 2000;
+    for (const QChar c : text) {
+        m_wordLength = c.isSpace() ? 0 : m_wordLength + 1;
+        m_hasLongWord = m_hasLongWord || m_wordLength > longest;
+    }
+}
+
+/// What a text document draws for a picture: its own bytes, decoded when it comes into view; for a large one
+/// the picture in the size that is shown, and for one that nobody would wait for nothing.
+QVariant DocumentSink::shownPicture(const RtfPicture& picture) {
+    constexpr qint64 smallPicture = 4'000'000;
+    QBuffer buffer;
+    buffer.setData(picture.bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    const qint64 pixels = qint64(size.width()) * size.height();
+    if (!size.isEmpty() && pixels <= smallPicture)
+        return picture.bytes;
+    QSize shown = size;
+    if (picture.width > 0 && picture.height > 0)
+        shown = QSize(picture.width / twipsPerPixel, picture.height / twipsPerPixel);
+    constexpr QSize widest(4000, 4000);
+    shown = shown.boundedTo(widest).expandedTo({1, 1});
+    m_pixelsLeft -= std::max(pixels, smallPicture);
+    QImage image;
+    if (!size.isEmpty() && m_pixelsLeft >= 0) {
+        reader.setScaledSize(shown);
+        image = reader.read();
+    }
+    if (image.isNull()) {
+        image = QImage(1, 1, QImage::Format_RGB32);
+        image.fill(Qt::lightGray);
+    }
+    return image;
+}
 
 void DocumentSink::startParagraph() {
     if (!m_isNew)
@@ -98,8 +162,7 @@ void DocumentSink::picture(const RtfPicture& picture, const RtfStyle& style) {
         image.setWidth(picture.width / double(twipsPerPixel));
         image.setHeight(picture.height / double(twipsPerPixel));
     }
-    // Decoded when it is shown; most documents are read without being scrolled to their end.
-    m_cursor.document()->addResource(QTextDocument::ImageResource, QUrl(image.name()), picture.bytes);
+    m_cursor.document()->addResource(QTextDocument::ImageResource, QUrl(image.name()), shownPicture(picture));
     m_cursor.insertImage(image);
 }
 
@@ -235,18 +298,19 @@ QByteArray fromDocument(const QTextDocument& document) {
     return writer.document();
 }
 
-RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document) {
+RtfOutcome toDocument(const QByteArray& bytes, QTextDocument& document, int limit) {
     const bool canUndo = document.isUndoRedoEnabled();
     document.setUndoRedoEnabled(false);
     document.clear();
     document.setDefaultFont(QFont(defaultFont, defaultPoints));
+    DocumentSink::setWrapping(document, QTextOption::WrapAtWordBoundaryOrAnywhere);
     RtfOutcome outcome;
-    if (looksLikeRtf(bytes)) {
-        DocumentSink sink{QTextCursor(&document)};
-        outcome = readRtf(bytes, sink);
-    } else {
-        DocumentSink sink{QTextCursor(&document)};
-        readRtf(fromText(toText(bytes)), sink);
+    {
+        DocumentSink sink{QTextCursor(&document), limit};
+        const bool isRtf = looksLikeRtf(bytes);
+        outcome = readRtf(isRtf ? bytes : fromText(toText(bytes)), sink);
+        if (!isRtf)
+            outcome.error.clear();
     }
     document.setUndoRedoEnabled(canUndo);
     return outcome;

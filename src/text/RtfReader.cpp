@@ -29,15 +29,19 @@ RtfOutcome RtfReading::run() {
             break;
         }
         take(token);
+        m_outcome.isCut = m_sink.isFull();
+        if (m_outcome.isCut)
+            break;
     }
     flushBytes();
-    if (m_groups.size() > 1)
+    if (m_groups.size() > 1 && !m_outcome.isCut)
         fail(tr("The document ends in the middle; its end is missing."));
     m_picture = {}; // half a picture cannot be shown
     while (m_groups.size() > 1)
         close();
     if (m_hasContent)
         endParagraph();
+    m_outcome.isCut = m_sink.isFull();
     return m_outcome;
 }
 

@@ -47,11 +47,14 @@ public:
     virtual void picture(const RtfPicture& picture, const RtfStyle& style) = 0;
     /// `mark`: how the end itself looks, which is how an empty paragraph looks.
     virtual void endParagraph(const RtfParagraph& paragraph, const RtfStyle& mark) = 0;
+    /// True when no more is wanted: reading ends.
+    virtual bool isFull() const { return false; }
 };
 
 struct RtfOutcome {
     QString error; ///< what was wrong with the document, in the user's language; empty when it was sound
     bool simplified = false; ///< tables, footnotes, other pictures ... were flattened or left out
+    bool isCut = false;      ///< the sink wanted no more of it
 };
 
 bool looksLikeRtf(const QByteArray& bytes);

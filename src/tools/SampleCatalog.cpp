@@ -7,6 +7,7 @@
 #include "items/ItemKind.h"
 #include "items/Person.h"
 #include "platform/Clock.h"
+#include "platform/FileWriter.h"
 #include "platform/Progress.h"
 #include "platform/TsvFile.h"
 #include "recordings/RecordingEditor.h"
@@ -295,11 +296,6 @@ private:
     Keys m_classes;
 };
 
-void removeDatabase(const QString& path) {
-    for (const char* companion : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(path + QLatin1String(companion));
-}
-
 } // namespace
 
 void writeSampleCatalog(const QString& path, const QString& applicationFolder, const Clock& clock,
@@ -307,25 +303,23 @@ void writeSampleCatalog(const QString& path, const QString& applicationFolder, c
     if (QFileInfo::exists(path))
         throw FileError(tr("%1 exists already; it is left as it is.").arg(path));
     const std::vector<KeyNameLine> keyNames = readKeyNames(applicationFolder + QStringLiteral("/WKeys.dat"));
-    const QString part = path + QStringLiteral(".part");
-    removeDatabase(part); // what a killed program left of an earlier attempt
+    removeLeftovers(QFileInfo(path).path()); // what a killed program left of an earlier attempt
     try {
-        writeCatalogTemplate(part, keyNames);
+        const FileWriter part(path, Existing::Refuse); // never finished: it only lends its temporary file
+        fillCatalogTemplate(part.temporaryPath(), keyNames);
         KeptMessages messages;
         Session session(applicationFolder, messages, clock);
-        session.setConnection(Connection::open(part, clock, newestUpgradeCode));
+        session.setConnection(Connection::open(part.temporaryPath(), clock, newestUpgradeCode));
         session.fieldLengths().load(session.connection());
         SampleImport(session, messages).run(progress);
         // Copied, not renamed: on a full disk SQLite cannot bring the log home when the file is closed, and
         // says nothing about it.
         session.connection().copyTo(path);
     } catch (const Error& error) {
-        removeDatabase(part);
         const bool isNamed = error.reason().startsWith(path + u' ');
         throw isNamed ? FileError(error.reason())
                       : FileError(tr("%1 cannot be written: %2").arg(path, error.reason()));
     }
-    removeDatabase(part);
 }
 
 } // namespace tessaranth

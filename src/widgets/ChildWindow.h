@@ -21,6 +21,8 @@ public:
     virtual Kind kind() const = 0;
     /// What tells it apart: "#", the item's code and its id for cards ("#Comp" for works); unique for others.
     virtual QString key() const = 0;
+    /// The key of the card that it hangs off and goes with, such as a picture viewer; empty for none.
+    virtual QString owner() const { return {}; }
     virtual QString iconKey() const = 0;
     /// The panel that a card shows ("Docs", "Comp", "Rec", "RecContents", "Media", "Web", "Rel"); empty for
     /// other windows.

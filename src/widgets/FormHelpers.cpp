@@ -135,6 +135,11 @@ QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& a
     return edit;
 }
 
+void showStored(QLineEdit* edit, const QString& text) {
+    edit->setMaxLength(qMax(edit->maxLength(), int(text.size())));
+    edit->setText(text);
+}
+
 void markRefused(QLineEdit* edit, bool refused) {
     edit->setStyleSheet(refused ? QStringLiteral("background: rgb(255, 255, 0); color: black") : QString());
 }

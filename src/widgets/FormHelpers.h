@@ -39,6 +39,8 @@ QString fittingText(const QString& text, const QWidget* area, int margin);
 QStringList filesOf(const QMimeData* data);
 /// A line edit that takes at most so many characters (0: no limit), named for tests and screen readers.
 QLineEdit* lineEdit(QWidget* parent, const QString& objectName, const QString& accessibleName, int maxLength);
+/// Shows what is stored, whole: a text that is longer than the field takes would be cut and count as changed.
+void showStored(QLineEdit* edit, const QString& text);
 /// Paints a field yellow while what it holds is refused.
 void markRefused(QLineEdit* edit, bool refused);
 /// A list of items: whole rows, one line each, sortable by its headings.

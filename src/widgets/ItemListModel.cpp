@@ -91,11 +91,13 @@ void ItemListModel::sort(int column, Qt::SortOrder order) {
     m_order.resize(column < 0 ? 0 : size_t(m_list.rowCount()));
     std::iota(m_order.begin(), m_order.end(), 0);
     if (column >= 0) {
-        const bool numeric = m_list.headings()[size_t(column)].numeric;
+        const ItemList::Heading& heading = m_list.headings()[size_t(column)];
         const auto compare = [&](int a, int b) {
+            if (heading.inOrder)
+                return a - b;
             const QString& left = m_list.text(a, column);
             const QString& right = m_list.text(b, column);
-            if (numeric) {
+            if (heading.numeric) {
                 const double difference = left.toDouble() - right.toDouble();
                 return difference < 0 ? -1 : difference > 0 ? 1 : 0;
             }

@@ -88,9 +88,12 @@ void CardWindows::openCard(const QString& code, qint64 id) {
         m_context.session.messages().information(applicationTitle, tr("This card has been deleted."));
 }
 
+// What hangs off the card, such as its picture viewers, goes with it.
 void CardWindows::closeCard(const QString& key) {
-    if (const Entry* entry = find(window(key)))
-        entry->frame->close();
+    const std::vector<Entry> open = m_entries;
+    for (const Entry& entry : open)
+        if (find(entry.window) && (entry.window->key() == key || entry.window->owner() == key))
+            entry.frame->close();
 }
 
 void CardWindows::reloadCard(const QString& key) {

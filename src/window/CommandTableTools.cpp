@@ -63,7 +63,7 @@ std::vector<Command> toolsCommands() {
     {"mnuToolsCatalogsDownloads", "mnuToolsCatalogs", "&Download...", "Downloads composers catalogs from the Tessaranth website", "Import", "",
      When::Missing},
     {"mnuToolsCatalogsList", "mnuToolsCatalogs", "&List imported composers catalogs...", "List imported composers catalogs", "Table", "",
-     When::Always, [](F& f) { frmImportedCatalogs(f, f.window).exec(); }},
+     When::Always, [](F& f) { frmImportedCatalogs(f, &f.openCards, f.window).exec(); }},
     {"mnuToolsWebImport", "mnuTools", "&Web import", "Web import", "WebImport", "", When::Menu, nullptr, Bar::Tools, "ToolsWeb"},
     {"mnuToolsWebImportWorklist", "mnuToolsWebImport", "Composers &worklists...", "Import composers worklists from the web", "Comp", "",
      When::Missing},

@@ -153,7 +153,7 @@ void ItemActions::edit() {
 void ItemActions::remove() {
     CMIT items(m_context.session);
     items.setOpenCards(&m_cards);
-    if (!items.ConfermaEliminazione(m_toolbox.kind(), m_toolbox.selectedNames()))
+    if (!items.ConfermaEliminazione(m_toolbox.kind(), m_toolbox.selectedNames(), m_toolbox.selectedIds()))
         return;
     WindowProgress progress(m_window);
     items.EliminaItem(m_toolbox.kind(), m_toolbox.selectedIds(), progress);
@@ -175,7 +175,7 @@ void ItemActions::manageCatalog() {
     const std::vector<qint64> ids = m_toolbox.selectedIds();
     if (ids.size() != 1 || m_toolbox.kind() != ItemKind::Composer)
         return;
-    frmCatalog(m_context, ids.front(), m_window).exec();
+    frmCatalog(m_context, ids.front(), &m_cards, m_window).exec();
     m_cards.reloadCard(OpenCards::key(QStringLiteral("Cps"), ids.front()));
 }
 

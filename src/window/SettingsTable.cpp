@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/SettingsTable.h"
 
+#include "platform/Errors.h"
+#include "platform/FileWriter.h"
 #include "store/ColourScheme.h"
 
 #include <QCoreApplication>
@@ -118,13 +120,6 @@ bool mayBeEmpty(const SettingRow& row) {
     return row.section != u"Data folders" && row.key != u"OutputDir" && row.key != u"FreeDB";
 }
 
-QString moveOne(const QString& from, const QString& to, const QString& name) {
-    if (QFileInfo::exists(to + u'/' + name))
-        return tr("%1 exists in both folders.").arg(name);
-    QFile file(from + u'/' + name);
-    return file.rename(to + u'/' + name) ? QString() : file.errorString();
-}
-
 } // namespace
 
 const std::vector<SettingRow>& settingRows() {
@@ -179,16 +174,18 @@ QString settingFault(const SettingRow& row, const QString& value) {
 
 int moveDataFiles(const QString& from, const QString& to, QString& reason) {
     QStringList moved;
-    for (const QString& name : QDir(from).entryList(QDir::Files | QDir::Hidden)) {
-        reason = moveOne(from, to, name);
-        if (!reason.isEmpty()) {
-            for (const QString& done : std::as_const(moved))
-                QFile::rename(to + u'/' + done, from + u'/' + done);
-            return -1;
+    try {
+        for (const QString& name : QDir(from).entryList(QDir::Files | QDir::Hidden)) {
+            moveFile(from + u'/' + name, to + u'/' + name);
+            moved.push_back(name);
         }
-        moved.push_back(name);
+        return int(moved.size());
+    } catch (const FileError& error) {
+        reason = error.reason();
     }
-    return int(moved.size());
+    for (const QString& done : std::as_const(moved))
+        QFile::rename(to + u'/' + done, from + u'/' + done);
+    return -1;
 }
 
 } // namespace tessaranth

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/frmCleanup.h"
 
+#include "attachments/FileFaults.h"
+#include "store/CatalogCheck.h"
 #include "store/Cleanup.h"
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
@@ -38,7 +40,8 @@ void frmCleanup::buildUi(const IconStore& icons) {
     m_steps->setAccessibleName(tr("Steps and their results"));
     m_steps->addItem(
         tr("Rows that lost their owner are looked for in eleven steps. Each step tells here what it "
-           "found."));
+           "found.\nCheck and repair looks at everything: the file itself, all links, marks and numbers, the "
+           "files of pictures and documents, the word index. It asks before it mends anything."));
     m_steps->setWordWrap(true);
     layout->addWidget(m_steps, 1);
     m_bar = new QProgressBar;
@@ -50,7 +53,12 @@ void frmCleanup::buildUi(const IconStore& icons) {
     m_start->setObjectName(QStringLiteral("cmdStart"));
     m_cancel = buttons->addButton(QDialogButtonBox::Cancel);
     m_cancel->setObjectName(QStringLiteral("cmdCancel"));
-    connect(m_start, &QPushButton::clicked, this, &frmCleanup::run);
+    m_repair = buttons->addButton(tr("Check and re&pair"), QDialogButtonBox::ActionRole);
+    m_repair->setObjectName(QStringLiteral("cmdRepair"));
+    m_repair->setToolTip(
+        tr("Look at everything in the catalog; each kind of fault is mended after a question"));
+    connect(m_start, &QPushButton::clicked, this, &frmCleanup::clean);
+    connect(m_repair, &QPushButton::clicked, this, &frmCleanup::repair);
     connect(m_cancel, &QPushButton::clicked, this, &frmCleanup::reject);
     layout->addWidget(buttons);
     resize(560, 420);
@@ -68,27 +76,56 @@ void frmCleanup::percentage(int value) {
     QCoreApplication::processEvents();
 }
 
-void frmCleanup::run() {
+void frmCleanup::addLine(const QString& text) {
+    m_steps->addItem(text);
+    m_steps->scrollToBottom();
+}
+
+void frmCleanup::clean() {
     if (m_done) {
         accept();
         return;
     }
+    run([this] {
+        Cleanup(m_session).run(*this, [this](const Cleanup::StepResult& result) {
+            addLine(result.progressText + result.resultText);
+        });
+        return true;
+    });
+}
+
+void frmCleanup::repair() {
+    run([this] {
+        CatalogCheck check(m_session);
+        check.add(fileFaults(m_session));
+        const auto outcome = check.repair(*this, [this](const QString& line) { addLine(line); });
+        if (outcome.stopped)
+            return outcome.mended > 0;
+        if (outcome.left > 0)
+            addLine(tr("Kinds of faults that are left: %1").arg(outcome.left));
+        else
+            addLine(outcome.mended > 0 ? tr("The catalog is in order now.") : tr("The catalog is in order."));
+        return outcome.mended > 0;
+    });
+}
+
+void frmCleanup::run(const std::function<bool()>& job) {
     m_running = true;
+    m_stopped = false;
     m_start->setEnabled(false);
+    m_repair->setEnabled(false);
     m_steps->clear();
     m_warning->setText(QStringLiteral("WARNING: DO NOT PERFORM ANY OTHER OPERATIONS."));
-    Cleanup(m_session).run(*this, [this](const Cleanup::StepResult& result) {
-        m_steps->addItem(result.progressText + result.resultText);
-        m_steps->scrollToBottom();
-    });
+    m_done = job();
     m_running = false;
-    m_done = true;
     m_warning->setText(m_stopped ? tr("Stopped") : QStringLiteral("Done"));
     m_bar->setFormat(QStringLiteral("%p%"));
-    m_start->setText(tr("&Restart"));
     m_start->setEnabled(true);
+    m_repair->setEnabled(!m_done);
+    m_cancel->setEnabled(!m_done);
+    if (m_done)
+        m_start->setText(tr("&Restart"));
     m_start->setFocus();
-    m_cancel->setEnabled(false);
 }
 
 // While it runs, closing stops it after the step at hand; once it has run the program starts anew in any

@@ -6,6 +6,7 @@
 #include "attachments/forms/ImagesPanel.h"
 #include "classes/Classification.h"
 #include "classes/forms/frmClassItem.h"
+#include "items/CardOwner.h"
 #include "items/ItemKind.h"
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
@@ -311,6 +312,8 @@ void frmItem::run(const QString& command) {
 }
 
 void frmItem::ModificaItem() {
+    if (!CardOwner{m_context.code, m_context.id}.require(m_context.session))
+        return m_context.cards.closeCard(key());
     const int kind = itemKind(m_context.code)->number;
     std::unique_ptr<QDialog> editor;
     if (kind == ItemKind::Custom)

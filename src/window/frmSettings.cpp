@@ -123,23 +123,28 @@ bool frmSettings::apply() {
     if (!check())
         return false;
     Configuration& configuration = m_context.session.configuration();
-    bool isWritten = m_colours->store();
+    QString failure = m_colours->store() ? QString() : configuration.failure();
     for (SettingEditor* editor : m_editors) {
+        const SettingRow& row = editor->row();
         const QString before = stored(*editor);
         if (editor->value() == before)
             continue;
-        if (editor->row().type == SettingRow::Type::Folder && !prepareFolder(*editor, before))
+        if (!configuration.write(row.section, row.key, editor->value())) {
+            failure = configuration.failure();
+            continue;
+        }
+        // The files follow the setting: without it they would be looked for where they no longer are.
+        if (row.type == SettingRow::Type::Folder && !prepareFolder(*editor, before)) {
+            configuration.write(row.section, row.key, before);
             return false;
-        isWritten =
-            configuration.write(editor->row().section, editor->row().key, editor->value()) && isWritten;
+        }
     }
-    if (!isWritten)
-        m_context.session.messages().warning(
-            windowTitle(),
-            tr("%1 cannot be written. The settings are not stored.").arg(configuration.path()));
+    if (!failure.isEmpty())
+        m_context.session.messages().warning(windowTitle(),
+                                             tr("Some settings are not stored. %1").arg(failure));
     if (applied)
         applied();
-    return isWritten;
+    return failure.isEmpty();
 }
 
 void frmSettings::reject() {

@@ -2,14 +2,20 @@
 #include "works/CWKS.h"
 
 #include "items/Attachments.h"
+#include "items/CardOwner.h"
+#include "items/DeletionCounts.h"
+#include "items/OpenCards.h"
 #include "items/Person.h"
 #include "platform/CodePages.h"
+#include "platform/FileReader.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
+#include "text/CatalogueNumber.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSet>
+#include <algorithm>
+#include <numeric>
 
 namespace tessaranth {
 
@@ -21,12 +27,11 @@ QString tr(const char* text) { return QCoreApplication::translate("CWKS", text);
 struct TextColumn {
     const char* name;
     QString Work::*value;
-    const char* caption;
 };
-const TextColumn textColumns[] = {{"CompTitle", &Work::title, "Title"},
-                                  {"CompSubTitle", &Work::subtitle, "Sub title"},
-                                  {"CompNbr", &Work::number, "Opus"},
-                                  {"CompYear", &Work::year, "Year"}};
+const TextColumn textColumns[] = {{"CompTitle", &Work::title},
+                                  {"CompSubTitle", &Work::subtitle},
+                                  {"CompNbr", &Work::number},
+                                  {"CompYear", &Work::year}};
 struct LinkColumn {
     const char* name;
     qint64 Work::*value;
@@ -52,18 +57,31 @@ bool CWKS::guarded(const Job& job, const QString& failure) {
 
 // ---- lists
 
+std::vector<int> CWKS::catalogueOrder(const Recordset& rows, int numberColumn, const QString& acronym) {
+    std::vector<QString> numbers;
+    for (int row = 0; row < rows.rowCount(); ++row)
+        numbers.push_back(
+            CatalogueNumber::withoutAcronym(acronym, rows.value(row, numberColumn).toText().trimmed()));
+    std::vector<int> order(numbers.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&numbers](int a, int b) {
+        return CatalogueNumber::compare(numbers[size_t(a)], numbers[size_t(b)]) < 0;
+    });
+    return order;
+}
+
 bool CWKS::ElencoInLvS(qint64 composer, ItemList& list) {
     return guarded([&] {
-        ItemList found({{QStringLiteral("Title")}, {QStringLiteral("Opus")}});
-        Query run =
-            m_session.connection().query(QStringLiteral("SELECT CompID, CompTitle, CompNbr FROM Compositions "
-                                                        "WHERE CpsID = ") +
-                                         QString::number(composer) +
-                                         QStringLiteral(" ORDER BY CompNbr "
-                                                        " , CompTitle"));
-        while (run.next())
-            found.addRow(run.integer(0), QStringLiteral("Comp"),
-                         {run.text(1).trimmed(), run.text(2).trimmed()});
+        ItemList found({{QStringLiteral("Title")}, {QStringLiteral("Opus"), false, true}});
+        const Recordset rows = Recordset::open(
+            m_session.connection(), QStringLiteral("SELECT CompID, CompTitle, CompNbr FROM Compositions "
+                                                   "WHERE CpsID = ") +
+                                        QString::number(composer) +
+                                        QStringLiteral(" ORDER BY CompNbr "
+                                                       " , CompTitle"));
+        for (const int row : catalogueOrder(rows, 2, acronym(composer)))
+            found.addRow(rows.value(row, 0).toInteger(), QStringLiteral("Comp"),
+                         {rows.value(row, 1).toText().trimmed(), rows.value(row, 2).toText().trimmed()});
         list = std::move(found);
     });
 }
@@ -71,7 +89,7 @@ bool CWKS::ElencoInLvS(qint64 composer, ItemList& list) {
 bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
     return guarded([&] {
         ItemList found({{QStringLiteral("Title")},
-                        {QStringLiteral("Opus")},
+                        {QStringLiteral("Opus"), false, true},
                         {QStringLiteral("Sub title")},
                         {QStringLiteral("Main work")},
                         {QStringLiteral("Catalog genre")},
@@ -81,7 +99,8 @@ bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
         const QString acronymText = acronym(composer);
         const bool bold =
             m_session.configuration().flag(QStringLiteral("Misc"), QStringLiteral("WorkInBold"));
-        Query run = m_session.connection().query(
+        const Recordset rows = Recordset::open(
+            m_session.connection(),
             QStringLiteral("SELECT Compositions.CompID, Compositions.CompTitle, Compositions.CompSubTitle, "
                            "Compositions.CompNbr, Compositions.CompYear, Compositions.InCollection, "
                            "Compositions.Descr, MainWorks.MainWorkName, CpsGenres.CpsGenreName "
@@ -91,17 +110,17 @@ bool CWKS::ElencoInLvC(qint64 composer, ItemList& list) {
                            "ON MainWorks.MainWorkId = Compositions.MainWorkID) "
                            "ON CpsGenres.CpsGenreID = Compositions.CpsGenreID "
                            "WHERE Compositions.CpsID = ") +
-            QString::number(composer) +
-            QStringLiteral(" ORDER BY Compositions.CompNbr "
-                           " , Compositions.CompTitle"));
-        while (run.next()) {
-            const bool owned = run.integer(5) != 0;
-            const int row = found.addRow(
-                run.integer(0), QStringLiteral("Comp"),
-                {run.text(1).trimmed(), numberText(acronymText, run.text(3).trimmed()), run.text(2).trimmed(),
-                 run.text(7).trimmed(), run.text(8).trimmed(), run.text(4).trimmed(),
-                 owned ? QStringLiteral("*") : QString(), run.text(6).trimmed()});
-            found.setBold(row, owned && bold);
+                QString::number(composer) +
+                QStringLiteral(" ORDER BY Compositions.CompNbr "
+                               " , Compositions.CompTitle"));
+        for (const int row : catalogueOrder(rows, 3, acronymText)) {
+            const auto text = [&](int column) { return rows.value(row, column).toText().trimmed(); };
+            const bool owned = rows.value(row, 5).toBool();
+            const int line =
+                found.addRow(rows.value(row, 0).toInteger(), QStringLiteral("Comp"),
+                             {text(1), numberText(acronymText, text(3)), text(2), text(7), text(8), text(4),
+                              owned ? QStringLiteral("*") : QString(), text(6)});
+            found.setBold(line, owned && bold);
         }
         list = std::move(found);
     });
@@ -121,10 +140,7 @@ bool CWKS::PersInLv(qint64 work, ItemList& list) {
 }
 
 QString CWKS::numberText(const QString& acronym, const QString& number) {
-    // A number that is written out, such as "WoO 59" among opus numbers, needs no acronym.
-    if (number.isEmpty() || acronym.isEmpty() || number.front().isLetter())
-        return number;
-    return acronym + u' ' + number;
+    return CatalogueNumber::withAcronym(acronym, number);
 }
 
 QString CWKS::acronym(qint64 composer) {
@@ -159,10 +175,13 @@ Work CWKS::work(qint64 id) {
     return result;
 }
 
-void CWKS::fit(Work& work) {
+// What stands there already was not typed now: a title that another program stored too long does not keep the
+// user from changing the year.
+void CWKS::fit(Work& work, const Work& stored) {
     for (const TextColumn& column : textColumns) {
         QString& value = work.*column.value;
-        value = m_session.fields().fit(QStringLiteral("Compositions"), QLatin1String(column.name), value);
+        if (stored.id == 0 || value != stored.*column.value)
+            value = m_session.fields().fit(QStringLiteral("Compositions"), QLatin1String(column.name), value);
     }
 }
 
@@ -172,9 +191,14 @@ bool CWKS::AggiungiWork(Work& work) {
 }
 
 bool CWKS::ModificaWork(Work& work) {
+    const CardOwner owner = work.id == 0 ? CardOwner{QStringLiteral("Cps"), work.composer}
+                                         : CardOwner{QStringLiteral("Comp"), work.id};
+    if (!owner.require(m_session))
+        return false;
+    const Work stored = work.id == 0 ? Work() : this->work(work.id);
     bool saved = false;
     guarded([&] {
-        fit(work);
+        fit(work, stored);
         Recordset::Assignments values;
         for (const TextColumn& column : textColumns)
             values.emplace_back(QLatin1String(column.name), work.*column.value);
@@ -218,6 +242,31 @@ void CWKS::deleteRows(qint64 id, bool withCharacters) {
                                            QStringLiteral(" AND RelatedCat = 'Comp'"));
 }
 
+bool CWKS::confirm(Question question, const std::vector<qint64>& ids) {
+    QString counts;
+    if (!guarded([&] { counts = deletionCounts(m_session.connection(), QStringLiteral("Comp"), ids); }))
+        return false;
+    question.text += counts;
+    question.buttons = {Answer::Yes, Answer::No};
+    question.defaultButton = Answer::No;
+    return m_session.messages().ask(question) == Answer::Yes;
+}
+
+bool CWKS::deleteWorks(const std::vector<qint64>& ids, bool withCharacters, const QString& words) {
+    const bool deleted = guarded(
+        [&] {
+            Transaction transaction(m_session.connection(), words);
+            for (const qint64 id : ids)
+                deleteRows(id, withCharacters);
+            transaction.commit();
+        },
+        QStringLiteral("An unexpected error has occurred!"));
+    if (deleted && m_cards)
+        for (const qint64 id : ids)
+            m_cards->closeCard(OpenCards::key(QStringLiteral("Comp"), id));
+    return deleted;
+}
+
 bool CWKS::EliminaWork(qint64 id) {
     const Work old = work(id);
     if (old.id == 0)
@@ -225,21 +274,13 @@ bool CWKS::EliminaWork(qint64 id) {
     Question question;
     question.title = QStringLiteral("Delete work");
     question.text = QStringLiteral("Do you want permanently delete: \n") + old.title + QStringLiteral(" ?");
-    question.buttons = {Answer::Yes, Answer::No};
-    question.defaultButton = Answer::No;
-    if (m_session.messages().ask(question) != Answer::Yes)
-        return false;
-    return guarded(
-        [&] {
-            Transaction transaction(m_session.connection(), tr("Delete work %1").arg(old.title));
-            deleteRows(id, true);
-            transaction.commit();
-        },
-        QStringLiteral("An unexpected error has occurred!"));
+    return confirm(question, {id}) && deleteWorks({id}, true, tr("Delete work %1").arg(old.title));
 }
 
 bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
     constexpr qsizetype titlesShown = 20;
+    if (ids.empty())
+        return false;
     QStringList titles;
     for (const qint64 id : ids)
         titles.push_back(work(id).title);
@@ -249,18 +290,7 @@ bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
     question.title = QStringLiteral("Delete works");
     question.text = QString::number(ids.size()) + QStringLiteral(" works will be permanently deleted: \n") +
                     titles.join(u'\n') + QStringLiteral("\nConfirm?");
-    question.buttons = {Answer::Yes, Answer::No};
-    question.defaultButton = Answer::No;
-    if (ids.empty() || m_session.messages().ask(question) != Answer::Yes)
-        return false;
-    return guarded(
-        [&] {
-            Transaction transaction(m_session.connection(), tr("Delete %1 works").arg(ids.size()));
-            for (const qint64 id : ids)
-                deleteRows(id, false);
-            transaction.commit();
-        },
-        QStringLiteral("An unexpected error has occurred!"));
+    return confirm(question, ids) && deleteWorks(ids, false, tr("Delete %1 works").arg(ids.size()));
 }
 
 // ---- characters
@@ -350,15 +380,14 @@ bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
 int CWKS::importCharacters(qint64 work, const QString& textFile) {
     int added = 0;
     const bool read = guarded([&] {
-        QFile file(textFile);
-        if (!file.open(QIODevice::ReadOnly))
-            throw FileError(tr("%1 cannot be read: %2").arg(textFile, file.errorString()));
+        constexpr qint64 largest = 16 << 20;
+        const QString text = CodePages::decodeText(readFile(textFile, largest));
         requireWork(work);
         Transaction transaction(m_session.connection(), tr("Import personages"));
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         int number = 0;
-        for (const QString& line : CodePages::decodeText(file.readAll()).split(u'\n')) {
+        for (const QString& line : text.split(u'\n')) {
             ++number;
             const QString name = cleanName(line);
             if (!m_session.fields().fits(QStringLiteral("Personages"), QStringLiteral("PersonageName"), name))

@@ -9,7 +9,10 @@
 
 namespace tessaranth {
 
+class OpenCards;
+class Recordset;
 class Session;
+struct Question;
 
 /// A work as its editor sees it.
 struct Work {
@@ -34,13 +37,14 @@ class CWKS {
 public:
     explicit CWKS(Session& session) : m_session(session) {}
 
-    // "Elenco": lists. They replace what the list held.
+    // "Elenco": lists, in the order of the catalogue. They replace what the list held.
     bool ElencoInLvS(qint64 composer, ItemList& list); ///< title and number
     bool ElencoInLvC(qint64 composer, ItemList& list); ///< everything; works in the collection marked "*"
     bool PersInLv(qint64 work, ItemList& list);        ///< a work's characters
 
     Work work(qint64 id); ///< an empty one (id 0) when there is none
-    /// Adds a work, or changes the one whose id is given. Refused without a title or with a text too long.
+    /// Adds a work, or changes the one whose id is given. Refused without a title, with a text too long
+    /// (unless it stands there already), and when the work or its composer is gone.
     bool AggiungiWork(Work& work);
     bool ModificaWork(Work& work);
 
@@ -59,11 +63,19 @@ public:
     /// The composer's acronym before a number, such as "BWV 1001"; empty for an empty number.
     static QString numberText(const QString& acronym, const QString& number);
     QString acronym(qint64 composer);
+    /// The rows of a record set of one composer's works, by the numbers in a column, in the order of the
+    /// catalogue.
+    static std::vector<int> catalogueOrder(const Recordset& rows, int numberColumn, const QString& acronym);
+
+    /// The windows to be closed with works that are deleted; may be null.
+    void setOpenCards(OpenCards* cards) { m_cards = cards; }
 
 private:
     template<typename Job>
     bool guarded(const Job& job, const QString& failure = {});
-    void fit(Work& work);
+    void fit(Work& work, const Work& stored);
+    bool confirm(Question question, const std::vector<qint64>& ids);
+    bool deleteWorks(const std::vector<qint64>& ids, bool withCharacters, const QString& words);
     void deleteRows(qint64 id, bool withCharacters);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);
     void markCharacters(qint64 work);
@@ -71,6 +83,7 @@ private:
     void requireWork(qint64 id);
 
     Session& m_session;
+    OpenCards* m_cards = nullptr;
 };
 
 } // namespace tessaranth

@@ -2,11 +2,12 @@
 #include "works/CatalogFile.h"
 
 #include "items/Attachments.h"
+#include "items/OpenCards.h"
 #include "items/Person.h"
 #include "platform/AppFolder.h"
 #include "platform/Progress.h"
-#include "store/CatalogWriter.h"
 #include "store/Session.h"
+#include "works/CatalogImport.h"
 #include "works/ComposerCatalog.h"
 
 #include <QCoreApplication>
@@ -163,37 +164,23 @@ bool CatalogFile::isFit(Recordset& rows, Progress& progress) {
     return true;
 }
 
-void CatalogFile::addRows(const Recordset& rows, const QString& file, Progress& progress) {
-    Connection& connection = m_session.connection();
-    CatalogWriter writer(connection);
-    const Recordset::Assignments mark{{QStringLiteral("wkl"), true}};
-    for (int row = 0; row < rows.rowCount() && !progress.stopped(); ++row) {
-        Recordset::Assignments values = mark;
-        values.emplace_back(QStringLiteral("CpsID"), m_composer);
-        const auto text = [&](const char* field) {
-            return cleanName(rows.value(row, QLatin1String(field)).toText());
-        };
-        for (const char* field : {"CompTitle", "CompSubTitle", "CompNbr", "CompYear"})
-            values.emplace_back(QLatin1String(field), text(field));
-        values.emplace_back(QStringLiteral("GenreID"),
-                            writer.lookup(QStringLiteral("Genres"), text("GenreName")));
-        const auto ofComposer = [&](const char* table, const char* field) {
-            return writer.lookup(QLatin1String(table), text(field), m_composer, mark);
-        };
-        values.emplace_back(QStringLiteral("MainWorkID"), ofComposer("MainWorks", "MainWorkName"));
-        values.emplace_back(QStringLiteral("CpsGenreID"), ofComposer("CpsGenres", "CpsGenreName"));
-        writer.add(QStringLiteral("Compositions"), values);
-        progress.step(row + 1, rows.rowCount());
-    }
+// A file that comes again has one line in the list of imported catalogs, with its latest date.
+void CatalogFile::remember(const QString& file) {
     const QString table = QStringLiteral("Catalogs");
-    const auto cut = [&](const QString& column, const QString& text) {
-        return std::pair<QString, Value>(column, m_session.fields().cut(table, column, text));
+    const auto cut = [&](const char* column, const QString& text) {
+        return m_session.fields().cut(table, QLatin1String(column), text);
     };
-    writer.add(table, {{QStringLiteral("CpsID"), m_composer},
-                       cut(QStringLiteral("CpsName"), composerName()),
-                       cut(QStringLiteral("FileName"), QFileInfo(file).fileName()),
-                       {QStringLiteral("DateAdded"),
-                        m_session.clock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))}});
+    const QString name = cut("FileName", QFileInfo(file).fileName());
+    const QString now = m_session.clock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    const int known = m_session.connection().execute(
+        QStringLiteral("UPDATE Catalogs SET DateAdded = '%1' WHERE CpsID = %2").arg(now).arg(m_composer) +
+        QStringLiteral(" AND FileName = '") + quoted(name) + u'\'');
+    if (known == 0)
+        CatalogWriter(m_session.connection())
+            .add(table, {{QStringLiteral("CpsID"), m_composer},
+                         {QStringLiteral("CpsName"), cut("CpsName", composerName())},
+                         {QStringLiteral("FileName"), name},
+                         {QStringLiteral("DateAdded"), now}});
 }
 
 bool CatalogFile::importFrom(const QString& path, Progress& progress) {
@@ -214,68 +201,111 @@ bool CatalogFile::importFrom(const QString& path, Progress& progress) {
         progress.stage(QStringLiteral("Updating Data....."));
         Transaction transaction(m_session.connection(),
                                 tr("Import %1 works of %2").arg(rows->rowCount()).arg(composerName()));
-        addRows(*rows, path, progress);
+        CatalogImport import(m_session.connection(), m_composer);
+        import.add(*rows, progress);
+        transaction.describe(tr("Import %1 works of %2").arg(import.added()).arg(composerName()));
         if (progress.stopped())
             return false;
+        remember(path);
         transaction.commit();
-        m_session.messages().information(applicationTitle, QStringLiteral("Done."));
+        m_session.messages().information(
+            applicationTitle, QStringLiteral("Done.\n") +
+                                  tr("%1 new, %2 there already.").arg(import.added()).arg(import.known()));
         return true;
     });
 }
 
 // ---- removal
 
+QString CatalogFile::importedWorks(bool onRecordings) const {
+    return QStringLiteral(" FROM Compositions WHERE CpsID = %1 AND wkl = True AND CompID %2IN (SELECT CompID "
+                          "FROM CompOnRec WHERE CompID > 0)")
+        .arg(QString::number(m_composer), onRecordings ? QString() : QStringLiteral("NOT "));
+}
+
 bool CatalogFile::confirmRemoval() {
+    const auto count = [this](const QString& source) {
+        return m_session.connection().single(QStringLiteral("SELECT COUNT(*)") + source).toInteger();
+    };
+    qint64 going = 0;
+    qint64 kept = 0;
+    qint64 recordings = 0;
+    const bool counted = guarded([&] {
+        going = count(importedWorks(false));
+        kept = count(importedWorks(true));
+        recordings =
+            count(QStringLiteral(" FROM Rec WHERE RecID IN (SELECT RecID FROM CompOnRec WHERE CompID "
+                                 "IN (SELECT CompID") +
+                  importedWorks(true) + QStringLiteral("))"));
+        return true;
+    });
+    if (!counted)
+        return false;
     Question question;
     question.title = QStringLiteral("Remove catalog");
     question.text = QStringLiteral("Warning. All works, mainworks and genres imported\nwith the current "
-                                   "catalog will be deleted. Confirm?");
+                                   "catalog will be deleted. Confirm?") +
+                    QStringLiteral("\n\n") + tr("Works that go: %1").arg(going);
+    if (kept > 0)
+        question.text += u'\n' + tr("Works that stay because they are on recordings: %1 (recordings: %2)")
+                                     .arg(kept)
+                                     .arg(recordings);
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
     question.icon = MessageIcon::Warning;
     return m_session.messages().ask(question) == Answer::Yes;
 }
 
+// A genre or main work under which works are left stays, and is the user's own from now on: without it those
+// works would lose their place, and the next removal must not take it either.
+void CatalogFile::keepUsedBranches() {
+    for (const CatalogBranch& branch : catalogBranches())
+        m_session.connection().execute(
+            QStringLiteral(
+                "UPDATE %1 SET wkl = False WHERE CpsID = %3 AND %2 IN (SELECT %2 FROM Compositions "
+                "WHERE CpsID = %3 AND %2 > 0)")
+                .arg(branch.names.table, branch.names.key, QString::number(m_composer)));
+}
+
 bool CatalogFile::removeImported(Progress& progress) {
     Connection& connection = m_session.connection();
     const QString ofComposer = QStringLiteral(" WHERE CpsID = ") + QString::number(m_composer);
-    const QString works =
-        QStringLiteral("(SELECT CompID FROM Compositions") + ofComposer + QStringLiteral(" AND wkl = True)");
+    const QString isImported = ofComposer + QStringLiteral(" AND wkl = True");
+    const QString works = QStringLiteral("(SELECT CompID FROM Compositions") + isImported + u')';
+    std::vector<qint64> gone;
     const bool removed = guarded([&] {
         Transaction transaction(connection, tr("Remove the imported catalog of %1").arg(composerName()));
         progress.stage(QStringLiteral("Deleting works.."));
-        connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID IN "
-                                          "(SELECT CompOnRecID FROM CompOnRec WHERE CompID IN ") +
-                           works + u')');
-        connection.execute(QStringLiteral("DELETE FROM CompOnRec WHERE CompID IN ") + works);
+        // Works on recordings become the user's own likewise.
+        connection.execute(
+            QStringLiteral("UPDATE Compositions SET wkl = False WHERE CompID IN (SELECT CompID") +
+            importedWorks(true) + u')');
+        Query run = connection.query(QStringLiteral("SELECT CompID FROM Compositions") + isImported);
+        while (run.next())
+            gone.push_back(run.integer(0));
         connection.execute(QStringLiteral("DELETE FROM Personages WHERE CompID IN ") + works);
         Attachments(m_session).deleteDocuments(
             QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND RelatedID IN ") + works);
-        connection.execute(QStringLiteral("DELETE FROM Compositions") + ofComposer +
-                           QStringLiteral(" AND wkl = True"));
-        // A genre or main work that the user has put works of his own under stays, and is his from now on:
-        // without it those works would lose their place. The next removal must not take it either.
-        for (const CatalogBranch& branch : catalogBranches()) {
-            const QString used = QStringLiteral(" IN (SELECT %1 FROM Compositions%2 AND %1 > 0)")
-                                     .arg(branch.names.key, ofComposer);
-            connection.execute(QStringLiteral("UPDATE %1 SET wkl = False").arg(branch.names.table) +
-                               ofComposer + QStringLiteral(" AND ") + branch.names.key + used);
-        }
+        connection.execute(QStringLiteral("DELETE FROM Compositions") + isImported);
+        keepUsedBranches();
         const CatalogBranch& mainWorks = catalogBranches()[CatalogBranch::MainWorks];
         const CatalogBranch& genres = catalogBranches()[CatalogBranch::Genres];
         for (const auto& [branch, text] :
              {std::pair{&mainWorks, "Deleting mainworks.."}, std::pair{&genres, "Deleting genres.."}}) {
             progress.stage(QLatin1String(text));
-            connection.execute(QStringLiteral("DELETE FROM ") + branch->names.table + ofComposer +
-                               QStringLiteral(" AND wkl = True"));
+            connection.execute(QStringLiteral("DELETE FROM ") + branch->names.table + isImported);
         }
         connection.execute(QStringLiteral("DELETE FROM Catalogs") + ofComposer);
         transaction.commit();
         return true;
     });
-    if (removed)
-        progress.stage(QStringLiteral("Refresh.."));
-    return removed;
+    if (!removed)
+        return false;
+    if (m_cards)
+        for (const qint64 work : gone)
+            m_cards->closeCard(OpenCards::key(QStringLiteral("Comp"), work));
+    progress.stage(QStringLiteral("Refresh.."));
+    return true;
 }
 
 } // namespace tessaranth

@@ -2,6 +2,8 @@
 #include "works/ComposerCatalog.h"
 
 #include "items/CMIT.h"
+#include "items/CardOwner.h"
+#include "items/DeletionCounts.h"
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 #include "works/CWKS.h"
@@ -64,7 +66,7 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
     const CatalogBranch& branch = branches[number];
     return guarded(m_session, [&] {
         ItemList found({{QStringLiteral("Title")},
-                        {QStringLiteral("Opus")},
+                        {QStringLiteral("Opus"), false, true},
                         {QStringLiteral("Sub title")},
                         {QStringLiteral("Year")},
                         {branch.other().heading},
@@ -87,7 +89,8 @@ bool ComposerCatalog::works(Branch number, std::optional<qint64> node, ItemList&
             return rows.value(row, QLatin1String(field)).toText().trimmed();
         };
         found.reserve(rows.rowCount());
-        for (int row = 0; row < rows.rowCount(); ++row) {
+        for (const int row :
+             CWKS::catalogueOrder(rows, rows.fieldIndex(QStringLiteral("CompNbr")), acronym)) {
             const bool owned = rows.value(row, QStringLiteral("InCollection")).toBool();
             const int line =
                 found.addRow(rows.value(row, QStringLiteral("CompID")).toInteger(), QStringLiteral("Comp"),
@@ -134,6 +137,8 @@ QString ComposerCatalog::fit(const CatalogBranch& branch, const QString& text, q
 qint64 ComposerCatalog::addNamed(Branch number, const QString& text) {
     const CatalogBranch& branch = branches[number];
     qint64 id = 0;
+    if (!CardOwner{QStringLiteral("Cps"), m_composer}.require(m_session))
+        return 0;
     guarded(m_session, [&] {
         const QString name = fit(branch, text, 0);
         Transaction transaction(m_session.connection(), tr("Add %1 to %2").arg(name, composerName()));
@@ -186,9 +191,11 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
     std::vector<qint64> chosen = all;
     std::erase(chosen, 0);
     QStringList names;
+    QString counts;
     const bool read = guarded(m_session, [&] {
         for (const qint64 node : chosen)
             names.push_back(branch.names.nameOf(m_session, node));
+        counts = deletionCounts(m_session.connection(), branch.names.table, chosen);
     });
     if (!read || chosen.empty())
         return false;
@@ -197,7 +204,7 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
     Question question;
     question.title = branch.removeTitle;
     question.text = (chosen.size() == 1 ? branch.removeOne : branch.removeSeveral) + u'\n' +
-                    names.join(u'\n') + QStringLiteral("\nConfirm?");
+                    names.join(u'\n') + QStringLiteral("\nConfirm?") + counts;
     question.buttons = {Answer::Yes, Answer::No};
     question.defaultButton = Answer::No;
     if (m_session.messages().ask(question) != Answer::Yes)

@@ -3,12 +3,12 @@
 
 #include "attachments/CardDocuments.h"
 #include "items/CardRecordings.h"
+#include "platform/FileWriter.h"
 #include "store/Guarded.h"
 #include "text/RichText.h"
 #include "works/CWKS.h"
 
 #include <QCoreApplication>
-#include <QSaveFile>
 
 namespace tessaranth {
 
@@ -124,12 +124,7 @@ QString WorkCard::text() const {
 }
 
 bool exportWorkCard(Session& session, const WorkCard& card, const QString& path) {
-    return guarded(session, [&] {
-        const QByteArray document = RichText::fromText(card.text());
-        QSaveFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() || !file.commit())
-            throw FileError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
-    });
+    return guarded(session, [&] { writeFile(path, RichText::fromText(card.text())); });
 }
 
 } // namespace tessaranth

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "works/WorkGroups.h"
 
+#include "items/CardOwner.h"
 #include "items/Person.h"
 #include "store/Guarded.h"
 #include "works/ComposerCatalog.h"
@@ -51,6 +52,8 @@ qint64 WorkGroups::add(Kind kind) {
 qint64 WorkGroups::addNamed(Kind kind, const QString& text) {
     const NameTable& names = words[kind].names();
     qint64 id = 0;
+    if (!CardOwner{QStringLiteral("Cps"), m_composer}.require(m_session))
+        return 0;
     guarded(m_session, [&] {
         const QString name = names.fit(m_session, text);
         if (names.find(m_session, m_composer, name) != 0) {

@@ -28,6 +28,7 @@ const std::vector<Step> personSteps{
      1,
      {},
      "ZOË o'neil is already in archive"},
+    {{"person", "add", "Cps", "--last", "O'Neil", "--first", "Zoë", "--born", "1930"}, 1, {}, "Say --yes"},
     {{"person", "add", "Cps", "--first", "Zoë"}, 2, {}, "--last"},
     {{"person", "add", "Rec", "--last", "x"}, 2, {}, "Rec"},
     {{"person", "add", "Pfr", "--last", "x", "--acronym", "y"}, 2, {}, "acronym"},
@@ -44,7 +45,7 @@ const std::vector<Step> personSteps{
     {{"person", "merge", "Cps", "1", "2"}, 1, {}, "Say --yes"},
     {{"person", "merge", "Cps", "1", "2", "--yes"}, 0, {}, {}},
     {{"person", "show", "Cps", "1"}, 1, {}, "There is no composer with the id 1."},
-    {{"person", "delete", "Cps", "2", "3"}, 1, {}, "Say --yes"},
+    {{"person", "delete", "Cps", "2", "3"}, 1, {}, "Composers: Second, Third\nwill be deleted."},
     {{"person", "delete", "Cps", "2", "9", "--yes"}, 1, {}, "There is no composer with the id 9."},
     {{"sql", "SELECT COUNT(*) AS n FROM Cps"}, 0, "n\n2\n", {}}, // all or nothing
     {{"person", "delete", "Cps", "2", "3", "--yes"}, 0, {}, {}},

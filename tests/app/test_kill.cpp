@@ -1,34 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Kills the program at random points of everything that writes the catalog file, and looks at what is left.
-// The points are spread over the measured time of a whole run; a run that ended before its kill does not
-// count.
 #include "store/Connection.h"
 #include "store/UpgradeSteps.h"
 #include "support/CommandLine.h"
+#include "support/Kills.h"
 #include "support/TestHome.h"
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <atomic>
 #include <functional>
-#include <mutex>
-#include <thread>
 
 using namespace tessaranth;
 
 namespace {
-
-constexpr int lanes = 2; ///< programs running at the same time
-// Under the sanitizer every run takes many times as long, and a third of the points says as much.
-#ifdef __SANITIZE_ADDRESS__
-constexpr int thinned = 3;
-#else
-constexpr int thinned = 1;
-#endif
 
 struct Content {
     qint64 rows = 0;
@@ -37,15 +23,6 @@ struct Content {
 };
 /// Rows of every table. The columns that hold the time of day are left out.
 using Contents = QMap<QString, Content>;
-
-struct Failure {
-    QString text;
-};
-
-void require(bool condition, const QString& text) {
-    if (!condition)
-        throw Failure{text};
-}
 
 /// Opens as the program does, to look only; a catalog that is not whole is a failure.
 Contents contentsOf(const QString& catalog) {
@@ -70,7 +47,7 @@ Contents contentsOf(const QString& catalog) {
         }
         return contents;
     } catch (const Error& error) {
-        throw Failure{error.reason()};
+        throw KillFailure{error.reason()};
     }
 }
 
@@ -91,6 +68,7 @@ struct Material {
 
 /// A home of one killed run.
 struct Victim {
+    explicit Victim(const Material& use) : material(use) {}
     const Material& material;
     TestHome home;
     QString sample = home.file("written.tsb");
@@ -114,14 +92,12 @@ struct Victim {
     }
 };
 
-enum class Left { Before, Between, After };
-
 struct Operation {
     const char* name;
     QStringList words;
     int kills;
     std::function<void(Victim&)> prepare;
-    /// Throws a Failure unless the catalog is whole; says what the kill left.
+    /// Throws unless the catalog is whole; says what the kill left.
     std::function<Left(Victim&)> inspect;
 };
 
@@ -167,7 +143,7 @@ Left inspectBackup(Victim& victim) {
     victim.start();
     victim.succeed({"maintain", "backup"});
     require(contentsOf(victim.home.file("Tessaranth.bak")) == material.ofCurrent, "the next backup failed");
-    require(QDir(victim.home.folder()).entryList({"*.new*"}).isEmpty(), "pieces of a backup were left");
+    require(QDir(victim.home.folder()).entryList({"*.tsrpart*"}).isEmpty(), "pieces of a backup were left");
     return left;
 }
 
@@ -252,30 +228,18 @@ private slots:
     void initTestCase();
     void killed_data();
     void killed();
-    void cleanupTestCase();
 
 private:
-    qint64 timeOfWholeRun(const Operation& operation);
-    QString killOnce(const Operation& operation, qint64 delay);
-
     Material m_material;
-    quint32 m_seed = 0;
-    std::mutex m_mutex;             ///< guards the counts
-    int m_killed = 0;               ///< in all operations
-    std::atomic<int> m_counted = 0; ///< in the present one
-    std::map<Left, int> m_left;
 };
 
 void TestKill::initTestCase() {
-    const QByteArray given = qgetenv("TESSARANTH_SEED");
-    m_seed = given.isEmpty() ? QRandomGenerator::global()->generate() : given.toUInt();
-    qInfo("TESSARANTH_SEED=%u repeats these points", m_seed);
     try {
         Material& material = m_material;
         TestHome fresh;
         fresh.useTemplate();
         material.schema = TestHome::schemaOf(fresh.catalog());
-        Victim made{material, {}};
+        Victim made{material};
         made.home.useOldest();
         change(made.home.catalog(), manyRows);
         copy(made.home.catalog(), material.oldest);
@@ -295,7 +259,7 @@ void TestKill::initTestCase() {
         material.ofEarlier = contentsOf(material.earlier);
         made.succeed({"sample", made.sample});
         material.ofSample = contentsOf(made.sample);
-    } catch (const Failure& failure) {
+    } catch (const KillFailure& failure) {
         QFAIL(qPrintable(failure.text));
     }
     QVERIFY(m_material.ofCleaned["Tracks"].rows < m_material.ofCurrent["Tracks"].rows);
@@ -309,90 +273,18 @@ void TestKill::killed_data() {
         QTest::newRow(all[i].name) << i;
 }
 
-/// In microseconds, with as many programs at work as later.
-qint64 TestKill::timeOfWholeRun(const Operation& operation) {
-    std::atomic<qint64> longest = 0;
-    std::vector<std::thread> threads;
-    for (int lane = 0; lane < lanes; ++lane)
-        threads.emplace_back([&] {
-            Victim victim{m_material, {}};
-            operation.prepare(victim);
-            QProcess process;
-            prepareCli(process, victim.home.folder(), operation.words, {victim.home.folder(), {}});
-            process.start();
-            process.waitForStarted();
-            QElapsedTimer timer;
-            timer.start();
-            process.waitForFinished();
-            if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
-                longest = std::max<qint64>(longest, timer.nsecsElapsed() / 1000);
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    return longest;
-}
-
-/// Empty, or what was found wrong.
-QString TestKill::killOnce(const Operation& operation, qint64 delay) {
-    try {
-        Victim victim{m_material, {}};
-        operation.prepare(victim);
-        QProcess process;
-        prepareCli(process, victim.home.folder(), operation.words, {victim.home.folder(), {}});
-        process.start();
-        process.waitForStarted();
-        std::this_thread::sleep_for(std::chrono::microseconds(delay));
-        process.kill();
-        process.waitForFinished();
-        if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
-            return {};
-        require(process.exitStatus() == QProcess::CrashExit, "failed before its kill");
-        const Left left = operation.inspect(victim);
-        const std::lock_guard guard(m_mutex);
-        ++m_killed;
-        ++m_counted;
-        ++m_left[left];
-        return {};
-    } catch (const Failure& failure) {
-        return QStringLiteral("%1, killed after %2 us: %3")
-            .arg(QLatin1String(operation.name))
-            .arg(delay)
-            .arg(failure.text);
-    }
-}
-
 void TestKill::killed() {
     QFETCH(int, index);
-    Operation operation = operations()[index];
-    operation.kills /= thinned;
-    const qint64 whole = timeOfWholeRun(operation);
-    QVERIFY2(whole > 0, "the operation fails without a kill");
-    m_counted = 0;
-    m_left.clear();
-    std::atomic<int> next = 0;
-    QStringList failures;
-    std::vector<std::thread> threads;
-    for (int lane = 0; lane < lanes; ++lane)
-        threads.emplace_back([&] {
-            for (int i = next++; i < 3 * operation.kills && m_counted < operation.kills; i = next++) {
-                // A point of its own within the i-th part of the run, so that no part goes without one.
-                QRandomGenerator random({m_seed, quint32(index), quint32(i)});
-                const double at = (i % operation.kills + random.generateDouble()) / operation.kills;
-                const QString failure = killOnce(operation, qint64(at * double(whole)));
-                const std::lock_guard guard(m_mutex);
-                if (!failure.isEmpty())
-                    failures.push_back(failure);
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    qInfo("%s, %lld ms: killed %d times; left as before %d, between %d, after %d", operation.name,
-          whole / 1000, m_counted.load(), m_left[Left::Before], m_left[Left::Between], m_left[Left::After]);
-    QVERIFY2(failures.isEmpty(), qPrintable(failures.join('\n')));
-    QVERIFY(m_counted >= operation.kills);
+    const Operation operation = operations()[index];
+    testKills({operation.name, operation.kills,
+               [&](QProcess& process) {
+                   const auto victim = std::make_shared<Victim>(m_material);
+                   operation.prepare(*victim);
+                   prepareCli(process, victim->home.folder(), operation.words, {victim->home.folder(), {}});
+                   return [&operation, victim] { return operation.inspect(*victim); };
+               }},
+              quint32(index));
 }
-
-void TestKill::cleanupTestCase() { qInfo("killed %d times in all", m_killed); }
 
 QTEST_GUILESS_MAIN(TestKill)
 #include "test_kill.moc"

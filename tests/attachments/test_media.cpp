@@ -53,6 +53,9 @@ private slots:
     void filesBecomeReferences();
     void titlesAndRemoval();
     void opening();
+    void whatWouldRun_data();
+    void whatWouldRun();
+    void placesInNames();
     void filesThatMoved();
     void locations_data();
     void locations();
@@ -139,6 +142,66 @@ void TestMedia::opening() {
     QVERIFY(desk.desktop.opened.isEmpty());
 }
 
+void TestMedia::whatWouldRun_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("runs");
+    const auto row = [](const char* name, const QByteArray& bytes, bool runs) {
+        QTest::addRow("%s %s", name, bytes.left(8).toHex().constData()) << QString(name) << bytes << runs;
+    };
+    for (const char* name :
+         {"a.desktop", "a.EXE", "a.mp3.sh", "a.py", "a.jar", "a.AppImage", "a.lnk", "a.bat. "})
+        row(name, "music", true);
+    for (const char* bytes : {"#!/bin/sh",
+                              "\x7F"
+                              "ELF",
+                              "MZ\x90", "# x\n[Desktop Entry]\nExec=sh", "[InternetShortcut]"})
+        row("a.mp3", bytes, true);
+    for (const char* name : {"a.mp3", "a.flac", "Mr. Sh.ogg", "sh", "a.jpg", "a.pdf"})
+        row(name, "music", false);
+}
+
+// A catalog from elsewhere may name any file of this computer.
+void TestMedia::whatWouldRun() {
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, runs);
+    Desk desk;
+    desk.media().add({desk.write("music/" + name, bytes)}, desk.progress);
+    const qint64 id = desk.number("SELECT MediaID FROM Media");
+    if (runs)
+        desk.messages.willAnswer(Answer::No);
+    QCOMPARE(desk.media().OpenMediaFile(id), !runs);
+    QCOMPARE(desk.desktop.opened.size(), runs ? 0 : 1);
+    if (!runs)
+        return;
+    QVERIFY(desk.messages.asked[0].text.contains(name));
+    QCOMPARE(int(desk.messages.asked[0].defaultButton), int(Answer::No));
+    desk.messages.willAnswer(Answer::Yes);
+    QVERIFY(desk.media().OpenMediaFile(id));
+}
+
+void TestMedia::placesInNames() {
+    Desk desk;
+    desk.write("secret.txt");
+    desk.write("music/new/a.mp3");
+    desk.media().add({desk.write("music/a.mp3")}, desk.progress);
+    const qint64 id = desk.number("SELECT MediaID FROM Media");
+    const QString folder = desk.file("music");
+    const std::pair<QString, QString> places[] = {
+        {folder, "../secret.txt"},         {folder, "new/a.mp3"},         {folder, ".."}, {folder, ""},
+        {folder, desk.file("secret.txt")}, {folder + "/new/..", "a.mp3"}, {".", "a.mp3"}, {"", "a.mp3"}};
+    for (const auto& [place, name] : places) {
+        desk.run("UPDATE Media SET MediaFolder = '" + place + "', MediaFile = '" + name + "'");
+        desk.messages.told.clear();
+        QVERIFY2(!desk.media().OpenMediaFile(id), qPrintable(place + '|' + name));
+        QCOMPARE(desk.messages.told.size(), 1);
+    }
+    QVERIFY(desk.desktop.opened.isEmpty());
+    desk.run("UPDATE Media SET MediaFile = '../secret.txt'");
+    QCOMPARE(desk.media().moveTo({id}, desk.file("music"), desk.progress), 0);
+}
+
 void TestMedia::filesThatMoved() {
     Desk desk;
     desk.media().add({desk.write("a.mp3"), desk.write("b.mp3")}, desk.progress);
@@ -166,8 +229,10 @@ void TestMedia::locations_data() {
     row("mount point to letter", true, "/mnt/usb", "F:", {as[0], as[1], as[2], "F:\\music", "F:\\", as[5]});
     row("any drive", true, "", "/new", {"/new/music", "/new", as[2], "/new/music", "/new", "/new/a"});
     row("folder", false, "/MNT/usb", "/mnt/disk",
-        {as[0], as[1], as[2], "/mnt/disk/music", "/mnt/disk", "/mnt/disk2/a"});
-    row("folder of a drive", false, "D:\\mu", "C:\\Mu", {"C:\\Music"});
+        {as[0], as[1], as[2], "/mnt/disk/music", "/mnt/disk"}); // "/mnt/usb2" is another folder
+    row("folder with a separator", false, "/mnt/usb/", "/new", {as[0], as[1], as[2], "/new/music", "/new"});
+    row("folder of a drive", false, "D:\\Music", "C:\\Mu\\", {"C:\\Mu"});
+    row("folder to the root", false, "/mnt/usb", "/", {as[0], as[1], as[2], "/music", "/"});
 }
 
 void TestMedia::locations() {
@@ -206,7 +271,7 @@ void TestMedia::locationsOnRefusal() {
     QVERIFY(!media.update(LocationChange::byFolder("C:", "D:"), desk.progress));
     QCOMPARE(desk.places(), before);
     desk.messages.willAnswer(Answer::Yes);
-    QVERIFY(media.update(LocationChange::byFolder("C:\\100% [", "D:\\it's ["), desk.progress));
+    QVERIFY(media.update(LocationChange::byFolder("C:\\100% [a]", "D:\\it's [a]"), desk.progress));
     QCOMPARE(desk.places(), QStringList({before[0], "D:\\it's [a]", before[2]}));
 }
 

@@ -172,7 +172,7 @@ void TestClassification::removesACategoryWhole() {
     m_home->messages.willAnswer(Answer::Ok);
     QVERIFY(classes.remove(Classification::Category, m_shelf));
     QCOMPARE(m_home->messages.asked.back().title, "Deleting category");
-    QCOMPARE(m_home->messages.asked.back().text, "Do you want to delete Shelf?");
+    QCOMPARE(m_home->messages.asked.back().text, "Do you want to delete Shelf?\n\nCards that lose it: 2");
     QCOMPARE(joins(1) + u' ' + joins(2), "3 ");
     QCOMPARE(m_home->count("RecClass"), 1);
     QCOMPARE(m_home->count("RecSubCat"), 1);

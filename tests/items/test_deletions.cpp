@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting items with everything that depends on them, and merging one item into another.
-#include "items/AttachmentFiles.h"
-#include "store/Cleanup.h"
+#include "store/AttachmentFiles.h"
+#include "store/CatalogCheck.h"
 #include "support/ItemCatalog.h"
 #include "support/Writing.h"
 
@@ -61,14 +61,25 @@ struct Sample : ItemCatalog {
     static QString relation(const QString& code, qint64 id) {
         return code == "UserDef" ? QString("%1, 'Rec', 7").arg(id) : QString("9, '%1', %2").arg(code).arg(id);
     }
-    /// Rows without an owner, as the cleanup would find them.
+    /// What the check finds.
     QStringList orphans() {
         QStringList found;
-        Cleanup(*session).inspect(progress, [&found](const Cleanup::StepResult& step) {
-            if (step.count > 0)
-                found << step.progressText + step.resultText;
+        CatalogCheck(*session).find(progress, [&found](const CatalogCheck::Finding& finding) {
+            if (!finding.caption.startsWith("Disc identifiers")) // these outlive their recording
+                found << finding.text();
         });
         return found;
+    }
+    /// Every row of every table.
+    QString contents() const {
+        QString all;
+        for (const QString& table : session->connection().tables()) {
+            Query rows = session->connection().query("SELECT * FROM " + table);
+            while (rows.next())
+                for (int column = 0; column < rows.columnCount(); ++column)
+                    all += rows.text(column) + (column ? '\t' : '\n');
+        }
+        return all;
     }
     qint64 rowsOf(const QString& tables, const QString& condition) const {
         qint64 rows = 0;
@@ -102,6 +113,12 @@ void addCardKinds() {
             QTest::newRow(qPrintable(kind.code)) << kind.number;
 }
 
+void addAllKinds() {
+    QTest::addColumn<int>("kind");
+    for (const ItemKind& kind : itemKinds())
+        QTest::newRow(qPrintable(kind.code)) << kind.number;
+}
+
 void addLookupKinds() {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("user");
@@ -118,6 +135,8 @@ class TestDeletions : public QObject {
 
 private slots:
     void questionNamesWhatGoes();
+    void questionCountsWhatGoes_data();
+    void questionCountsWhatGoes();
     void cardGoesWithWhatHangsOffIt_data() { addCardKinds(); }
     void cardGoesWithWhatHangsOffIt();
     void composersWorksGoWithTheirDocuments();
@@ -125,6 +144,10 @@ private slots:
     void lookupLeavesNoReference_data() { addLookupKinds(); }
     void lookupLeavesNoReference();
     void userStopsBetweenTwo();
+    void failureAnywhereTakesAllBack_data() { addAllKinds(); }
+    void failureAnywhereTakesAllBack();
+    void deletingSeveralIsOneStep();
+    void uniqueIndexEndsOrFoldsAMerge();
     void mergeAsksFirst();
     void cardMovesWhole_data() { addCardKinds(); }
     void cardMovesWhole();
@@ -139,7 +162,7 @@ void TestDeletions::questionNamesWhatGoes() {
     ItemCatalog catalog;
     CMIT items = catalog.items();
     catalog.messages.willAnswer(Answer::No);
-    QVERIFY(!items.ConfermaEliminazione(ItemKind::Custom, {"One", "Two"}));
+    QVERIFY(!items.ConfermaEliminazione(ItemKind::Custom, {"One", "Two"}, {1, 2}));
     const Question asked = catalog.messages.asked.back();
     QCOMPARE(asked.title, QString("Delete item(s)"));
     QCOMPARE(asked.text, QString("Custom: One, Two\nwill be deleted.\n\nWarning!!\nAll related data will be "
@@ -149,10 +172,54 @@ void TestDeletions::questionNamesWhatGoes() {
     QCOMPARE(asked.icon, MessageIcon::Question);
     for (const ItemKind& kind : itemKinds()) {
         catalog.messages.willAnswer(Answer::Yes);
-        QVERIFY(items.ConfermaEliminazione(kind.number, {"%1"}));
+        QVERIFY(items.ConfermaEliminazione(kind.number, {"%1"}, {1}));
         QVERIFY(catalog.messages.asked.back().text.startsWith(kind.messageLabel + "%1\n"));
     }
-    QVERIFY(!items.ConfermaEliminazione(ItemKind::Genre, {})); // nothing to ask
+    QVERIFY(!items.ConfermaEliminazione(ItemKind::Genre, {}, {})); // nothing to ask
+}
+
+void TestDeletions::questionCountsWhatGoes_data() {
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("counts");
+    QTest::newRow("composer") << int(ItemKind::Composer)
+                              << "Deleted too: 2 works, 1 picture, 1 document, 1 document of a work, 1 media "
+                                 "entry, 1 web link, 1 relation\nChanged: 2 recordings";
+    QTest::newRow("performer") << int(ItemKind::Performer) << "Changed: 1 recording";
+    QTest::newRow("recording") << int(ItemKind::Recording) << "Deleted too: 3 tracks";
+    QTest::newRow("custom item") << int(ItemKind::Custom) << "Deleted too: 1 relation";
+    QTest::newRow("genre") << int(ItemKind::Genre) << "Changed: 1 work";
+    QTest::newRow("label") << int(ItemKind::Label) << "Changed: 1 recording";
+    QTest::newRow("source") << int(ItemKind::Source) << "";
+}
+
+void TestDeletions::questionCountsWhatGoes() {
+    QFETCH(int, kind);
+    QFETCH(QString, counts);
+    ItemCatalog catalog;
+    for (const char* statement :
+         {"INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (1, 1, 1)",
+          "INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (2, 1, 0)",
+          "INSERT INTO Compositions (CompID, CpsID, GenreID) VALUES (3, 2, 2)",
+          "INSERT INTO Rec (RecID, LabelID) VALUES (1, 1)", "INSERT INTO Rec (RecID, LabelID) VALUES (2, 2)",
+          "INSERT INTO CpsOnRec (CpsID, RecID) VALUES (1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (1, 1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (2, 1, 1)",
+          "INSERT INTO CompOnRec (CompID, CpsID, RecID) VALUES (1, 1, 2)",
+          "INSERT INTO PfrOnRec (PfrID, RecID) VALUES (1, 2)",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 1, 1, 'a', '')",
+          "INSERT INTO Images (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Cards (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Cards (RelatedCat, RelatedID) VALUES ('Comp', 2)",
+          "INSERT INTO Media (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Web (RelatedCat, RelatedID) VALUES ('Cps', 1)",
+          "INSERT INTO Relations (ItemType, ItemID, UserDefID) VALUES ('Cps', 1, 1)"})
+        catalog.run(statement);
+    catalog.messages.willAnswer(Answer::No);
+    QVERIFY(!catalog.items().ConfermaEliminazione(kind, {"One"}, {1, 99}));
+    QCOMPARE(catalog.messages.asked[0].text.section("Continue?", 1),
+             counts.isEmpty() ? counts : "\n\n" + counts);
 }
 
 void TestDeletions::cardGoesWithWhatHangsOffIt() {
@@ -222,6 +289,8 @@ void TestDeletions::worksHeldElsewhereStayInTheCollection() {
     const QString collected = "SELECT COUNT(*) FROM Compositions WHERE InCollection = True AND CompID = ";
     QCOMPARE(sample.number(collected + QString::number(both)), 1);
     QCOMPARE(sample.number(collected + QString::number(only)), 0);
+    // Two parts of it on one recording are one recording.
+    sample.run(QString("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (2, 1, %1)").arg(both));
     QVERIFY(sample.items().EliminaItem(ItemKind::Recording, {2}, sample.progress));
     QCOMPARE(sample.number(collected + QString::number(both)), 0);
 }
@@ -265,9 +334,94 @@ void TestDeletions::userStopsBetweenTwo() {
     } progress;
     Sample sample;
     const qint64 before = sample.count("Cps");
-    QVERIFY(sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, progress));
-    QCOMPARE(sample.count("Cps"), before - 1);
-    QCOMPARE(sample.number("SELECT COUNT(*) FROM Cps WHERE CpsID = 5"), 0);
+    const QStringList files = sample.attach("Cps", 5);
+    QVERIFY(!sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, progress));
+    QCOMPARE(sample.count("Cps"), before);
+    QVERIFY(QFile::exists(files.front()));
+    QCOMPARE(sample.messages.told, QStringList()); // he knows that he stopped it
+}
+
+// Each table that a deletion or a merge writes in turn refuses, as a full or strange catalog would.
+void TestDeletions::failureAnywhereTakesAllBack() {
+    QFETCH(int, kind);
+    Sample sample;
+    const ItemKind& what = *itemKind(kind);
+    QString tables = what.table;
+    if (what.isCard()) {
+        for (const int id : {1, 2})
+            sample.attach(what.code, id);
+        tables = QString(tablesOf(kind).own) + " Images Cards Media Web Relations";
+        sample.run("INSERT INTO Catalogs (CpsID, CpsName, FileName, DateAdded) VALUES (1, 'a', 'b', Now)");
+    } else {
+        const QString user = kind == ItemKind::Genre ? "Compositions" : "Rec";
+        sample.run(QString("UPDATE %1 SET %2 = 1").arg(user, what.key));
+        tables += ' ' + user;
+    }
+    const QString before = sample.contents();
+    for (const QString& table : tables.split(' '))
+        for (const bool merge : {false, true}) {
+            for (const char* event : {"UPDATE", "DELETE"})
+                writeNative(
+                    sample.session->connection(),
+                    QString(
+                        "CREATE TRIGGER refuse%1 BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+                        .arg(event, table)
+                        .toUtf8());
+            const QByteArray where = (merge ? "merge, " : "delete, ") + table.toUtf8();
+            sample.messages.told.clear();
+            if (merge)
+                sample.messages.willAnswer(Answer::Ok);
+            const bool done = merge ? sample.items().Migra(kind, 1, 2)
+                                    : sample.items().EliminaItem(kind, {1}, sample.progress);
+            QVERIFY2(!done, where);
+            QVERIFY2(sample.messages.told.join(' ').contains("refused"), where);
+            QVERIFY2(sample.contents() == before, where);
+            for (const char* event : {"UPDATE", "DELETE"})
+                writeNative(sample.session->connection(), "DROP TRIGGER refuse" + QByteArray(event));
+        }
+}
+
+void TestDeletions::deletingSeveralIsOneStep() {
+    Sample sample;
+    const QStringList files = sample.attach("Cps", 5);
+    const QString before = sample.contents();
+    writeNative(sample.session->connection(), "CREATE TRIGGER refuse BEFORE DELETE ON Cps WHEN old.CpsID = 7 "
+                                              "BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    QVERIFY(!sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, sample.progress));
+    QCOMPARE(sample.messages.told.size(), 1);
+    QVERIFY(sample.contents() == before);
+    for (const QString& file : files)
+        QVERIFY2(QFile::exists(file), qPrintable(file));
+}
+
+void TestDeletions::uniqueIndexEndsOrFoldsAMerge() {
+    Sample sample;
+    Connection& connection = sample.session->connection();
+    // Links that are in both are folded before the index sees them.
+    sample.run("DELETE FROM CpsOnRec");
+    for (const char* link : {"1, 10", "2, 10", "2, 11"})
+        sample.run(QString("INSERT INTO CpsOnRec (CpsID, RecID) VALUES (%1)").arg(link));
+    sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Pfr', 2)");
+    sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Cps', 1)");
+    writeNative(connection, "CREATE UNIQUE INDEX once ON CpsOnRec (CpsID, RecID)");
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(sample.items().Migra(ItemKind::Composer, 2, 1));
+    QCOMPARE(sample.rowsOf("CpsOnRec", "CpsID = 1"), 2);
+    QCOMPARE(sample.rowsOf("Relations", "ItemType = 'Pfr' AND ItemID = 2"), 1);
+
+    // Works are no links: what the index refuses ends the merge.
+    for (const char* composer : {"1", "3"})
+        writeNative(connection,
+                    QByteArray("UPDATE Compositions SET CompTitle = 'Same' WHERE CompID = (SELECT "
+                               "MIN(CompID) FROM Compositions WHERE CpsID = ") +
+                        composer + ')');
+    writeNative(connection,
+                "CREATE UNIQUE INDEX title ON Compositions (CpsID, CompTitle) WHERE CompTitle = 'Same'");
+    const QString before = sample.contents();
+    sample.messages.willAnswer(Answer::Ok);
+    QVERIFY(!sample.items().Migra(ItemKind::Composer, 3, 1));
+    QCOMPARE(sample.messages.told.size(), 1);
+    QVERIFY(sample.contents() == before);
 }
 
 void TestDeletions::mergeAsksFirst() {

@@ -20,6 +20,7 @@ const struct {
                {"emoji", QString::fromUtf8("\U0001F3BB Trio"), QString::fromUtf8("\U0001F3BB Trio")},
                {"blanks around it", "  Bach\t", "Bach"},
                {"line break", "two\nlines", "two lines"},
+               {"line separator", QString::fromUtf8("two\u2028lines"), "two lines"},
                {"NUL", QString("a") + QChar(0) + "b", "a b"}};
 
 } // namespace
@@ -33,6 +34,8 @@ private slots:
     void duplicatesAreRefused_data();
     void duplicatesAreRefused();
     void aPersonIsNoDuplicateOfItself();
+    void namesakesWithOtherYears();
+    void storedValuesAreNotChecked();
     void otherRefusals();
     void awkwardTextsComeBack();
     void textsThatAreTooLongAreRefused();
@@ -163,6 +166,57 @@ void TestPersons::aPersonIsNoDuplicateOfItself() {
     other.id = id;
     QVERIFY(!items.ModificaItem(ItemKind::Composer, other));
     QVERIFY(catalog.text("SELECT CpsLname FROM Cps WHERE CpsID = 2") != "BACH");
+}
+
+void TestPersons::namesakesWithOtherYears() {
+    for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
+        ItemCatalog catalog;
+        CMIT items = catalog.items();
+        Person father{0, "Strauss", "Johann", "1804", "1849", {}};
+        QVERIFY(items.AggiungiItem(kind, father));
+        Person son{0, "Strauss", "Johann", "1825", "1899", {}};
+        catalog.messages.willAnswer(Answer::No);
+        QVERIFY(!items.AggiungiItem(kind, son));
+        QCOMPARE(catalog.messages.asked[0].text,
+                 QString("Johann Strauss is already in archive (1804-1849).\n\n"
+                         "Is 1825-1899 another person of this name?"));
+        catalog.messages.willAnswer(Answer::Yes);
+        QVERIFY(items.AggiungiItem(kind, son));
+        // Now each of them can be changed, and a third needs years of his own.
+        for (const qint64 id : {father.id, son.id}) {
+            Person one = items.person(kind, id);
+            one.died = "1900";
+            QVERIFY(items.ModificaItem(kind, one));
+        }
+        QCOMPARE(catalog.messages.told, QStringList());
+        for (const char* born : {"", "1804"}) {
+            Person third{0, "Strauss", "Johann", born, *born ? "1900" : "", {}};
+            QVERIFY(!items.AggiungiItem(kind, third));
+        }
+        QCOMPARE(catalog.messages.told, QStringList(2, "Johann Strauss is already in archive"));
+        QCOMPARE(catalog.count(itemKind(kind)->code), 2);
+    }
+}
+
+// What other programs stored keeps nobody from changing the rest, and is not written again.
+void TestPersons::storedValuesAreNotChecked() {
+    ItemCatalog catalog;
+    catalog.run("INSERT INTO Cps (CpsID, CpsLname, CpsFname, CpsB, CpsD, CpsY, CatAcr) VALUES "
+                "(7, '  Dufay', 'Guillaume', 'c.1397', '', 'about 1397 to 1474', '" +
+                QString(30, 'x') + "')");
+    CMIT items = catalog.items();
+    Person dufay = items.person(ItemKind::Composer, 7);
+    dufay.first = " Guillaume\tdu ";
+    QVERIFY(items.ModificaItem(ItemKind::Composer, dufay));
+    const Person back = items.person(ItemKind::Composer, 7);
+    QCOMPARE(back.last + back.first + back.born, QString("  DufayGuillaume duc.1397"));
+    QCOMPARE(catalog.text("SELECT CpsY FROM Cps"), QString("about 1397 to 1474"));
+    dufay.born = "1398?";
+    QVERIFY(!items.ModificaItem(ItemKind::Composer, dufay));
+    dufay.born = "1398";
+    QVERIFY(items.ModificaItem(ItemKind::Composer, dufay));
+    QCOMPARE(catalog.text("SELECT CpsY FROM Cps"), QString("1398-?"));
+    QCOMPARE(catalog.messages.told, QStringList("A year has four digits, or the field is empty."));
 }
 
 void TestPersons::otherRefusals() {

@@ -172,6 +172,8 @@ void TestRecordings::refusesWhatIsNoRecording() {
 }
 
 void TestRecordings::readsUnitsAndLengths() {
+    m_catalog->run("UPDATE Rec SET UnitsNbr = 2000000");
+    QCOMPARE(editor(m_rec).specs().units, 999);
     QCOMPARE(RecordingEditor::units(" 2 "), std::optional<int>(2));
     QCOMPARE(RecordingEditor::units("999"), std::optional<int>(999));
     for (const char* text : {"", "0", "abc", "1.5", "1000", "-1", "+1", "99999999999999999999", "1 2"})

@@ -21,6 +21,7 @@ private slots:
     void filters();
     void refusals();
     void filesKeepEverything();
+    void textsAreNoNumbers();
     void badFilesAreRefused_data();
     void badFilesAreRefused();
 
@@ -158,8 +159,42 @@ void TestRecordset::filesKeepEverything() {
                      qPrintable(loaded.value(row, field).toText()));
 }
 
+// What a file calls numbers and dates may be texts.
+void TestRecordset::textsAreNoNumbers() {
+    const QString path = m_home->file("set.tcat");
+    for (const Field::Type type :
+         {Field::Type::Integer, Field::Type::Number, Field::Type::Boolean, Field::Type::Date}) {
+        Recordset set({{"Title", type}});
+        const QStringList texts{"Op. 7", "007", "Tristan und Isolde", "1e3", "", "12 ", QString(QChar(1))};
+        for (const QString& text : texts)
+            set.add({{"Title", text}});
+        set.save(path);
+        const Recordset loaded = Recordset::load(path);
+        for (int row = 0; row < int(texts.size()); ++row)
+            QCOMPARE(loaded.value(row, 0).toText(), texts[row]);
+    }
+}
+
 void TestRecordset::badFilesAreRefused_data() {
     QTest::addColumn<QByteArray>("bytes");
+    const auto rows = [](const char* name, const QByteArray& fields, const QByteArray& row) {
+        QTest::newRow(name) << QByteArray("<xml xmlns:s='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882' "
+                                          "xmlns:z='#RowsetSchema'><s:Schema>" +
+                                          fields + "</s:Schema>" + row + "</xml>");
+    };
+    const QByteArray field = "<s:AttributeType name='a'/>";
+    QByteArray many, fields;
+    for (int i = 0; i < 300'000; ++i)
+        many += " a" + QByteArray::number(i) + "=''";
+    for (int i = 0; i < 300; ++i)
+        fields += "<s:AttributeType name='a" + QByteArray::number(i) + "'/>";
+    rows("300,000 attributes", field, "<z:row" + many + "/>"); // took two minutes
+    rows("300 fields", fields, "<z:row a1='x'/>");
+    rows("cell of 2 MB", field, "<z:row a='" + QByteArray(2 << 20, 'x') + "'/>");
+    rows("attributes behind a comment", field, "<!-- ' > -->\n<?a '?><![CDATA[<]]><z:row" + many + "/>");
+    QTest::newRow("document type") << QByteArray("<!DOCTYPE a [<!ENTITY b 'c'>]><a/>");
+    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE<\0a\0/\0>\0", 10);
+    QTest::newRow("another encoding") << QByteArray("<?xml version='1.0' encoding='ISO-2022-JP'?><a/>");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("no XML") << QByteArray("MZ\x90 this is a program");
     QTest::newRow("other XML") << QByteArray("<html><body/></html>");

@@ -210,21 +210,19 @@ void TestUpgrade::missingMediaFolderEndsTheProgram() {
 void TestUpgrade::failingStepIsNamedAndTriedAgain() {
     TestHome home;
     home.useOldest();
+    QVERIFY(home.start().started);
+    home.close();
     {
+        // In the way of the table that is written anew.
         SQLite::Database database(home.catalog().toStdString(), SQLite::OPEN_READWRITE);
-        database.exec("ALTER TABLE Compositions RENAME COLUMN CompNbr TO Renamed");
+        database.exec("DELETE FROM DbUpgrades WHERE DbUpgradeCode = 236568; CREATE TABLE tsr_rebuilt (a)");
     }
     const StartResult result = home.start();
     QVERIFY(result.started);
     QCOMPARE(result.upgrade.kind, Kind::FailedAtStep);
     QCOMPARE(result.upgrade.failedStep, 236568);
-    QCOMPARE(int(result.upgrade.applied.size()), int(upgradeSteps().size()) - 1);
     home.close();
-    {
-        SQLite::Database database(home.catalog().toStdString(), SQLite::OPEN_READWRITE);
-        database.exec("DROP INDEX IF EXISTS Compositions_Cps; ALTER TABLE Compositions RENAME COLUMN Renamed "
-                      "TO CompNbr");
-    }
+    SQLite::Database(home.catalog().toStdString(), SQLite::OPEN_READWRITE).exec("DROP TABLE tsr_rebuilt");
     QCOMPARE(home.start().upgrade.applied, std::vector<int>({236568}));
 }
 

@@ -5,9 +5,12 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QTest>
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <grp.h>
 #include <sys/resource.h>
+#include <unistd.h>
 #endif
 
 namespace tessaranth {
@@ -19,20 +22,47 @@ QStringList CliResult::lines() const {
 }
 
 #ifdef Q_OS_UNIX
-bool canLimitFiles() { return true; }
+constexpr unsigned nobody = 65534;
 
-static void limitFiles(QProcess& process, qint64 largest) {
-    process.setChildProcessModifier([largest] {
-        // Without its signal the limit is an error of write(), as on a full disk.
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{rlim_t(largest), rlim_t(largest)};
-        setrlimit(RLIMIT_FSIZE, &limit);
+bool canLimitFiles() { return true; }
+bool canDropRights() { return geteuid() == 0; }
+
+static void give(const QString& path, unsigned owner) {
+    if (chown(QFile::encodeName(path).constData(), owner, owner) != 0)
+        QTest::qFail(qPrintable("cannot give away " + path), __FILE__, __LINE__);
+}
+
+void giveToNobody(const QString& folder) {
+    give(folder, nobody);
+    QDirIterator entries(folder, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                         QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        give(entries.next(), nobody);
+}
+
+void takeFromNobody(const QString& path) {
+    give(path, 0);
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOther | QFile::ExeOther);
+}
+
+static void limit(QProcess& process, const CliOptions& options) {
+    process.setChildProcessModifier([largest = options.largestFile, asNobody = options.asNobody] {
+        if (largest > 0) {
+            // Without its signal the limit is an error of write(), as on a full disk.
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{rlim_t(largest), rlim_t(largest)};
+            setrlimit(RLIMIT_FSIZE, &limit);
+        }
+        if (asNobody && (setgroups(0, nullptr) != 0 || setgid(nobody) != 0 || setuid(nobody) != 0))
+            _exit(99);
     });
 }
 #else
 bool canLimitFiles() { return false; }
-
-static void limitFiles(QProcess&, qint64) {}
+bool canDropRights() { return false; }
+void giveToNobody(const QString&) {}
+void takeFromNobody(const QString&) {}
+static void limit(QProcess&, const CliOptions&) {}
 #endif
 
 void prepareCli(QProcess& process, const QString& folder, const QStringList& words,
@@ -44,8 +74,12 @@ void prepareCli(QProcess& process, const QString& folder, const QStringList& wor
         process.setWorkingDirectory(options.workingFolder);
     if (!options.outputFile.isEmpty())
         process.setStandardOutputFile(options.outputFile);
-    if (options.largestFile > 0)
-        limitFiles(process, options.largestFile);
+    if (options.largestFile > 0 || options.asNobody)
+        limit(process, options);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto one = options.environment.cbegin(); one != options.environment.cend(); ++one)
+        environment.insert(one.key(), one.value());
+    process.setProcessEnvironment(environment);
 }
 
 CliResult runCli(const QString& folder, const QStringList& words, const CliOptions& options) {

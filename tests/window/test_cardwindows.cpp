@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "attachments/forms/frmPic.h"
 #include "classes/forms/frmClass.h"
 #include "items/ItemKind.h"
 #include "support/FakeDesktop.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
 #include "widgets/TabStrip.h"
@@ -60,6 +62,7 @@ private slots:
     void windowsAreArrangedAndClosed();
     void manyWindowsStayUsable();
     void cardsOfTheToolbox();
+    void whatHangsOffACardGoesWithIt();
     void classificationsStandBesideTheCards();
     void shortcutsAndKeysAreUnique();
     void keysGoToThePartWithTheFocus_data();
@@ -244,6 +247,44 @@ void TestCardWindows::cardsOfTheToolbox() {
     remove->trigger();
     QCOMPARE(view->model()->rowCount(), all);
     QCOMPARE(filter->iconText(), "Filter");
+}
+
+void TestCardWindows::whatHangsOffACardGoesWithIt() {
+    Connection& connection = m_home->session->connection();
+    const auto workOf = [&connection](int composer, const char* which) {
+        return connection
+            .single(QString("SELECT %1(CompID) FROM Compositions WHERE CpsID = %2").arg(which).arg(composer))
+            .toInteger();
+    };
+    const qint64 first = workOf(1, "MIN");
+    const qint64 last = workOf(1, "MAX");
+    const qint64 kept = workOf(2, "MIN");
+    QVERIFY(first != 0 && first != last && kept != 0);
+    for (const qint64 work : {first, last, kept})
+        m_window->openCard("Comp", work);
+    for (int composer = 1; composer <= 2; ++composer) {
+        m_window->openCard("Cps", composer);
+        cards().add(new frmPic({*m_home->session, *m_icons}, {"Cps", composer}, 0));
+    }
+    // The work's editor on a card whose work was deleted elsewhere says so and opens nothing.
+    auto* stale = cards().window(OpenCards::key("Comp", last));
+    write(connection, QString("DELETE FROM Compositions WHERE CompID = %1").arg(last));
+    auto* recordings = stale->findChild<QTreeView*>("lvRec");
+    cards().activate(stale->key());
+    recordings->setFocus();
+    QTest::keyClick(recordings, Qt::Key_F2);
+    QCOMPARE(m_home->messages.told, QStringList("This work has been deleted meanwhile."));
+    QVERIFY(!cards().window(OpenCards::key("Comp", last)));
+
+    m_window->toolbox()->showKind(ItemKind::Composer);
+    m_window->toolbox()->select(1);
+    m_window->toolbox()->view()->setFocus();
+    m_home->messages.willAnswer(Answer::Yes);
+    QTest::keyClick(m_window->toolbox()->view(), Qt::Key_Delete);
+    QVERIFY(!cards().window("#Cps1") && !cards().window(OpenCards::key("Comp", first)));
+    QVERIFY(cards().window("#Cps2") && cards().window(OpenCards::key("Comp", kept)));
+    QCOMPARE(cards().count(Kind::Picture), 1);
+    QCOMPARE(tabs()->count(), 3);
 }
 
 void TestCardWindows::classificationsStandBesideTheCards() {

@@ -23,6 +23,7 @@
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
@@ -44,6 +45,7 @@ private slots:
     void listsAreManagedFromTheMenu_data();
     void listsAreManagedFromTheMenu();
     void importsOfManyShowAtOnce();
+    void dateNoteBecomesADocument();
     void exitAsksInTheseWords();
     void arrangementsComeBack();
     void placeOffEveryScreenIsCorrected_data();
@@ -187,8 +189,11 @@ void TestMainWindow::deletingAsksAndRefreshes() {
     QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
     m_home->messages.willAnswer(Answer::No);
     QTest::keyClick(view, Qt::Key_Delete);
-    QCOMPARE(m_home->messages.asked.back().text, "Composers: Dvořák, Antonín\nwill be deleted.\n\nWarning!!\n"
-                                                 "All related data will be deleted!\n\nContinue?");
+    const QString asked = m_home->messages.asked.back().text;
+    QVERIFY2(asked.startsWith("Composers: Dvořák, Antonín\nwill be deleted.\n\nWarning!!\n"
+                              "All related data will be deleted!\n\nContinue?\n\nDeleted too: ") &&
+                 asked.contains(" works\nChanged: "),
+             qPrintable(asked));
     QCOMPARE(names().size(), 1);
     m_home->messages.willAnswer(Answer::Yes);
     QTest::keyClick(view, Qt::Key_Delete);
@@ -273,6 +278,43 @@ void TestMainWindow::emptyingAsksFirst() {
     m_home->messages.willAnswer(Answer::Yes);
     find<QAction>("mnuToolsEmpty")->trigger();
     QCOMPARE(names().size(), 0);
+}
+
+// What the internal list knows of a year that is not certain has its place in a document of the new card.
+void TestMainWindow::dateNoteBecomesADocument() {
+    m_window->openCard("Cps", 1); // another card stands open beside it
+    QTreeView* view = m_window->toolbox()->view();
+    write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
+        QTimer::singleShot(0, this, [] {
+            QWidget* editor = QApplication::activeModalWidget();
+            QVERIFY(editor);
+            QTimer::singleShot(0, editor, [] {
+                QWidget* search = QApplication::activeModalWidget();
+                QTest::keyClicks(search->focusWidget(), "machaut");
+                QTest::keyClick(search->focusWidget(), Qt::Key_Return);
+            });
+            QTest::mouseClick(editor->findChild<QPushButton*>("cmdInternalList"), Qt::LeftButton);
+            QCOMPARE(editor->findChild<QLabel*>("dateNote")->text(),
+                     "The internal list says of the dates: born c. 1300");
+            QCOMPARE(editor->findChild<QLineEdit*>("txtB")->text(), "");
+            QTest::keyClick(editor->focusWidget(), Qt::Key_Return);
+        });
+        m_home->messages.willAnswer(answer);
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_Insert);
+        QCOMPARE(m_home->messages.asked.back().text,
+                 "The internal list says of the dates: born c. 1300\nKeep "
+                 "this as a document of the card?");
+        QTest::keyClick(view, Qt::Key_Return); // the new one is selected
+        auto* card = qobject_cast<frmItem*>(m_window->cards().active());
+        QVERIFY(card);
+        QCOMPARE(card->windowTitle(), "Guillaume de Machaut");
+        const bool kept = answer == Answer::Yes;
+        QCOMPARE(card->findChild<QTextEdit*>("txtDocument")->toPlainText(), kept ? "born c. 1300" : "");
+        m_window->cards().closeActive();
+    }
 }
 
 void TestMainWindow::exitAsksInTheseWords() {

@@ -62,6 +62,8 @@ private slots:
     void refuses();
     void importReusesNames();
     void importIsAllOrNothing();
+    void comingAgainDoublesNothing();
+    void keysComeFromTitles();
     void removalKeepsWhatTheUserMade();
     void shippedCatalogs();
     void manyWorks();
@@ -143,7 +145,8 @@ void TestComposerCatalog::addsRenamesAndRemoves() {
         QVERIFY(catalog.assign(branch.number, second, {title}));
         messages.willAnswer(Answer::No);
         QVERIFY(!catalog.remove(branch.number, {second}));
-        QCOMPARE(messages.asked.back().text, branch.removeOne + QStringLiteral("\nAirs\nConfirm?"));
+        QCOMPARE(messages.asked.back().text,
+                 branch.removeOne + QStringLiteral("\nAirs\nConfirm?\n\nChanged: 1 work"));
         messages.willAnswer(Answer::Yes);
         QVERIFY(catalog.remove(branch.number, {0, first, second}));
         QVERIFY(messages.asked.back().text.startsWith(branch.removeSeveral));
@@ -219,7 +222,7 @@ void TestComposerCatalog::roundTrip() {
     rows.save(file("first.tcat"));
     NoProgress progress;
     QVERIFY(CatalogFile(*m_home->session, from).importFrom(file("first.tcat"), progress));
-    QCOMPARE(m_home->messages.told.back(), QStringLiteral("Done."));
+    QCOMPARE(m_home->messages.told.back(), QStringLiteral("Done.\n2 new, 0 there already."));
     CatalogFile source(*m_home->session, from);
     QCOMPARE(source.fileName(), QStringLiteral("Michel_de_la_Barre.tcat"));
     m_home->messages.willChoose({m_home->folder()});
@@ -311,7 +314,8 @@ void TestComposerCatalog::refuses_data() {
     QTest::newRow("number") << fieldNames << with(2, QString(51, u'x')) << tooLong("CompNbr", 50);
     QTest::newRow("year") << fieldNames << with(4, QString(21, u'x')) << tooLong("CompYear", 20);
     QTest::newRow("genre") << fieldNames << with(5, QString(251, u'x')) << tooLong("CpsGenreName", 250);
-    QTest::newRow("fits") << fieldNames << with(0, QString(250, u'x')) << QStringLiteral("Done.");
+    QTest::newRow("fits") << fieldNames << with(0, QString(250, u'x'))
+                          << QStringLiteral("Done.\n3 new, 0 there already.");
 }
 
 void TestComposerCatalog::refuses() {
@@ -328,7 +332,7 @@ void TestComposerCatalog::refuses() {
     NoProgress progress;
     const bool imported = CatalogFile(*m_home->session, bach).importFrom(file("x.tcat"), progress);
     QCOMPARE(m_home->messages.told, QStringList{message});
-    QCOMPARE(imported, message == QLatin1String("Done."));
+    QCOMPARE(imported, message.startsWith(QLatin1String("Done.")));
     QCOMPARE(rowCounts() != before, imported);
 }
 
@@ -403,6 +407,7 @@ void TestComposerCatalog::removalKeepsWhatTheUserMade() {
                   QStringLiteral("A kept G"),
                   {}});
     addRow(rows, {QStringLiteral("Imported 2"), {}, {}, QStringLiteral("M"), {}, QStringLiteral("G"), {}});
+    addRow(rows, {QStringLiteral("Imported 3"), {}, {}, QStringLiteral("Z"), {}, QStringLiteral("Z"), {}});
     rows.save(file("x.tcat"));
     NoProgress progress;
     for (const qint64 id : {bach, other})
@@ -419,13 +424,18 @@ void TestComposerCatalog::removalKeepsWhatTheUserMade() {
           QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CpsGenreID, MainWorkID) VALUES "
                          "(%1, 'Loose', NULL, NULL)")
               .arg(bach));
-    for (const qint64 id : {imported, mine}) {
+    // One of the imported ones stands on a recording, another has only texts.
+    const qint64 recorded = imported + 1;
+    write(connection, QStringLiteral("INSERT INTO Rec (RecID, RecTitle) VALUES (1, 'R')"));
+    for (const qint64 id : {imported, recorded, mine}) {
         write(connection,
               QStringLiteral("INSERT INTO Personages (CompID, PersonageName) VALUES (%1, 'P')").arg(id));
-        write(connection,
-              QStringLiteral("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (1, 1, %1)").arg(id));
-        write(connection, QStringLiteral("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
-                              .arg(connection.lastKey()));
+        if (id != imported) {
+            write(connection,
+                  QStringLiteral("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (1, 1, %1)").arg(id));
+            write(connection, QStringLiteral("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
+                                  .arg(connection.lastKey()));
+        }
         write(connection,
               QStringLiteral(
                   "INSERT INTO Cards (RelatedCat, RelatedID, CardTitle) VALUES ('Comp', %1, 'Descr')")
@@ -437,20 +447,88 @@ void TestComposerCatalog::removalKeepsWhatTheUserMade() {
     QCOMPARE(
         m_home->messages.asked.back().text,
         QStringLiteral("Warning. All works, mainworks and genres imported\nwith the current catalog will be "
-                       "deleted. Confirm?"));
+                       "deleted. Confirm?\n\nWorks that go: 2\nWorks that stay because they are on "
+                       "recordings: 1 (recordings: 1)"));
     QVERIFY(catalog.removeImported(progress));
-    // Of this composer: two works, one genre, one main work; the other composer has all of his.
-    QCOMPARE(rowCounts().join(u' '), QStringLiteral("4 3 3 0 1 1 1 1 1"));
+    // Of this composer: three works, two genres, two main works; the other composer has all of his.
+    QCOMPARE(rowCounts().join(u' '), QStringLiteral("6 5 5 0 1 2 2 2 2"));
     for (const CatalogBranch& branch : catalogBranches()) {
         const auto nodes = ComposerCatalog(*m_home->session, bach).nodes(branch.number);
-        QCOMPARE(nodes.size(), size_t(2));
+        QCOMPARE(nodes.size(), size_t(3));
         QVERIFY(nodes[1].name.startsWith(QLatin1String("A kept")));
     }
     // What stayed is the user's own now: the next import and removal leave it alone, used or not.
     write(connection, QStringLiteral("DELETE FROM Compositions WHERE CpsID = %1").arg(bach));
     QVERIFY(catalog.importFrom(file("x.tcat"), progress));
     QVERIFY(catalog.removeImported(progress));
-    QCOMPARE(ComposerCatalog(*m_home->session, bach).nodes(CatalogBranch::Genres).size(), size_t(2));
+    QCOMPARE(ComposerCatalog(*m_home->session, bach).nodes(CatalogBranch::Genres).size(), size_t(3));
+}
+
+void TestComposerCatalog::comingAgainDoublesNothing() {
+    const qint64 bach = composer("Bach", "J. S.");
+    Connection& connection = m_home->session->connection();
+    // Typed by the user, in his own way and without a genre; and one that has another number.
+    write(connection, QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, "
+                                     "'messe  IN h-Moll', 'BWV 232')")
+                          .arg(bach));
+    write(connection,
+          QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, 'Minuet', '9')")
+              .arg(bach));
+    Recordset rows = catalogRows();
+    const auto row = [&rows](const char* title, const char* number) {
+        addRow(rows, {QString::fromLatin1(title),
+                      {},
+                      QString::fromLatin1(number),
+                      QStringLiteral("Masses"),
+                      {},
+                      QStringLiteral("Vocal"),
+                      QStringLiteral("Mass")});
+    };
+    row("Messe in h-Moll", "232");
+    row("Minuet", ""); // alike in all that is known, yet two works
+    row("Minuet", "");
+    row("Minuet", "10");
+    rows.save(file("x.tcat"));
+    NoProgress progress;
+    CatalogFile catalog(*m_home->session, bach);
+    for (const char* told : {"Done.\n3 new, 1 there already.", "Done.\n0 new, 4 there already."}) {
+        QVERIFY(catalog.importFrom(file("x.tcat"), progress));
+        QCOMPARE(m_home->messages.told.back(), QLatin1String(told));
+        QCOMPARE(rowCounts().mid(0, 5).join(u' '), QStringLiteral("5 1 1 1 1"));
+    }
+    // What was there got its place and its key, and is the user's own still.
+    QCOMPARE(
+        number(QStringLiteral("SELECT Count(*) FROM Compositions WHERE CompNbr = 'BWV 232' AND CpsGenreID "
+                              "= 1 AND MainWorkID = 1 AND GenreID = 1 AND KeyID = 29 AND wkl = False")),
+        1);
+    QCOMPARE(number(QStringLiteral("SELECT CpsGenreID FROM Compositions WHERE CompNbr = '9'")), 0);
+}
+
+void TestComposerCatalog::keysComeFromTitles() {
+    const qint64 bach = composer("Bach", "J. S.");
+    const std::vector<std::pair<const char*, int>> titles{{"Quintet in G minor", 19},
+                                                          {"Sonata in E-flat Major, Op. 3", 9},
+                                                          {"Air in E\u266D major", 9},
+                                                          {"Concerto in C sharp minor", 4},
+                                                          {"Fuge in Es-Dur", 9},
+                                                          {"Messe en ut", 0},
+                                                          {"Sonata in sol minore", 19},
+                                                          {"Duos in G minor and D major", 0},
+                                                          {"Prelude in A, Fugue", 0},
+                                                          {"G minor, again in g MINOR", 19},
+                                                          {"Major works", 0}};
+    Recordset rows = catalogRows();
+    for (const auto& [title, key] : titles)
+        addRow(rows, {QString::fromUtf8(title), {}, {}, {}, {}, QStringLiteral("G"), {}});
+    rows.save(file("x.tcat"));
+    NoProgress progress;
+    QVERIFY(CatalogFile(*m_home->session, bach).importFrom(file("x.tcat"), progress));
+    Query run =
+        m_home->session->connection().query(QStringLiteral("SELECT KeyID FROM Compositions ORDER BY CompID"));
+    for (const auto& [title, key] : titles) {
+        QVERIFY(run.next());
+        QVERIFY2(run.integer(0) == key, title);
+    }
 }
 
 // The program imports what it ships, and what it exports again is the same file.

@@ -4,6 +4,7 @@
 #include "support/Writing.h"
 #include "text/RichText.h"
 #include "works/CWKS.h"
+#include "works/ComposerCatalog.h"
 #include "works/KeyNames.h"
 #include "works/WorkDescription.h"
 #include "works/WorkGroups.h"
@@ -21,6 +22,8 @@ private slots:
     void listsSayWhatTheWorkIs();
     void numbersFollowTheAcronym_data();
     void numbersFollowTheAcronym();
+    void worksStandInCatalogueOrder();
+    void goneIsRefused();
     void everyFieldIsKeptAsTyped_data();
     void everyFieldIsKeptAsTyped();
     void refusesWhatCannotBeStored();
@@ -99,17 +102,16 @@ void TestWorks::listsSayWhatTheWorkIs() {
     write(m_home->session->connection(),
           QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
 
-    // In the catalog's own order, numbers are texts; the views sort them as numbers.
     ItemList shorter, complete;
     QVERIFY(m_works->ElencoInLvS(m_composer, shorter));
-    QCOMPARE(cells(shorter, 0), QStringList({"Without number", "Tenth", "Second"}));
+    QCOMPARE(cells(shorter, 0), QStringList({"Without number", "Second", "Tenth"}));
     QCOMPARE(shorter.id(0), none);
     QVERIFY(m_works->ElencoInLvC(m_composer, complete));
-    QCOMPARE(cells(complete, 1), QStringList({"", "BWV 10", "BWV 2"}));
-    QCOMPARE(cells(complete, 6), QStringList({"", "", "*"}));
+    QCOMPARE(cells(complete, 1), QStringList({"", "BWV 2", "BWV 10"}));
+    QCOMPARE(cells(complete, 6), QStringList({"", "*", ""}));
     QStringList tenths;
     for (int column = 0; column < complete.columnCount(); ++column)
-        tenths.push_back(complete.text(1, column));
+        tenths.push_back(complete.text(2, column));
     QCOMPARE(tenths,
              QStringList({"Tenth", "BWV 10", "", "The Art", "Fugues", "1740-46", "", "Two lines:\nsecond"}));
     // A list of nobody's works is empty, and replaces what was there.
@@ -130,15 +132,55 @@ void TestWorks::numbersFollowTheAcronym_data() {
     QTest::newRow("no number") << "BWV"
                                << ""
                                << "";
+    for (const auto& [acronym, number, shown] :
+         {std::tuple("Hob.", "I:101", "Hob. I:101"), std::tuple("Hob.", "XVI:52", "Hob. XVI:52"),
+          std::tuple("BWV", "Anh. 114", "BWV Anh. 114"), std::tuple("BWV", "bwv 988", "bwv 988"),
+          std::tuple("Op.", "Hess 12", "Hess 12"), std::tuple("Op.", "B. 49", "B. 49"),
+          std::tuple("KV", "K. 331", "K. 331"), std::tuple("B.", "D:2", "B. D:2"),
+          std::tuple("D", "960", "D 960"), std::tuple("Op.", "Opposites", "Op. Opposites")})
+        QTest::newRow(shown) << acronym << number << shown;
     QTest::newRow("no acronym") << ""
                                 << "12 no. 3"
                                 << "12 no. 3";
+}
+
+// As catalogues are read: groups by their Roman numerals, appendices and other catalogues behind the numbers.
+void TestWorks::worksStandInCatalogueOrder() {
+    const QStringList order{"",       "2",       "BWV 9",     "10",    "10/2",   "10a",
+                            "101",    "II:1",    "IX:1",      "X:2",   "XVI:52", "XVIII:1",
+                            "Anh. 2", "Anh. 10", "Anh. II 3", "WoO 1", "WoO 59"};
+    for (qsizetype i = 0; i < order.size(); ++i) // in an order that helps nobody
+        QVERIFY(add(QString::number((i * 7) % order.size()), order[(i * 7) % order.size()]) != 0);
+    ItemList works;
+    QVERIFY(m_works->ElencoInLvS(m_composer, works));
+    QCOMPARE(cells(works, 1), order);
+    QVERIFY(ComposerCatalog(*m_home->session, m_composer).works(CatalogBranch::Genres, {}, works));
+    QStringList titles;
+    for (qsizetype i = 0; i < order.size(); ++i)
+        titles << QString::number(i);
+    QCOMPARE(cells(works, 0), titles);
 }
 
 void TestWorks::numbersFollowTheAcronym() {
     QFETCH(QString, acronym);
     QFETCH(QString, number);
     QTEST(CWKS::numberText(acronym, number), "shown");
+}
+
+// A work without composer would be in no list.
+void TestWorks::goneIsRefused() {
+    Work work = m_works->work(add("Kept", "1"));
+    write(m_home->session->connection(), "DELETE FROM Cps");
+    QCOMPARE(add("Of nobody"), 0);
+    QCOMPARE(WorkGroups(*m_home->session, m_composer).addNamed(WorkGroups::Genres, "Of nobody"), 0);
+    QCOMPARE(ComposerCatalog(*m_home->session, m_composer).addNamed(CatalogBranch::MainWorks, "Of nobody"),
+             0);
+    write(m_home->session->connection(), "DELETE FROM Compositions");
+    QVERIFY(!m_works->ModificaWork(work));
+    QCOMPARE(m_home->messages.told, QStringList(3, "This card has been deleted meanwhile.")
+                                        << "This work has been deleted meanwhile.");
+    for (const char* table : {"Compositions", "CpsGenres", "MainWorks"})
+        QCOMPARE(count(table), 0);
 }
 
 void TestWorks::everyFieldIsKeptAsTyped_data() {
@@ -227,6 +269,7 @@ void TestWorks::groupsAreAddedOnce() {
     m_home->messages.willType("");
     QCOMPARE(groups.add(WorkGroups::Genres), 0);
     // Another composer may have one of the same name.
+    write(m_home->session->connection(), "INSERT INTO Cps (CpsLname) VALUES ('Other')");
     QVERIFY(WorkGroups(*m_home->session, m_composer + 1).addNamed(WorkGroups::MainWorks, "Mass in B minor"));
     QCOMPARE(groups.groups(WorkGroups::MainWorks).size(), 1u);
 }
@@ -291,7 +334,8 @@ void TestWorks::deletingOneTakesItsCharacters() {
     m_home->messages.willAnswer(Answer::Yes);
     QVERIFY(m_works->EliminaWork(work));
     QCOMPARE(m_home->messages.asked.back().title, "Delete work");
-    QCOMPARE(m_home->messages.asked.back().text, "Do you want permanently delete: \nL'Orfeo ?");
+    QCOMPARE(m_home->messages.asked.back().text,
+             "Do you want permanently delete: \nL'Orfeo ?\n\nDeleted too: 1 document");
     for (const char* table : {"Compositions", "Personages", "Cards", "CompOnRec", "CompOnRecPfr"})
         QCOMPARE(count(table), 1);
     QCOMPARE(characters(other), QStringList("Euridice"));
@@ -309,7 +353,7 @@ void TestWorks::deletingSeveralLeavesTheirCharacters() {
     QVERIFY(m_works->EliminaWorkBatch({first, second}));
     QCOMPARE(m_home->messages.asked.back().title, "Delete works");
     QCOMPARE(m_home->messages.asked.back().text,
-             "2 works will be permanently deleted: \nFirst\nSecond\nConfirm?");
+             "2 works will be permanently deleted: \nFirst\nSecond\nConfirm?\n\nDeleted too: 1 document");
     QCOMPARE(count("Compositions"), 1);
     QCOMPARE(count("Personages"), 1);
     QCOMPARE(count("Cards"), 0);

@@ -166,9 +166,7 @@ void addAttachCommands(CLI::App& app, CliContext& context, Action& action) {
                                     const std::function<int(Session&, const CardOwner&)>& run) {
         CLI::App* made = attach->add_subcommand(name, help);
         made->add_option("CAT", words->kind, "Cps, Pfr, Rec or UserDef")->required();
-        made->add_option("ID", words->id, "The card, as \"list\" prints it")
-            ->required()
-            ->check(CLI::PositiveNumber);
+        made->add_option("ID", words->id, "The card, as \"list\" prints it")->required()->check(rowNumber());
         made->callback([&context, &action, words, run] {
             action = [&context, words, run] {
                 return context.withSession([&](Session& session) {
@@ -207,7 +205,7 @@ void addAttachCommands(CLI::App& app, CliContext& context, Action& action) {
                     return attachRelation(context, session, card, *words);
                 });
     relation->add_option("OTHERCAT", words->otherKind, "The kind of the other card")->required();
-    relation->add_option("OTHERID", words->otherId)->required()->check(CLI::PositiveNumber);
+    relation->add_option("OTHERID", words->otherId)->required()->check(rowNumber());
     command("list", "List what is attached to a card",
             [&context](Session& session, const CardOwner& card) { return list(context, session, card); });
 

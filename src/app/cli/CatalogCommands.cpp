@@ -6,7 +6,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>
-#include <limits>
 #include <memory>
 
 namespace tessaranth {
@@ -42,7 +41,7 @@ void addCatalogCommands(CLI::App& app, CliContext& context, Action& action) {
         CLI::App* command = catalog->add_subcommand(name, help);
         command->add_option("CPSID", words->composer, "The composer, as \"list Cps\" prints it")
             ->required()
-            ->check(CLI::Range(1, std::numeric_limits<int>::max(), "NUMBER"));
+            ->check(rowNumber());
         if (withFile)
             command->add_option("FILE", words->file)->required();
         command->callback([&context, &action, words, work] {

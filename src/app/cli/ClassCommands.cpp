@@ -73,9 +73,9 @@ void addClassCommands(CLI::App& app, CliContext& context, Action& action) {
         [&context, words](Session& session, int kind) { return assign(context, session, kind, *words); });
     assigning->add_option("ID", words->card, "The card, as \"list\" prints it")
         ->required()
-        ->check(CLI::PositiveNumber);
+        ->check(rowNumber());
     assigning->add_option("SUBID", words->subCategories, "Sub-categories, as \"class tree\" prints them")
-        ->check(CLI::PositiveNumber);
+        ->check(rowNumber());
     assigning->add_flag("--none", words->none, "Take the card out of all of them");
 }
 

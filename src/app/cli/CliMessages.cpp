@@ -28,7 +28,10 @@ void print(const QString& text) { std::cerr << text.toStdString() << '\n'; }
 void CliMessages::tell(MessageIcon, const QString&, const QString& text) { print(text); }
 
 Answer CliMessages::ask(const Question& question) {
+    if (!m_yes && !inputIsTerminal())
+        print(question.text); // what would have been done, and to how much
     const bool yes = m_yes || confirm(question.text);
+    m_declined = m_declined || !yes;
     for (const Answer answer : question.buttons)
         if ((yes && (answer == Answer::Yes || answer == Answer::Ok)) ||
             (!yes && (answer == Answer::No || answer == Answer::Cancel)))

@@ -10,6 +10,7 @@ namespace tessaranth {
 class CliMessages final : public Messages {
 public:
     void assumeYes(bool yes) { m_yes = yes; }
+    bool declined() const { return m_declined; } ///< a question was answered with no
 
     void tell(MessageIcon icon, const QString& title, const QString& text) override;
     Answer ask(const Question& question) override;
@@ -22,6 +23,7 @@ public:
 
 private:
     bool m_yes = false;
+    bool m_declined = false;
 };
 
 } // namespace tessaranth

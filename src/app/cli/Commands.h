@@ -11,7 +11,8 @@
 
 namespace CLI {
 class App;
-}
+class Validator;
+} // namespace CLI
 
 namespace tessaranth {
 
@@ -31,6 +32,9 @@ struct CliContext {
     int withInspection(const std::function<int(Session&)>& command);
     int fail(const QString& reason);
 };
+
+/// Checks the number of a card, a row or a disc, and says in words what is one.
+const CLI::Validator& rowNumber();
 
 /// Each adds its commands to the parser; a command sets `action`, which is run when all words were read.
 using Action = std::function<int()>;

@@ -25,10 +25,15 @@ int find(CliContext& context, Session& session, const QString& text) {
     QuickSearch search(session);
     if (!search.prepare(context.progress))
         return 1;
+    auto found = search.find(text);
+    if (!found && search.wantsIndexAnew() && search.makeIndexAnew(context.progress))
+        found = search.find(text);
+    if (!found)
+        return 1;
     Output output(context.json);
     output.headings({QStringLiteral("Group"), QStringLiteral("Text"), QStringLiteral("Detail"),
                      QStringLiteral("Card"), QStringLiteral("Id")});
-    for (const QuickSearch::Group& group : search.find(text))
+    for (const QuickSearch::Group& group : *found)
         for (const QuickSearch::Hit& hit : group.hits)
             output.row({group.caption, hit.text, hit.detail, hit.code, hit.id});
     return 0;

@@ -71,8 +71,13 @@ int savePerson(const Call& call) {
     for (const PersonOption& option : personOptions)
         if (command.count(option.name) > 0)
             person.*option.field = QString::fromStdString(words.*option.word);
+    context.messages.assumeYes(words.yes);
     if (!items.ModificaItem(kind.number, person))
-        return 1;
+        return context.messages.declined()
+                   ? context.fail(QStringLiteral("There is a %1 of this name with other years. Say --yes if "
+                                                 "this is another one.")
+                                      .arg(kind.noun))
+                   : 1;
     if (words.id == 0)
         std::cout << person.id << '\n';
     return 0;
@@ -116,7 +121,7 @@ int remove(const Call& call) {
         names.push_back(items.nameOf(kind.number, id));
     }
     context.messages.assumeYes(words.yes);
-    if (!items.ConfermaEliminazione(kind.number, names))
+    if (!items.ConfermaEliminazione(kind.number, names, words.ids))
         return context.fail(QStringLiteral("Nothing was deleted. Say --yes to delete."));
     return items.EliminaItem(kind.number, words.ids, context.progress) ? 0 : 1;
 }
@@ -164,8 +169,8 @@ struct ItemCommand {
     int (*work)(const Call& call);
 };
 const ItemCommand personCommands[] = {
-    {"add", "Add a person; prints the id", "P", savePerson},
-    {"edit", "Change the fields that are given", "ip", savePerson},
+    {"add", "Add a person; prints the id", "Py", savePerson},
+    {"edit", "Change the fields that are given", "ipy", savePerson},
     {"show", "Print the fields of a person", "i", showPerson},
     {"merge", "Move everything from one person to another and delete the first", "ity", merge},
     {"delete", "Delete persons with everything that depends on them", "sy", remove}};
@@ -181,13 +186,13 @@ const ItemCommand archiveCommands[] = {
 void addWord(CLI::App* command, char word, ItemWords& words) {
     switch (word) {
     case 'i':
-        command->add_option("ID", words.id)->required()->check(CLI::PositiveNumber);
+        command->add_option("ID", words.id)->required()->check(rowNumber());
         break;
     case 't':
-        command->add_option("TARGET", words.target)->required()->check(CLI::PositiveNumber);
+        command->add_option("TARGET", words.target)->required()->check(rowNumber());
         break;
     case 's':
-        command->add_option("ID", words.ids)->required()->check(CLI::PositiveNumber);
+        command->add_option("ID", words.ids)->required()->check(rowNumber());
         break;
     case 'n':
         command->add_option("TEXT", words.text)->required();

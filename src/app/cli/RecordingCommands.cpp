@@ -254,7 +254,7 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action) {
     command("show", "Print everything about a recording", show)
         ->add_option("ID", words->id)
         ->required()
-        ->check(CLI::PositiveNumber);
+        ->check(rowNumber());
     CLI::App* adding = command("add", "Add a recording; prints the id", add);
     for (const TextOption& option : textOptions)
         adding->add_option(option.name, *words.*option.word, option.help)
@@ -265,8 +265,8 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action) {
     adding->add_flag("--reference", words->reference, "It is a reference recording");
     adding->add_flag("--yes", words->yes, "Add it even if it seems to be there already");
     CLI::App* disc = command("tracks", "Print the tracks of a disc, or replace them", tracks);
-    disc->add_option("ID", words->id)->required()->check(CLI::PositiveNumber);
-    disc->add_option("--disc", words->disc, "Number of the disc")->check(CLI::PositiveNumber);
+    disc->add_option("ID", words->id)->required()->check(rowNumber());
+    disc->add_option("--disc", words->disc, "Number of the disc")->check(rowNumber());
     disc->add_option("--from", words->file, "A text with one track a line, in UTF-8");
     command("check", "List which parts every recording has", check);
 }

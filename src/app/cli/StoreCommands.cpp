@@ -11,6 +11,19 @@
 
 namespace tessaranth {
 
+const CLI::Validator& rowNumber() {
+    static const CLI::Validator validator(
+        [](std::string& word) {
+            bool isNumber = false;
+            const qint64 number = QString::fromStdString(word).toLongLong(&isNumber);
+            return isNumber && number > 0
+                       ? std::string()
+                       : '"' + word + "\" is not a whole number from 1 to 9223372036854775807";
+        },
+        "NUMBER");
+    return validator;
+}
+
 int CliContext::fail(const QString& reason) {
     if (!reason.isEmpty())
         std::cerr << reason.toStdString() << '\n';
@@ -121,10 +134,12 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
         return Configuration(context.applicationFolder + QStringLiteral("/tsc.cfg"),
                              context.applicationFolder);
     };
-    get->callback([&action, words, configuration] {
-        action = [words, configuration] {
-            std::cout << configuration()
-                             .read(QString::fromStdString(words->section), QString::fromStdString(words->key))
+    get->callback([&context, &action, words, configuration] {
+        action = [&context, words, configuration] {
+            const Configuration file = configuration();
+            if (const QString fault = file.fault(); !fault.isEmpty())
+                return context.fail(fault);
+            std::cout << file.read(QString::fromStdString(words->section), QString::fromStdString(words->key))
                              .toStdString()
                       << '\n';
             return 0;
@@ -136,7 +151,7 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
             if (file.write(QString::fromStdString(words->section), QString::fromStdString(words->key),
                            QString::fromStdString(words->value)))
                 return 0;
-            return context.fail(file.path() + QStringLiteral(": the configuration file cannot be written."));
+            return context.fail(file.failure());
         };
     });
 
@@ -145,6 +160,11 @@ void addStoreCommands(CLI::App& app, CliContext& context, Action& action) {
     sample->add_option("FILE", *target)->required();
     sample->callback([&context, &action, target] {
         action = [&context, target] {
+            // The sample is made from what the folder holds; its catalog may become this very one.
+            if (const QString failure =
+                    fillAppFolder(context.applicationFolder, shareFolder(), FirstStart::WithoutCatalog);
+                !failure.isEmpty())
+                return context.fail(failure);
             try {
                 writeSampleCatalog(QString::fromStdString(*target), context.applicationFolder, context.clock,
                                    context.progress);

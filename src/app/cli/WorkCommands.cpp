@@ -99,7 +99,7 @@ void addWorkCommands(CLI::App& app, CliContext& context, Action& action) {
         });
         made->add_option("CPSID", words->composer, "The composer, as \"list Cps\" prints it")
             ->required()
-            ->check(CLI::PositiveNumber);
+            ->check(rowNumber());
         return made;
     };
     CLI::App* adding =
@@ -118,7 +118,7 @@ void addWorkCommands(CLI::App& app, CliContext& context, Action& action) {
                 [&context, words](Session& session) { return remove(context, session, *words); });
     deleting->add_option("ID", words->works, "Works, as \"work list\" prints them")
         ->required()
-        ->check(CLI::PositiveNumber);
+        ->check(rowNumber());
     deleting->add_flag("--yes", words->yes, "Do not ask");
 }
 

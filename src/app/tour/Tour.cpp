@@ -104,7 +104,7 @@ void showCatalog(TourCamera& camera, const FormContext& context) {
         context.session.connection()
             .single(QStringLiteral("SELECT CpsID FROM Compositions GROUP BY CpsID ORDER BY Count(*) DESC"))
             .toInteger();
-    frmCatalog catalog(context, composer);
+    frmCatalog catalog(context, composer, nullptr);
     camera.take(catalog, QStringLiteral("catalog"));
     auto* tree = catalog.findChild<CatalogTree*>();
     tree->setCurrentItem(tree->topLevelItem(0)->child(0));
@@ -112,7 +112,7 @@ void showCatalog(TourCamera& camera, const FormContext& context) {
     ComposerCatalog works(context.session, composer);
     frmAssign assign(works, catalogBranches().front(), context.icons);
     camera.take(assign, QStringLiteral("catalog-assign"));
-    frmImportedCatalogs imported(context);
+    frmImportedCatalogs imported(context, nullptr);
     camera.take(imported, QStringLiteral("imported-catalogs"));
 }
 

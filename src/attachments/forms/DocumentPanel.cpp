@@ -73,8 +73,15 @@ void DocumentPanel::showCurrent() {
         instead = QStringLiteral("File not found!");
     else
         stored = m_documents->read(current());
-    RichText::toDocument(stored.value_or(QByteArray()), *m_text->document());
+    const RtfOutcome outcome =
+        RichText::toDocument(stored.value_or(QByteArray()), *m_text->document(), RichText::charactersAtOnce);
     keepReadable();
+    if (outcome.isCut) {
+        QTextCursor end(m_text->document());
+        end.movePosition(QTextCursor::End);
+        end.insertBlock(QTextBlockFormat(), QTextCharFormat());
+        end.insertText(tr("(The document goes on. \"Edit\" shows all of it.)"));
+    }
     m_instead = instead;
     fitEmptyText();
     m_text->setAccessibleName(hasCurrent() ? currentTitle() : tr("Document of the card"));
@@ -117,11 +124,13 @@ void DocumentPanel::keepReadable() {
                 {at.fragment().position(), at.fragment().position() + at.fragment().length(), changed});
         }
     QTextCursor cursor(m_text->document());
+    cursor.beginEditBlock(); // laid out once
     for (const Piece& piece : pieces) {
         cursor.setPosition(piece.from);
         cursor.setPosition(piece.to, QTextCursor::KeepAnchor);
         cursor.mergeCharFormat(piece.format);
     }
+    cursor.endEditBlock();
 }
 
 void DocumentPanel::changeEvent(QEvent* event) {

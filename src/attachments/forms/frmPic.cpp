@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "attachments/forms/frmPic.h"
 
+#include "items/OpenCards.h"
 #include "widgets/IconStore.h"
 #include "widgets/PictureView.h"
 
@@ -35,8 +36,8 @@ const PointerMode pointerModes[] = {{PictureView::Pointer::Move, "mnuToolsZoomNo
 } // namespace
 
 frmPic::frmPic(const FormContext& context, const CardOwner& card, int index, QWidget* parent)
-    : ChildWindow(parent), m_context(context), m_images(context.session, card),
-      m_commands(this, context.icons) {
+    : ChildWindow(parent), m_context(context), m_owner(OpenCards::key(card.code, card.id)),
+      m_images(context.session, card), m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmPic"));
     addCommands();
     buildUi();

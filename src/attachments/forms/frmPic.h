@@ -26,6 +26,7 @@ public:
 
     Kind kind() const override { return Kind::Picture; }
     QString key() const override;
+    QString owner() const override { return m_owner; }
     QString iconKey() const override { return QStringLiteral("Images"); }
     bool reload() override;
 
@@ -58,6 +59,7 @@ private:
     bool hasFile() const;
 
     FormContext m_context;
+    QString m_owner;
     CardImages m_images;
     ActionTable m_commands;
     ItemList m_list;

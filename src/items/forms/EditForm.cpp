@@ -11,13 +11,14 @@
 
 namespace tessaranth {
 
-void EditForm::addButtons(QVBoxLayout* layout, const QString& caption) {
+QPushButton* EditForm::addButtons(QVBoxLayout* layout, const QString& caption) {
     QPushButton* done = FormHelpers::buttonRow(this, layout, caption, QStringLiteral("cmdSave"));
     connect(done, &QPushButton::clicked, this, [this] {
         if (save())
             accept();
     });
     setMinimumWidth(460);
+    return done;
 }
 
 QPushButton* EditForm::button(const QString& caption, const QString& name) {
@@ -29,11 +30,11 @@ QPushButton* EditForm::button(const QString& caption, const QString& name) {
 
 QPushButton* EditForm::specialCharacters(QLineEdit* line) {
     QPushButton* special = button(tr("Special c&haracters"), QStringLiteral("cmdCharmap"));
+    special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
     connect(special, &QPushButton::clicked, this, [this, line] {
-        frmCharmap form(m_context.icons, this);
-        if (form.exec() == QDialog::Accepted)
-            line->insert(form.characters());
-        line->setFocus();
+        if (line)
+            line->setFocus();
+        frmCharmap::insertInto(focusWidget(), m_context.icons, this);
     });
     return special;
 }

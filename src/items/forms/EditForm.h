@@ -23,10 +23,11 @@ protected:
 
     virtual bool isChanged() const = 0;
     virtual bool save() = 0; ///< false: refused, and the user knows why
-    /// The last row: a button that saves and closes, and Cancel.
-    void addButtons(QVBoxLayout* layout, const QString& caption = tr("&Save"));
-    /// A button that opens the character map and writes what was picked into a line.
-    QPushButton* specialCharacters(QLineEdit* line);
+    /// The last row: a button that saves and closes, which is returned, and Cancel.
+    QPushButton* addButtons(QVBoxLayout* layout, const QString& caption = tr("&Save"));
+    /// A button that opens the character map and writes what was picked into a line, or into the field that
+    /// has the focus when none is given.
+    QPushButton* specialCharacters(QLineEdit* line = nullptr);
     QPushButton* button(const QString& caption, const QString& name);
 
     FormContext m_context;

@@ -146,7 +146,7 @@ void frmListManager::remove() {
     for (const qint64 id : ids)
         names.push_back(m_list.model->indexOf(id).data().toString());
     CMIT items(m_context.session);
-    if (!items.ConfermaEliminazione(m_kind, names))
+    if (!items.ConfermaEliminazione(m_kind, names, ids))
         return;
     {
         WindowProgress progress(this);

@@ -30,7 +30,7 @@ frmNewLabel::frmNewLabel(const FormContext& context, qint64 id, QWidget* parent)
     setWindowTitle(id == 0 ? QStringLiteral(" Add new label") : QStringLiteral(" Edit label"));
     buildUi();
     if (id != 0)
-        m_name->setText(CMIT(context.session).nameOf(ItemKind::Label, id));
+        FormHelpers::showStored(m_name, CMIT(context.session).nameOf(ItemKind::Label, id));
     m_stored = m_name->text();
     showLogo(m_labels.logo(id));
 }

@@ -20,7 +20,7 @@ frmNewUserDef::frmNewUserDef(const FormContext& context, qint64 id, OpenCards* c
     setWindowTitle(id == 0 ? QStringLiteral(" New Custom item") : QStringLiteral(" Edit Custom item"));
     buildUi();
     if (id != 0)
-        m_title->setText(CMIT(context.session).nameOf(ItemKind::Custom, id));
+        FormHelpers::showStored(m_title, CMIT(context.session).nameOf(ItemKind::Custom, id));
     m_stored = m_title->text();
 }
 

@@ -6,7 +6,6 @@
 #include "items/forms/frmPersSearch.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
-#include "widgets/frmCharmap.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -27,7 +26,7 @@ QString hintOf(int kind) {
 } // namespace
 
 frmPers::frmPers(const FormContext& context, int kind, qint64 id, QWidget* parent)
-    : QDialog(parent), m_context(context), m_kind(kind) {
+    : EditForm(context, parent), m_kind(kind) {
     setObjectName(QStringLiteral("frmPers"));
     const QString noun =
         kind == ItemKind::Composer ? QStringLiteral(" composer") : QStringLiteral(" performer");
@@ -35,70 +34,64 @@ frmPers::frmPers(const FormContext& context, int kind, qint64 id, QWidget* paren
     buildUi();
     if (id != 0)
         m_stored = CMIT(context.session).person(kind, id);
+    m_stored.id = id; // saving what is gone must not make a new card
     show(m_stored);
 }
 
 void frmPers::buildUi() {
-    const ItemKind& kind = *itemKind(m_kind);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(
-        FormHelpers::head(m_context.icons, kind.iconKey, windowTitle().trimmed(), hintOf(m_kind)));
-
+    layout->addWidget(FormHelpers::head(m_context.icons, itemKind(m_kind)->iconKey, windowTitle().trimmed(),
+                                        hintOf(m_kind)));
     auto* fields = new QFormLayout;
-    const auto field = [&](QLineEdit*& edit, const char* name, const char* column, const QString& caption) {
-        const int width = m_context.session.fields().width(kind.table, QLatin1String(column));
-        edit = FormHelpers::lineEdit(this, QLatin1String(name), QString(caption).remove(u'&').remove(u':'),
-                                     width);
-        fields->addRow(caption, edit);
-        connect(edit, &QLineEdit::textChanged, this, &frmPers::checkYears);
-    };
-    const QString code = kind.code;
-    field(m_last, "txtLname", qPrintable(code + "Lname"), tr("&Last Name:"));
-    field(m_first, "txtFname", qPrintable(code + "Fname"), tr("&First Name:"));
-    field(m_born, "txtB", qPrintable(code + "B"), tr("&Born:"));
-    field(m_died, "txtD", qPrintable(code + "D"), tr("&Death:"));
-    for (QLineEdit* year : {m_born, m_died}) {
-        year->setMaxLength(4);
-        year->setMaximumWidth(80);
-        year->setPlaceholderText(tr("year"));
-    }
-    if (m_kind == ItemKind::Composer) {
-        field(m_acronym, "txtCatAcr", "CatAcr", tr("C&atalog:"));
-        m_acronym->setMaximumWidth(160);
-        m_acronym->setPlaceholderText(tr("for example BWV"));
-    }
+    addFields(fields);
     layout->addLayout(fields);
     m_note = new QLabel;
     m_note->setObjectName(QStringLiteral("dateNote"));
     m_note->setTextFormat(Qt::PlainText);
     m_note->hide();
     layout->addWidget(m_note);
-
-    auto* tools = new QHBoxLayout;
-    auto* archive =
-        new QPushButton(m_kind == ItemKind::Composer ? tr("&Import composer from internal list")
-                                                     : tr("&Import performer from internal list"));
-    archive->setObjectName(QStringLiteral("cmdInternalList"));
-    archive->setAutoDefault(false);
-    connect(archive, &QPushButton::clicked, this, &frmPers::importFromArchive);
-    auto* special = new QPushButton(tr("Special &characters"));
-    special->setObjectName(QStringLiteral("cmdCharmap"));
-    special->setAutoDefault(false);
-    special->setFocusPolicy(Qt::NoFocus); // the field that gets the character keeps the focus
-    connect(special, &QPushButton::clicked, this, &frmPers::insertSpecial);
-    tools->addWidget(archive);
-    tools->addWidget(special);
-    tools->addStretch();
-    layout->addLayout(tools);
+    layout->addWidget(toolRow());
     layout->addStretch();
-
-    m_save = FormHelpers::buttonRow(this, layout, tr("&Save"), QStringLiteral("cmdSave"));
-    connect(m_save, &QPushButton::clicked, this, [this] {
-        if (save())
-            accept();
-    });
+    m_save = addButtons(layout);
     setMinimumWidth(520);
     m_last->setFocus();
+}
+
+// No field cuts what is typed, pasted or stored: what is too long is refused on saving, by name.
+void frmPers::addFields(QFormLayout* fields) {
+    const auto field = [&](QLineEdit*& edit, const char* name, const QString& caption) {
+        edit =
+            FormHelpers::lineEdit(this, QLatin1String(name), QString(caption).remove(u'&').remove(u':'), 0);
+        fields->addRow(caption, edit);
+        connect(edit, &QLineEdit::textChanged, this, &frmPers::checkFields);
+    };
+    field(m_last, "txtLname", tr("&Last Name:"));
+    field(m_first, "txtFname", tr("&First Name:"));
+    field(m_born, "txtB", tr("&Born:"));
+    field(m_died, "txtD", tr("&Death:"));
+    for (QLineEdit* year : {m_born, m_died}) {
+        year->setMaximumWidth(80);
+        year->setPlaceholderText(tr("year"));
+    }
+    if (m_kind == ItemKind::Composer) {
+        field(m_acronym, "txtCatAcr", tr("C&atalog:"));
+        m_acronym->setMaximumWidth(160);
+        m_acronym->setPlaceholderText(tr("for example BWV"));
+    }
+}
+
+QWidget* frmPers::toolRow() {
+    QPushButton* archive = button(m_kind == ItemKind::Composer ? tr("&Import composer from internal list")
+                                                               : tr("&Import performer from internal list"),
+                                  QStringLiteral("cmdInternalList"));
+    connect(archive, &QPushButton::clicked, this, &frmPers::importFromArchive);
+    auto* row = new QWidget;
+    auto* tools = new QHBoxLayout(row);
+    tools->setContentsMargins({});
+    tools->addWidget(archive);
+    tools->addWidget(specialCharacters());
+    tools->addStretch();
+    return row;
 }
 
 Person frmPers::typed() const {
@@ -119,27 +112,23 @@ void frmPers::show(const Person& person) {
     m_died->setText(person.died);
     if (m_acronym)
         m_acronym->setText(person.acronym);
-    checkYears();
+    checkFields();
 }
 
-bool frmPers::isChanged() const {
-    const Person now = typed();
-    return now.last != m_stored.last || now.first != m_stored.first || now.born != m_stored.born ||
-           now.died != m_stored.died || now.acronym != m_stored.acronym;
-}
+bool frmPers::isChanged() const { return typed() != m_stored; }
 
-// A field that cannot be stored as it is turns yellow; the last name alone decides whether one can save.
-void frmPers::checkYears() {
-    for (QLineEdit* year : {m_born, m_died})
-        year->setStyleSheet(isYear(year->text().trimmed())
-                                ? QString()
-                                : QStringLiteral("background: rgb(255, 255, 0); color: black"));
-    m_save->setEnabled(!m_last->text().trimmed().isEmpty());
+// A field that cannot be stored as it is turns yellow; the last name alone decides whether one can save. A
+// year that stands in the catalog already is no fault of the user's.
+void frmPers::checkFields() {
+    for (const auto& [year, stored] : {std::pair{m_born, m_stored.born}, std::pair{m_died, m_stored.died}})
+        FormHelpers::markRefused(year, year->text() != stored && !isYear(year->text().trimmed()));
+    if (m_save)
+        m_save->setEnabled(!m_last->text().trimmed().isEmpty());
 }
 
 bool frmPers::save() {
     for (QLineEdit* year : {m_born, m_died}) {
-        if (!isYear(year->text().trimmed())) {
+        if (!year->styleSheet().isEmpty()) {
             year->setFocus();
             year->selectAll();
             break;
@@ -179,17 +168,6 @@ void frmPers::importFromArchive() {
     m_dateNote = form.dateNote();
     m_note->setText(tr("The internal list says of the dates: %1").arg(m_dateNote));
     m_note->setVisible(!m_dateNote.isEmpty());
-}
-
-void frmPers::insertSpecial() {
-    auto* target = qobject_cast<QLineEdit*>(focusWidget());
-    frmCharmap form(m_context.icons, this);
-    if (form.exec() == QDialog::Accepted && target)
-        target->insert(form.characters());
-}
-
-void frmPers::reject() {
-    FormHelpers::closeForm(this, m_context.session.messages(), isChanged(), [this] { return save(); });
 }
 
 } // namespace tessaranth

@@ -2,39 +2,35 @@
 #pragma once
 
 #include "items/Person.h"
-#include "widgets/FormContext.h"
+#include "items/forms/EditForm.h"
 
-#include <QDialog>
-
+class QFormLayout;
 class QLabel;
-class QLineEdit;
-class QPushButton;
 
 namespace tessaranth {
 
 /// The editor of a composer or performer, new (id 0) or existing. Accepted when it was saved.
-class frmPers final : public QDialog {
+class frmPers final : public EditForm {
     Q_OBJECT
 
 public:
     frmPers(const FormContext& context, int kind, qint64 id, QWidget* parent = nullptr);
     qint64 id() const { return m_stored.id; }
-    void reject() override;
 
 private:
+    bool isChanged() const override;
+    bool save() override;
     void buildUi();
+    void addFields(QFormLayout* fields);
+    QWidget* toolRow();
     Person typed() const;
     void show(const Person& person);
-    bool isChanged() const;
-    void checkYears();
-    bool save();
+    void checkFields();
     void importFromArchive();
     void offerDateNote();
-    void insertSpecial();
 
-    FormContext m_context;
     int m_kind;
-    Person m_stored;
+    Person m_stored;    ///< as the catalog has it; keeps its id when the card is gone
     QString m_dateNote; ///< of the person taken from the internal list
     QLineEdit* m_last = nullptr;
     QLineEdit* m_first = nullptr;

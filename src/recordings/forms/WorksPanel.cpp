@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/forms/WorksPanel.h"
 
+#include "items/CardOwner.h"
 #include "items/OpenCards.h"
 #include "recordings/forms/frmRecList.h"
 #include "store/Session.h"
@@ -62,6 +63,9 @@ bool WorksPanel::readList(ItemList& list) {
 }
 
 void WorksPanel::Edit_Work(qint64 work) {
+    const CardOwner edited = work == 0 ? CardOwner{m_context.code, m_context.id} : CardOwner{workCode, work};
+    if (!edited.require(m_context.session))
+        return load();
     frmWorkEditor editor(m_context, m_context.id, work, window());
     if (editor.exec() != QDialog::Accepted)
         return;
@@ -72,11 +76,9 @@ void WorksPanel::Edit_Work(qint64 work) {
 void WorksPanel::Remove_Work() {
     const std::vector<qint64> works = selected();
     CWKS manager(m_context.session);
-    if (!(works.size() == 1 ? manager.EliminaWork(works.front()) : manager.EliminaWorkBatch(works)))
-        return;
-    for (const qint64 work : works)
-        m_context.cards.closeCard(OpenCards::key(workCode, work));
-    load();
+    manager.setOpenCards(&m_context.cards);
+    if (works.size() == 1 ? manager.EliminaWork(works.front()) : manager.EliminaWorkBatch(works))
+        load();
 }
 
 void WorksPanel::listRecordings() {
@@ -86,7 +88,7 @@ void WorksPanel::listRecordings() {
 }
 
 void WorksPanel::Manage_Catalog() {
-    frmCatalog(m_context, m_context.id, window()).exec();
+    frmCatalog(m_context, m_context.id, &m_context.cards, window()).exec();
     load();
 }
 

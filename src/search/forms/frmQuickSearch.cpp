@@ -76,12 +76,19 @@ bool frmQuickSearch::prepare() {
 void frmQuickSearch::find() {
     const QString text = m_text->text();
     m_hits->clear();
-    for (const QuickSearch::Group& group : m_search.find(text))
+    auto found = m_search.find(text);
+    if (!found && m_search.wantsIndexAnew()) {
+        WindowProgress progress(this);
+        if (m_search.makeIndexAnew(progress))
+            found = m_search.find(text);
+    }
+    for (const QuickSearch::Group& group : found.value_or(std::vector<QuickSearch::Group>()))
         addGroup(group);
     if (m_hits->topLevelItemCount() > 0)
         m_hits->setCurrentItem(m_hits->topLevelItem(0)->child(0));
     m_hits->setColumnWidth(0, m_hits->viewport()->width() * 3 / 5);
-    m_state->setText(text.trimmed().isEmpty() ? tr("Accents and capital letters do not matter.")
+    m_state->setText(!found                     ? tr("The word index is damaged: nothing was searched.")
+                     : text.trimmed().isEmpty() ? tr("Accents and capital letters do not matter.")
                      : m_hits->topLevelItemCount() == 0
                          ? tr("Nothing in the catalog has words that begin so.")
                          : QString());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "works/forms/WorkCharactersTab.h"
 
+#include "items/DeletionCounts.h"
 #include "store/Session.h"
 #include "widgets/FormContext.h"
 #include "widgets/FormHelpers.h"
@@ -135,7 +136,7 @@ void WorkCharactersTab::remove() {
         return;
     Question question;
     question.title = tr("Delete personages");
-    question.text = tr("Do you want to delete the selected personage(s)?");
+    question.text = tr("Do you want to delete the selected personage(s)?") + selectedCount(ids.size());
     if (m_session.messages().ask(question) == Answer::Ok && CWKS(m_session).deleteCharacters(ids))
         refresh();
 }

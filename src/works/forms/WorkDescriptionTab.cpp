@@ -61,7 +61,9 @@ void WorkDescriptionTab::showDocument(qint64 work) {
     WorkDescription stored(m_context.session, work);
     const qint64 document = work == 0 ? 0 : stored.document();
     const std::optional<QByteArray> text = document == 0 ? std::nullopt : stored.read();
-    RichText::toDocument(text.value_or(QByteArray()), *m_document->document());
+    if (RichText::toDocument(text.value_or(QByteArray()), *m_document->document(), RichText::charactersAtOnce)
+            .isCut)
+        m_document->append(tr("(The description goes on. \"Edit description\" shows all of it.)"));
     m_document->setPlaceholderText(document == 0 ? tr("No long description yet.")
                                    : text        ? QString()
                                                  : QStringLiteral("File not found!"));

@@ -38,18 +38,17 @@ WorkSpecsTab::WorkSpecsTab(Session& session, qint64 composer, QWidget* parent)
 }
 
 void WorkSpecsTab::buildTexts(QFormLayout* fields) {
-    const auto edit = [this](const char* name, const char* column, const QString& caption) {
-        return FormHelpers::lineEdit(
-            this, QLatin1String(name), spoken(caption),
-            m_session.fields().width(QStringLiteral("Compositions"), QLatin1String(column)));
+    // No field cuts what is typed, pasted or stored: what is too long is refused on saving, by name.
+    const auto edit = [this](const char* name, const QString& caption) {
+        return FormHelpers::lineEdit(this, QLatin1String(name), spoken(caption), 0);
     };
-    m_title = edit("txtTitle", "CompTitle", tr("&Title:"));
+    m_title = edit("txtTitle", tr("&Title:"));
     fields->addRow(tr("&Title:"), m_title);
     connect(m_title, &QLineEdit::textEdited, this, [this] { FormHelpers::markRefused(m_title, false); });
-    m_subtitle = edit("txtSubTitle", "CompSubTitle", tr("S&ubtitle:"));
+    m_subtitle = edit("txtSubTitle", tr("S&ubtitle:"));
     fields->addRow(tr("S&ubtitle:"), m_subtitle);
 
-    m_number = edit("txtNbr", "CompNbr", tr("&Opus:"));
+    m_number = edit("txtNbr", tr("&Opus:"));
     auto* acronym = new QLabel(CWKS(m_session).acronym(m_composer));
     acronym->setObjectName(QStringLiteral("acronym"));
     acronym->setTextFormat(Qt::PlainText);
@@ -61,7 +60,7 @@ void WorkSpecsTab::buildTexts(QFormLayout* fields) {
     number->addWidget(m_number);
     number->addStretch(1);
     fields->addRow(caption, number);
-    m_year = edit("txtYear", "CompYear", tr("&Year:"));
+    m_year = edit("txtYear", tr("&Year:"));
     fields->addRow(tr("&Year:"), m_year);
     constexpr int shortField = 220;
     m_number->setFixedWidth(shortField);

@@ -24,9 +24,10 @@
 
 namespace tessaranth {
 
-frmCatalog::frmCatalog(const FormContext& context, qint64 composer, QWidget* parent)
-    : QDialog(parent), m_context(context), m_composer(composer), m_catalog(context.session, composer),
-      m_file(context.session, composer), m_commands(this, context.icons) {
+frmCatalog::frmCatalog(const FormContext& context, qint64 composer, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_context(context), m_composer(composer), m_cards(cards),
+      m_catalog(context.session, composer), m_file(context.session, composer, cards),
+      m_commands(this, context.icons) {
     setObjectName(QStringLiteral("frmCatalog"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(tr("Composer's catalog: %1").arg(m_catalog.composerName()));
@@ -350,6 +351,7 @@ void frmCatalog::editWork(qint64 work) {
 void frmCatalog::deleteWorks() {
     const std::vector<qint64> works = selectedWorks();
     CWKS manager(m_context.session);
+    manager.setOpenCards(m_cards);
     if (works.size() == 1 ? manager.EliminaWork(works.front()) : manager.EliminaWorkBatch(works))
         fillWorks();
 }

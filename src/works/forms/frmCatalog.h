@@ -20,6 +20,7 @@ namespace tessaranth {
 
 class CatalogTree;
 class ItemListModel;
+class OpenCards;
 
 /// A composer's catalog: genres and main works at the left, the works of the chosen one at the right. Works
 /// are put elsewhere by dragging them onto the tree or by the Assign commands.
@@ -27,7 +28,8 @@ class frmCatalog final : public QDialog {
     Q_OBJECT
 
 public:
-    frmCatalog(const FormContext& context, qint64 composer, QWidget* parent = nullptr);
+    /// `cards`: the windows to be closed with works that are deleted; may be null.
+    frmCatalog(const FormContext& context, qint64 composer, OpenCards* cards, QWidget* parent = nullptr);
 
 private:
     using Branch = CatalogBranch::Number;
@@ -68,6 +70,7 @@ private:
 
     FormContext m_context;
     qint64 m_composer;
+    OpenCards* m_cards;
     ComposerCatalog m_catalog;
     CatalogFile m_file;
     CatalogTree* m_tree = nullptr;

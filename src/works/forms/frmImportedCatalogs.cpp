@@ -15,8 +15,8 @@
 
 namespace tessaranth {
 
-frmImportedCatalogs::frmImportedCatalogs(const FormContext& context, QWidget* parent)
-    : QDialog(parent), m_session(context.session) {
+frmImportedCatalogs::frmImportedCatalogs(const FormContext& context, OpenCards* cards, QWidget* parent)
+    : QDialog(parent), m_session(context.session), m_cards(cards) {
     setObjectName(QStringLiteral("frmImportedCatalogs"));
     setWindowTitle(tr("Imported composers catalogs"));
     buildUi(context.icons);
@@ -25,8 +25,10 @@ frmImportedCatalogs::frmImportedCatalogs(const FormContext& context, QWidget* pa
 
 void frmImportedCatalogs::buildUi(const IconStore& icons) {
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FormHelpers::head(icons, QStringLiteral("Catalog"), windowTitle(),
-                                        tr("Removing a catalog deletes the works that came with it.")));
+    layout->addWidget(
+        FormHelpers::head(icons, QStringLiteral("Catalog"), windowTitle(),
+                          tr("Removing a catalog deletes the works that came with it and stand on no "
+                             "recording.")));
     m_model = new ItemListModel(icons, this);
     m_view = FormHelpers::itemView(this, QStringLiteral("lvCatalogs"), m_model, false);
     m_view->setAccessibleName(windowTitle());
@@ -52,7 +54,7 @@ void frmImportedCatalogs::fill() {
 
 void frmImportedCatalogs::remove() {
     const qint64 composer = m_model->id(m_view->currentIndex());
-    CatalogFile file(m_session, composer);
+    CatalogFile file(m_session, composer, m_cards);
     if (composer == 0 || !file.confirmRemoval())
         return;
     WindowProgress progress(this, false);

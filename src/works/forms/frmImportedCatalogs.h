@@ -11,6 +11,7 @@ namespace tessaranth {
 class IconStore;
 struct FormContext;
 class ItemListModel;
+class OpenCards;
 class Session;
 
 /// The composer catalogs that were imported from files, each of which can be removed again.
@@ -18,7 +19,8 @@ class frmImportedCatalogs final : public QDialog {
     Q_OBJECT
 
 public:
-    frmImportedCatalogs(const FormContext& context, QWidget* parent = nullptr);
+    /// `cards`: the windows to be closed with works that are removed; may be null.
+    frmImportedCatalogs(const FormContext& context, OpenCards* cards, QWidget* parent = nullptr);
 
 private:
     void buildUi(const IconStore& icons);
@@ -26,6 +28,7 @@ private:
     void remove();
 
     Session& m_session;
+    OpenCards* m_cards;
     ItemListModel* m_model = nullptr;
     QTreeView* m_view = nullptr;
     QPushButton* m_remove = nullptr;

@@ -2,6 +2,7 @@
 #include "works/forms/frmWork.h"
 
 #include "attachments/forms/DocumentPanel.h"
+#include "items/CardOwner.h"
 #include "items/OpenCards.h"
 #include "items/forms/CardBand.h"
 #include "items/forms/SpecsView.h"
@@ -163,6 +164,8 @@ void frmWork::showWork() {
 }
 
 void frmWork::edit() {
+    if (!CardOwner{m_context.code, m_context.id}.require(m_context.session))
+        return m_context.cards.closeCard(key());
     frmWorkEditor editor(m_context, m_work.composer, m_context.id, window());
     if (editor.exec() != QDialog::Accepted)
         return;

@@ -31,6 +31,7 @@ frmWorkEditor::frmWorkEditor(const FormContext& context, qint64 composer, qint64
     setWindowTitle(workId == 0 ? QStringLiteral(" New work") : QStringLiteral(" Edit work"));
     if (workId != 0)
         m_stored = CWKS(context.session).work(workId);
+    m_stored.id = workId; // saving what is gone must not make a new work
     m_stored.composer = composer;
     buildUi();
     m_specs->show(m_stored);

@@ -15,7 +15,9 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTreeView>
@@ -33,6 +35,9 @@ private slots:
     void importsWhatIsText();
     void panelGoesThroughThem();
     void colouredTextsStayReadable();
+    void longDocumentsKeepNobodyWaiting_data();
+    void longDocumentsKeepNobodyWaiting();
+    void largePicturesStayWhole();
     void editorWritesWhatItsToolBarMakes();
     void editorAsksBeforeItForgets();
     void undoingHasNames();
@@ -192,6 +197,51 @@ void TestDocuments::colouredTextsStayReadable() {
     QTextCursor cursor(shown->document());
     cursor.setPosition(3);
     QVERIFY(contrast(cursor.charFormat().foreground().color(), shown->palette().color(QPalette::Base)) >= 3);
+}
+
+void TestDocuments::longDocumentsKeepNobodyWaiting_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("one word") << QByteArray(3 << 20, 'x');
+    QTest::newRow("one line") << QByteArray("word ").repeated(600'000);
+    QTest::newRow("many colours") << QByteArray("{\\cf1 a}{\\cf2 b}").repeated(150'000);
+}
+
+// One word of three megabytes froze a card for a minute and a half.
+void TestDocuments::longDocumentsKeepNobodyWaiting() {
+    QFETCH(QByteArray, text);
+    const QByteArray document =
+        "{\\rtf1{\\colortbl;\\red140\\green30\\blue30;\\red9\\green9\\blue9;}" + text + '}';
+    m_documents->add(document, "Long");
+    QElapsedTimer clock;
+    clock.start();
+    frmItem card({{*m_home->session, *m_icons}, m_cards, m_owner.code, m_owner.id});
+    card.show();
+    const auto* shown = card.findChild<DocumentPanel*>()->findChild<QTextEdit*>();
+    card.grab();
+    const QString first = shown->toPlainText();
+    QVERIFY2(first.size() < RichText::charactersAtOnce + 200, qPrintable(QString::number(first.size())));
+    QVERIFY(first.size() > RichText::charactersAtOnce && first.endsWith("shows all of it.)"));
+    QTextDocument whole;
+    RichText::toDocument(document, whole);
+    QCOMPARE(whole.characterCount() - 1, RichText::toText(document).size());
+    QVERIFY2(clock.elapsed() < 30'000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestDocuments::largePicturesStayWhole() {
+    QImage large(3000, 2000, QImage::Format_RGB32);
+    large.fill(Qt::darkGreen);
+    const QByteArray written = RichText::fromImage(large);
+    QTextDocument shown;
+    const QString small =
+        QString::fromLatin1(written).replace(QRegularExpression("\\\\pic([wh])goal\\d+"), "\\pic\\1goal1500");
+    RichText::toDocument(small.toLatin1(), shown);
+    const QTextImageFormat image = shown.begin().begin().fragment().charFormat().toImageFormat();
+    const auto resource = shown.resource(QTextDocument::ImageResource, QUrl(image.name())).value<QImage>();
+    QCOMPARE(resource.size(), QSize(100, 100)); // no finer than it is shown
+    QTextDocument again;
+    RichText::toDocument(RichText::fromDocument(shown), again);
+    const QByteArray kept = RichText::fromDocument(again);
+    QVERIFY(kept.size() > written.size() - 200 && kept == RichText::fromDocument(shown));
 }
 
 void TestDocuments::editorWritesWhatItsToolBarMakes() {

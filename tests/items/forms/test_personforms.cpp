@@ -10,6 +10,7 @@
 #include "widgets/IconStore.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -84,6 +85,8 @@ private slots:
     void newPersonByKeyboard();
     void editingChangesOnlyWhatWasTyped();
     void yearThatCannotStand();
+    void storedYearsAreShownWhole();
+    void cardGoneMeanwhileStaysTyped();
     void closingAsksAboutChanges_data();
     void closingAsksAboutChanges();
     void personOfTheInternalList();
@@ -169,10 +172,67 @@ void TestPersonForms::yearThatCannotStand() {
     QCOMPARE(desk.messages.told.size(), 1);
     QCOMPARE(form.focusWidget(), &born); // what was wrong is selected, to be typed anew
     type(form, "16851");
+    QVERIFY(isYellow()); // nothing that was typed is cut off
+    key(form, Qt::Key_Backspace);
     QCOMPARE(born.text(), QString("1685"));
     QVERIFY(!isYellow());
+    field(form, "txtLname").setFocus();
+    QApplication::clipboard()->setText(QString(251, 'x'));
+    key(form, Qt::Key_V, Qt::ControlModifier);
+    key(form, Qt::Key_Return);
+    QCOMPARE(desk.messages.told.back(), QString("Last Name: at most 250 characters."));
+    QVERIFY(field(form, "txtLname").text().size() > 250);
+    field(form, "txtLname").selectAll();
+    type(form, "  Bach ");
     key(form, Qt::Key_Return);
     QVERIFY(!form.isVisible());
+}
+
+void TestPersonForms::storedYearsAreShownWhole() {
+    Desk desk;
+    desk.run("UPDATE Cps SET CpsB = 'c.1397', CpsD = '1685?', CatAcr = '" + QString(25, 'x') +
+             "' WHERE CpsID = 1");
+    frmPers untouched({*desk.session, desk.icons}, ItemKind::Composer, 1);
+    open(untouched);
+    QCOMPARE(field(untouched, "txtB").text() + field(untouched, "txtD").text(), QString("c.13971685?"));
+    QVERIFY(field(untouched, "txtB").styleSheet().isEmpty()); // the user typed nothing wrong
+    key(untouched, Qt::Key_Escape);
+    QVERIFY(!untouched.isVisible());
+    QVERIFY(desk.messages.asked.empty());
+
+    frmPers form({*desk.session, desk.icons}, ItemKind::Composer, 1);
+    open(form);
+    field(form, "txtFname").setFocus();
+    field(form, "txtFname").selectAll();
+    type(form, " J. S. ");
+    key(form, Qt::Key_Return);
+    QVERIFY(!form.isVisible());
+    const Person stored = desk.items().person(ItemKind::Composer, 1);
+    QCOMPARE(stored.first + stored.born + stored.died + stored.acronym,
+             "J. S.c.13971685?" + QString(25, 'x'));
+    QCOMPARE(desk.messages.told, QStringList());
+}
+
+void TestPersonForms::cardGoneMeanwhileStaysTyped() {
+    Desk desk;
+    for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
+        const QString table = itemKind(kind)->table;
+        frmPers open1({*desk.session, desk.icons}, kind, 1);
+        QVERIFY(desk.items().EliminaItem(kind, {1}, desk.progress));
+        frmPers open2({*desk.session, desk.icons}, kind, 1); // from a list that still shows the card
+        const qint64 before = desk.count(table);
+        for (frmPers* form : {&open1, &open2}) {
+            open(*form);
+            type(*form, "Typed");
+            key(*form, Qt::Key_Return);
+            QCOMPARE(desk.messages.told.takeLast(), QString("This card has been deleted meanwhile."));
+            QVERIFY(form->isVisible() && field(*form, "txtLname").text().contains("Typed"));
+            QCOMPARE(desk.count(table), before);
+            desk.messages.willAnswer(Answer::No);
+            key(*form, Qt::Key_Escape);
+            QVERIFY(!form->isVisible());
+        }
+    }
 }
 
 void TestPersonForms::closingAsksAboutChanges_data() {

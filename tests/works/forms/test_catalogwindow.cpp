@@ -76,7 +76,7 @@ void TestCatalogWindow::init() {
                   .arg(QLatin1String(opus)));
         m_ids.push_back(connection.lastKey());
     }
-    m_window = std::make_unique<frmCatalog>(FormContext{*m_home->session, m_icons}, m_composer);
+    m_window = std::make_unique<frmCatalog>(FormContext{*m_home->session, m_icons}, m_composer, nullptr);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
@@ -245,6 +245,10 @@ void TestCatalogWindow::exchangesFiles() {
     QCOMPARE(messages.told.back(), QStringLiteral("The file %1 has been created correctly.").arg(path));
     messages.willChoose({path});
     action("mnuCatalogImport")->trigger();
+    QCOMPARE(titles().size(), 3); // they are there already
+    write(m_home->session->connection(), "UPDATE Compositions SET CompNbr = '99'");
+    messages.willChoose({path});
+    action("mnuCatalogImport")->trigger();
     QCOMPARE(titles().size(), 6);
     QVERIFY(action("mnuCatalogRemove")->isEnabled());
     messages.willAnswer(Answer::Yes);
@@ -254,7 +258,7 @@ void TestCatalogWindow::exchangesFiles() {
 
     NoProgress progress;
     QVERIFY(CatalogFile(*m_home->session, m_composer).importFrom(path, progress));
-    frmImportedCatalogs list({*m_home->session, m_icons});
+    frmImportedCatalogs list({*m_home->session, m_icons}, nullptr);
     auto* remove = list.findChild<QPushButton*>(QStringLiteral("cmdRemove"));
     messages.willAnswer(Answer::No);
     remove->click();

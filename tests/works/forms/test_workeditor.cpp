@@ -38,6 +38,7 @@ private slots:
     void longDescriptionHasItsEditor();
     void charactersSaveTheWorkFirst();
     void workGoneMeanwhileStaysTyped();
+    void editorOfWhatIsGoneStoresNothing();
     void tabKeyVisitsTheFieldsInOrder();
     void keyNamesAreRenamed();
     void commandOpensTheEditor();
@@ -154,7 +155,9 @@ void TestWorkEditor::titleIsDemanded() {
     QVERIFY(find<QLineEdit>("txtTitle")->styleSheet().isEmpty());
     QCOMPARE(count("Compositions"), 0);
     type(QString(300, 'y'));
-    QCOMPARE(find<QLineEdit>("txtTitle")->text().size(), 250);
+    key(Qt::Key_S, Qt::AltModifier);
+    QCOMPARE(m_home->messages.told.back(), "Title: at most 250 characters.");
+    QCOMPARE(find<QLineEdit>("txtTitle")->text().size(), 301); // nothing that was typed is cut off
     m_home->messages.willAnswer(Answer::No);
     key(Qt::Key_Escape);
 }
@@ -297,6 +300,31 @@ void TestWorkEditor::workGoneMeanwhileStaysTyped() {
     QCOMPARE(m_home->messages.told.back(), "This work has been deleted meanwhile.");
     QVERIFY(m_editor->isVisible());
     QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Ulisse");
+    m_home->messages.willAnswer(Answer::No);
+    key(Qt::Key_Escape);
+}
+
+// Opened from a list that still showed the work, or for a composer who is gone: nothing comes into the
+// catalog that no list would show.
+void TestWorkEditor::editorOfWhatIsGoneStoresNothing() {
+    type("Poppea");
+    write(m_home->session->connection(), "DELETE FROM Cps");
+    key(Qt::Key_S, Qt::AltModifier);
+    QCOMPARE(m_home->messages.told.back(), "This card has been deleted meanwhile.");
+    key(Qt::Key_P, Qt::AltModifier); // a character would need the work's row
+    key(Qt::Key_A, Qt::AltModifier);
+    QCOMPARE(m_home->messages.told.size(), 2);
+    QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Poppea");
+    m_home->messages.willAnswer(Answer::No);
+    key(Qt::Key_Escape);
+    QVERIFY(!m_editor->isVisible());
+
+    edit(4711);
+    type("Ulisse");
+    key(Qt::Key_S, Qt::AltModifier);
+    QCOMPARE(m_home->messages.told.back(), "This work has been deleted meanwhile.");
+    QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Ulisse");
+    QCOMPARE(count("Compositions") + count("Personages"), 0);
     m_home->messages.willAnswer(Answer::No);
     key(Qt::Key_Escape);
 }
