@@ -85,7 +85,8 @@ const CatalogTable& catalogTable(const QString& table) {
 QString cleanName(const QString& text) {
     QString result = text;
     for (QChar& c : result)
-        if (c.category() == QChar::Other_Control)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     return result.trimmed();
 }
