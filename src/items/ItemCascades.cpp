@@ -37,11 +37,7 @@ const Step deleteRecording[] = {
     {Run, "UPDATE Compositions SET InCollection = False WHERE CompID IN "
           "(SELECT CompID FROM CompOnRec WHERE RecID = %1) "
           "AND CompID NOT IN "
-          "(SELECT First(CompOnRec.CompID) AS IdDuplicato "
-          "FROM CompOnRec WHERE CompID IN "
-          "(SELECT CompID FROM CompOnRec WHERE RecID = %1) "
-          "GROUP BY CompOnRec.CompID "
-          "HAVING Count(CompOnRec.CompID)>1)"},
+          "(SELECT CompID FROM CompOnRec WHERE RecID <> %1 AND CompID IS NOT NULL)"},
     {Step::Action::Attachments},
     {Run, "DELETE FROM RecSubCatJoin WHERE RecID = %1"},
     {Run, "DELETE CompOnRecPfr.* "
