@@ -126,8 +126,7 @@ std::optional<QByteArray> CardDocuments::importText() {
 qint64 CardDocuments::addFile(const QString& file, const QString& title) {
     std::optional<QByteArray> bytes;
     guarded(m_session, [&] { bytes = imported(file); });
-    const QString name =
-        title.isEmpty() ? cleanName(QFileInfo(file).completeBaseName()).left(CardFiles::maxTitle) : title;
+    const QString name = title.isEmpty() ? m_files.titleFrom(QFileInfo(file).completeBaseName()) : title;
     return bytes ? add(*bytes, name) : 0;
 }
 

@@ -6,22 +6,15 @@
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 
-#include <QCoreApplication>
-
 namespace tessaranth {
 
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("CardFiles", text); }
-
-QString checkedTitle(const QString& text) {
-    QString title = cleanName(text);
-    if (title.isEmpty() || title.size() > CardFiles::maxTitle)
-        throw Error(tr("A title has 1 to %1 characters.").arg(CardFiles::maxTitle));
-    return title;
+QString CardFiles::fitTitle(const QString& text) const {
+    return m_session.fields().fit(m_kind.table, m_kind.title, text);
 }
 
-} // namespace
+QString CardFiles::titleFrom(const QString& text) const {
+    return m_session.fields().cut(m_kind.table, m_kind.title, cleanName(text));
+}
 
 QString CardFiles::byId(qint64 id) const {
     return QStringLiteral(" FROM %1 WHERE %2 = %3").arg(m_kind.table, m_kind.key).arg(id);
@@ -68,12 +61,12 @@ QString CardFiles::askTitle(const QString& windowTitle, const QString& heading, 
     request.iconKey = m_kind.iconKey;
     request.button = button;
     request.defaultText = proposed;
-    request.maxLength = maxTitle;
+    request.maxLength = m_session.fields().width(m_kind.table, m_kind.title);
     return m_session.messages().inputName(request);
 }
 
 qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
-    const QString title = checkedTitle(text);
+    const QString title = fitTitle(text);
     Transaction transaction(m_session.connection());
     Recordset rows = Recordset::open(
         m_session.connection(),
@@ -112,7 +105,7 @@ bool CardFiles::askRename(qint64 id) {
 
 bool CardFiles::rename(qint64 id, const QString& text) {
     return guarded(m_session, [&] {
-        const QString title = checkedTitle(text);
+        const QString title = fitTitle(text);
         require(id);
         Recordset row = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
         row.update(0, {{m_kind.title, title}});

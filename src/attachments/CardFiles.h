@@ -48,14 +48,15 @@ public:
     QString askTitle(const QString& windowTitle, const QString& heading, const QString& button,
                      const QString& proposed);
 
+    /// A title for what came without one, such as from the name of its file, cut to what is kept.
+    QString titleFrom(const QString& text) const;
+
     Session& session() const { return m_session; }
     const CardOwner& card() const { return m_card; }
 
-    /// Longest title, in characters.
-    static constexpr int maxTitle = 250;
-
 private:
     QString byId(qint64 id) const;
+    QString fitTitle(const QString& text) const;
     void require(qint64 id);
 
     Session& m_session;

@@ -36,7 +36,7 @@ const CardFileKind& images() {
 QString titleOf(const QString& file) {
     const QFileInfo info(file);
     const QString base = cleanName(info.completeBaseName());
-    return (base.isEmpty() ? cleanName(info.fileName()) : base).left(CardFiles::maxTitle);
+    return base.isEmpty() ? cleanName(info.fileName()) : base;
 }
 
 } // namespace
@@ -85,7 +85,7 @@ qint64 CardImages::ImportImageFromFile() {
         guarded(m_session, [&] {
             // Read before the title is asked for: nobody should name what cannot be added.
             const QByteArray bytes = PictureFile::read(file);
-            const QString title = askTitle(titleOf(file));
+            const QString title = askTitle(m_files.titleFrom(titleOf(file)));
             if (!title.isEmpty())
                 id = m_files.addBytes(bytes, title);
         });
@@ -108,7 +108,7 @@ int CardImages::addFiles(const QStringList& files, Progress& progress) {
     for (qsizetype i = 0; i < files.size() && !progress.stopped(); ++i) {
         try {
             const QByteArray bytes = PictureFile::read(files[i]);
-            const QString proposed = titleOf(files[i]);
+            const QString proposed = m_files.titleFrom(titleOf(files[i]));
             const QString title = files.size() == 1 ? askTitle(proposed) : proposed;
             if (!title.isEmpty() && m_files.addBytes(bytes, title) != 0)
                 ++added;

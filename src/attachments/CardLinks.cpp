@@ -56,18 +56,14 @@ WebLink CardLinks::link(qint64 id) {
 }
 
 bool CardLinks::save(WebLink& link) {
-    link.url = cleanName(link.url);
-    link.alias = cleanName(link.alias);
     if (!m_card.require(m_session))
         return false;
     return guarded(m_session, [&] {
-        const int limit = m_session.fieldLengths().maxLength(QStringLiteral("Web"), QStringLiteral("Alias"));
-        if (link.url.isEmpty())
-            throw Error(tr("The URL is missing."));
-        if (link.alias.size() > limit)
-            throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Alias")).arg(limit));
+        const QString table = QStringLiteral("Web"), alias = QStringLiteral("Alias");
+        link.url = m_session.fields().fit(table, QStringLiteral("Url"), link.url);
+        link.alias = m_session.fields().fit(table, alias, link.alias);
         if (link.alias.isEmpty())
-            link.alias = link.url.left(limit);
+            link.alias = m_session.fields().cut(table, alias, link.url);
         Recordset::Assignments values{{QStringLiteral("Url"), link.url},
                                       {QStringLiteral("Alias"), link.alias}};
         if (link.id == 0) {

@@ -18,6 +18,7 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("CardMedia", text); }
 
 constexpr qsizetype namesShown = 10;
+const QString table = QStringLiteral("Media");
 
 QString byId(qint64 id) { return QStringLiteral(" FROM Media WHERE MediaID = ") + QString::number(id); }
 
@@ -27,8 +28,7 @@ Recordset::Assignments factsOf(Session& session, const QFileInfo& file) {
     const Volume volume = volumeOf(path);
     const auto cut = [&](const char* column, const QString& text) {
         const QString name = QString::fromLatin1(column);
-        const int limit = session.fieldLengths().maxLength(QStringLiteral("Media"), name);
-        return std::pair<QString, Value>(name, limit > 0 ? text.left(limit) : text);
+        return std::pair<QString, Value>(name, session.fields().cut(table, name, text));
     };
     return {{QStringLiteral("MediaFolder"), QDir::toNativeSeparators(file.absolutePath())},
             {QStringLiteral("MediaSize"), file.size()},
@@ -38,8 +38,7 @@ Recordset::Assignments factsOf(Session& session, const QFileInfo& file) {
 }
 
 bool fits(Session& session, const char* column, const QString& text) {
-    const int limit = session.fieldLengths().maxLength(QStringLiteral("Media"), QString::fromLatin1(column));
-    return limit <= 0 || text.size() <= limit;
+    return session.fields().fits(table, QLatin1String(column), text);
 }
 
 } // namespace
@@ -115,8 +114,6 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
         Transaction transaction(m_session.connection());
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM Media WHERE ") + m_card.condition());
-        const int titleLimit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Media"), QStringLiteral("MediaTitle"));
         for (qsizetype i = 0; i < files.size() && !progress.stopped(); ++i) {
             const QFileInfo file(files[i]);
             if (!file.isFile()) {
@@ -131,7 +128,8 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
                               {{QStringLiteral("RelatedID"), m_card.id},
                                {QStringLiteral("RelatedCat"), m_card.code},
                                {QStringLiteral("MediaTitle"),
-                                (name.isEmpty() ? cleanName(file.fileName()) : name).left(titleLimit)},
+                                m_session.fields().cut(table, QStringLiteral("MediaTitle"),
+                                                       name.isEmpty() ? cleanName(file.fileName()) : name)},
                                {QStringLiteral("MediaFile"), file.fileName()}});
                 rows.add(values);
                 ++added;
@@ -150,13 +148,11 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
 
 bool CardMedia::rename(qint64 id, const QString& text) {
     return guarded(m_session, [&] {
-        const QString title = cleanName(text);
+        const QString title = m_session.fields().fit(table, QStringLiteral("MediaTitle"), text);
         Recordset row =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT MediaTitle") + byId(id));
         if (row.isEmpty())
             throw Error(tr("This item has been deleted meanwhile."));
-        if (title.isEmpty() || !fits(m_session, "MediaTitle", title))
-            throw Error(tr("A title has 1 to 250 characters."));
         row.update(0, {{QStringLiteral("MediaTitle"), title}});
         return true;
     });

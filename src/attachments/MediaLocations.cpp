@@ -93,8 +93,6 @@ bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
     return guarded(m_session, [&] {
         if (change.to.isEmpty() || (!change.isDrive && change.from.isEmpty()))
             throw Error(tr("Both the old and the new place are needed."));
-        const int limit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Media"), QStringLiteral("MediaFolder"));
         std::vector<Move> moves;
         Query run = m_session.connection().query(
             QStringLiteral("SELECT MediaFolder, MediaID, RelatedCat, RelatedID FROM Media WHERE ") +
@@ -103,7 +101,7 @@ bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
             const QString folder = changed(run.text(0), change);
             if (folder.isEmpty())
                 continue;
-            if (folder.size() > limit)
+            if (!m_session.fields().fits(QStringLiteral("Media"), QStringLiteral("MediaFolder"), folder))
                 throw Error(tr("The new path would be too long:") + u'\n' + folder);
             moves.push_back({run.integer(1), folder, OpenCards::key(run.text(2), run.integer(3))});
         }

@@ -31,7 +31,6 @@ const Words words[] = {{"  New category", "Category name", "Add a new category",
                        {"  New sub-category", "Sub-Category name", "Add a new sub-category",
                         "  Rename sub-category", "Sub-category name", "Rename sub-category",
                         "Deleting sub-category"}};
-constexpr int nameLength = 50;
 
 /// What a list reads of a card: the columns of its name, after the first of which it is sorted.
 const char* nameColumns(int kind) {
@@ -50,10 +49,8 @@ const char* nameColumns(int kind) {
 } // namespace
 
 Classification::Classification(Session& session, int kind, OpenCards* cards)
-    : m_session(session), m_kind(kind), m_cards(cards),
-      m_names{{sql("xxxClass"), sql("xxxClassID"), sql("xxxClassName"), {}, QStringLiteral("Category name")},
-              {sql("xxxSubCat"), sql("xxxSubCatID"), sql("xxxSubCatName"), sql("xxxClassID"),
-               QStringLiteral("Sub-category name")}} {}
+    : m_session(session), m_kind(kind),
+      m_cards(cards), m_names{NameTable(sql("xxxClass")), NameTable(sql("xxxSubCat"))} {}
 
 // Every statement is written once for all kinds of card. A text of the user is added after this.
 QString Classification::sql(const char* text) const {
@@ -276,7 +273,7 @@ qint64 Classification::ownerOf(Level level, qint64 id) {
 
 QString Classification::fit(Level level, qint64 owner, const QString& text, qint64 except) {
     QString name = names(level).fit(m_session, text);
-    if (!name.isEmpty() && names(level).find(m_session, owner, name, except) != 0)
+    if (names(level).find(m_session, owner, name, except) != 0)
         throw Error(name + QStringLiteral(" alredy exists!"));
     return name;
 }
@@ -285,8 +282,6 @@ qint64 Classification::addNamed(Level level, qint64 category, const QString& tex
     qint64 id = 0;
     guarded(m_session, [&] {
         const QString name = fit(level, category, text, 0);
-        if (name.isEmpty())
-            return;
         if (level == SubCategory && names(Category).nameOf(m_session, category).isEmpty())
             throw Error(tr("This category has been deleted meanwhile."));
         id = names(level).add(m_session, category, name);
@@ -297,7 +292,7 @@ qint64 Classification::addNamed(Level level, qint64 category, const QString& tex
 bool Classification::renameTo(Level level, qint64 id, const QString& text) {
     const bool renamed = guarded(m_session, [&] {
         const QString name = fit(level, ownerOf(level, id), text, id);
-        return !name.isEmpty() && names(level).rename(m_session, id, name);
+        return names(level).rename(m_session, id, name);
     });
     if (renamed)
         reload(cardsIn(level, id));
@@ -312,7 +307,7 @@ qint64 Classification::add(Level level, qint64 category) {
                                                          QStringLiteral("Add"),
                                                          QStringLiteral("Class"),
                                                          {},
-                                                         nameLength});
+                                                         names(level).maxLength(m_session)});
     return name.isEmpty() ? 0 : addNamed(level, category, name);
 }
 
@@ -323,7 +318,7 @@ bool Classification::rename(Level level, qint64 id) {
         return false;
     const QString name = m_session.messages().inputName(
         {QLatin1String(own.renameTitle), QLatin1String(own.renameHeading), QLatin1String(own.renameLabel),
-         QStringLiteral("Rename"), QStringLiteral("Class"), old, nameLength});
+         QStringLiteral("Rename"), QStringLiteral("Class"), old, names(level).maxLength(m_session)});
     return !name.isEmpty() && renameTo(level, id, name);
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/NameTable.h"
 #include "store/ItemList.h"
+#include "store/NameTable.h"
 
 #include <QSet>
 #include <QStringList>
@@ -73,7 +73,7 @@ public:
     bool rename(Level level, qint64 id);
     bool remove(Level level, qint64 id);
 
-    // Without the input boxes. An empty name changes nothing.
+    // Without the input boxes.
     qint64 addNamed(Level level, qint64 category, const QString& name);
     bool renameTo(Level level, qint64 id, const QString& name);
 

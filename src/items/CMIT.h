@@ -76,7 +76,7 @@ private:
     template<typename Work>
     bool guarded(int kind, const Work& work);
     bool refuse(const QString& text, const QString& title = {});
-    bool isFit(const ItemKind& kind, Person& person);
+    void fit(const ItemKind& kind, Person& person);
     bool isKnown(const ItemKind& kind, const Person& person);
     bool isFitName(const ItemKind& kind, QString& name, qint64 id);
     /// Names the files to be deleted once the rows are gone for good.

@@ -56,24 +56,12 @@ bool CMIT::refuse(const QString& text, const QString& title) {
 
 // ---- persons
 
-bool CMIT::isFit(const ItemKind& kind, Person& person) {
+void CMIT::fit(const ItemKind& kind, Person& person) {
     for (const PersonColumn& column : personColumns) {
         QString& value = person.*column.value;
-        value = cleanName(value);
-        const int limit =
-            m_session.fieldLengths().maxLength(kind.table, kind.code + QLatin1String(column.suffix));
-        if (limit > 0 && value.size() > limit)
-            return refuse(tr("%1: at most %2 characters.").arg(QLatin1String(column.caption)).arg(limit));
+        value = m_session.fields().fit(kind.table, kind.code + QLatin1String(column.suffix), value);
     }
-    person.acronym = cleanName(person.acronym);
-    const int limit = m_session.fieldLengths().maxLength(QStringLiteral("Cps"), QStringLiteral("CatAcr"));
-    if (person.acronym.size() > limit)
-        return refuse(tr("%1: at most %2 characters.").arg(QStringLiteral("Catalog")).arg(limit));
-    if (person.last.isEmpty())
-        return refuse(tr("The last name is missing."));
-    if (!isYear(person.born) || !isYear(person.died))
-        return refuse(tr("A year has four digits, or the field is empty."));
-    return true;
+    person.acronym = m_session.fields().fit(QStringLiteral("Cps"), QStringLiteral("CatAcr"), person.acronym);
 }
 
 bool CMIT::isKnown(const ItemKind& kind, const Person& person) {
@@ -116,8 +104,7 @@ bool CMIT::AggiungiItem(int number, Person& person) {
 bool CMIT::ModificaItem(int number, Person& person) {
     bool saved = false;
     guarded(number, [&](const ItemKind& kind) {
-        if (!isFit(kind, person))
-            return;
+        fit(kind, person);
         if (isKnown(kind, person)) {
             refuse((person.first + u' ' + person.last).trimmed() + QStringLiteral(" is already in archive"));
             return;
@@ -152,14 +139,9 @@ bool CMIT::ModificaItem(int number, Person& person) {
 
 bool CMIT::isFitName(const ItemKind& kind, QString& name, qint64 id) {
     const LookupWords* words = wordsOf(kind.number);
-    name = cleanName(name);
     if (!words)
         return false;
-    if (name.isEmpty())
-        return refuse(tr("The name is missing."));
-    const int limit = m_session.fieldLengths().maxLength(kind.table, kind.nameColumn);
-    if (limit > 0 && name.size() > limit)
-        return refuse(tr("%1: at most %2 characters.").arg(QLatin1String(words->label)).arg(limit));
+    name = m_session.fields().fit(kind.table, kind.nameColumn, name);
     const bool known = m_session.connection().exists(QStringLiteral("SELECT * FROM ") + kind.table +
                                                      QStringLiteral(" WHERE ") + kind.nameColumn +
                                                      QStringLiteral(" LIKE '") + quotedPattern(name) + u'\'' +
@@ -211,7 +193,7 @@ qint64 CMIT::AggiungiItem(int number) {
                         QStringLiteral("Add"),
                         kind->iconKey,
                         {},
-                        m_session.fieldLengths().maxLength(kind->table, kind->nameColumn)};
+                        m_session.fields().width(kind->table, kind->nameColumn)};
     const QString name = m_session.messages().inputName(request);
     return name.isEmpty() ? 0 : addNamed(number, name);
 }
@@ -227,7 +209,7 @@ bool CMIT::ModificaItem(int number, qint64 id) {
                         QStringLiteral("Rename"),
                         kind->iconKey,
                         nameOf(number, id),
-                        m_session.fieldLengths().maxLength(kind->table, kind->nameColumn)};
+                        m_session.fields().width(kind->table, kind->nameColumn)};
     const QString name = m_session.messages().inputName(request);
     return !name.isEmpty() && rename(number, id, name);
 }

@@ -20,13 +20,8 @@ QString tr(const char* text) { return QCoreApplication::translate("CustomCards",
 bool CustomCards::save(qint64& id, const QString& text) {
     const QString code = itemKind(ItemKind::Custom)->code;
     const QString column = QStringLiteral("UserDefTitle");
-    const QString title = cleanName(text);
     const bool saved = guarded(m_session, [&] {
-        const int limit = m_session.fieldLengths().maxLength(code, column);
-        if (title.isEmpty())
-            throw Error(tr("The title is missing."));
-        if (limit > 0 && title.size() > limit)
-            throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Title")).arg(limit));
+        const QString title = m_session.fields().fit(code, column, text);
         if (m_session.connection().exists(QStringLiteral("SELECT * FROM UserDef WHERE UserDefTitle LIKE '") +
                                           quotedPattern(title) + QStringLiteral("' AND UserDefID <> ") +
                                           QString::number(id))) {

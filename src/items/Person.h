@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/Fields.h"
+
 #include <QString>
 
 namespace tessaranth {
@@ -20,12 +22,5 @@ QString personName(const QString& last, const QString& first);
 
 /// The years shown after a name: birth, "-" and death, each "?" when it is empty.
 QString yearsText(const QString& birth, const QString& death);
-
-/// True for four digits and for an empty text.
-bool isYear(const QString& text);
-
-/// A name as it is stored: trimmed, and with what no field of one line can show (line breaks, NUL and other
-/// control characters) turned into blanks.
-QString cleanName(const QString& text);
 
 } // namespace tessaranth

@@ -54,13 +54,6 @@ Recordset::Assignments valuesOf(const RecordingSpecs& specs) {
     return values;
 }
 
-void requireCode(const QStringList& codes, QString& code, const char* caption) {
-    if (code.isEmpty())
-        code = QStringLiteral("N/A");
-    if (!codes.contains(code))
-        throw Error(editorText("%1: \"%2\" is none of the list.").arg(QLatin1String(caption), code));
-}
-
 } // namespace
 
 // ---- what all parts share
@@ -130,25 +123,17 @@ void RecordingEditor::reloadCard() {
         m_cards->reloadCard(OpenCards::key(QStringLiteral("Rec"), m_id));
 }
 
-void RecordingEditor::requireLength(const char* table, const char* column, const char* caption,
-                                    const QString& text) {
-    const int limit = m_session.fieldLengths().maxLength(QLatin1String(table), QLatin1String(column));
-    if (limit > 0 && text.size() > limit)
-        throw Error(editorText("%1: at most %2 characters.").arg(QLatin1String(caption)).arg(limit));
-}
-
 // ---- specifications
 
 const QStringList& RecordingEditor::ratings() {
-    static const QStringList texts{QStringLiteral("N/A"),       QStringLiteral("Poor"),
-                                   QStringLiteral("Fair"),      QStringLiteral("Good"),
-                                   QStringLiteral("Very good"), QStringLiteral("Excellent")};
+    static const QStringList texts =
+        catalogTable(QStringLiteral("Rec")).field(QStringLiteral("Rating")).choiceTexts();
     return texts;
 }
 
 const QStringList& RecordingEditor::sparsCodes() {
     static const QStringList codes =
-        QStringLiteral("N/A AAA ADA AAD ADD DDD DAD DDA DAA A?A A?D D?A ??A ??D ???").split(u' ');
+        catalogTable(QStringLiteral("Rec")).field(QStringLiteral("Spars")).choiceTexts();
     return codes;
 }
 
@@ -197,15 +182,10 @@ void RecordingEditor::checkSpecs(RecordingSpecs& specs) {
         if (!column.text)
             continue;
         QString& text = specs.*column.text;
-        text = column.text == &RecordingSpecs::notes ? text.remove(QChar(0)).trimmed() : cleanName(text);
-        requireLength("Rec", column.name, column.caption, text);
+        text = m_session.fields().fit(QStringLiteral("Rec"), QLatin1String(column.name), text);
     }
-    if (specs.title.isEmpty())
-        throw Error(QStringLiteral("At least you must insert the recording title."));
     if (specs.units < 1 || specs.units > mostUnits)
         throw Error(editorText("Units: a whole number from 1 to %1.").arg(mostUnits));
-    requireCode(ratings(), specs.rating, "Rating");
-    requireCode(sparsCodes(), specs.spars, "SPARS");
 }
 
 bool RecordingEditor::applySpecs(RecordingSpecs& specs) {

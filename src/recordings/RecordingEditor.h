@@ -99,9 +99,6 @@ public:
     static constexpr int mostUnits = 999; ///< discs of a recording
     /// The number of discs that a text tells; nothing when it is not a whole number from 1 to `mostUnits`.
     static std::optional<int> units(const QString& text);
-    /// A typed length as it is stored, "04:30" of "04.30", "04:30" or "0430"; nothing when it is none, as one
-    /// of 60 seconds or more. Empty for an empty text.
-    static std::optional<QString> length(const QString& text);
 
     // Specifications.
     RecordingSpecs specs();
@@ -162,7 +159,6 @@ private:
     void requireRecording();
     void touch();
     void reloadCard();
-    void requireLength(const char* table, const char* column, const char* caption, const QString& text);
     void checkSpecs(RecordingSpecs& specs);
     void applyPersons(const char* code, const std::vector<qint64>& ids);
     void checkNewWork(const PlacedWork& work);

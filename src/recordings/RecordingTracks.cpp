@@ -11,21 +11,11 @@ namespace tessaranth {
 
 // ---- lengths
 
-std::optional<QString> RecordingEditor::length(const QString& text) {
-    static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{2})[^0-9]?([0-5][0-9])\\z"));
-    if (text.isEmpty())
-        return QString();
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    return match.captured(1) + u':' + match.captured(2);
-}
-
 QString totalLength(const std::vector<Track>& tracks) {
     int seconds = 0;
     bool any = false;
     for (const Track& track : tracks) {
-        const QString length = RecordingEditor::length(track.length).value_or(QString());
+        const QString length = trackLength(track.length).value_or(QString());
         if (length.isEmpty())
             continue;
         any = true;
@@ -240,17 +230,17 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
     }
     for (size_t i = 0; i < tracks.size(); ++i) {
         const qint64 number = qint64(i) + 1;
-        const QString name = cleanName(tracks[i].name);
+        const auto fit = [&](const QString& column, const QString& text) {
+            try {
+                return m_session.fields().fit(QStringLiteral("Tracks"), column, text);
+            } catch (const Error& error) {
+                throw Error(editorText("Track %1: %2").arg(number).arg(error.reason()));
+            }
+        };
+        const QString name = fit(QStringLiteral("TrackName"), tracks[i].name);
         QString length = tracks[i].length.trimmed();
-        requireLength("Tracks", "TrackName", "Track name", name);
-        if (!lengths.contains(length)) {
-            const std::optional<QString> typed = RecordingEditor::length(length);
-            if (!typed)
-                throw Error(editorText("Track %1: the length \"%2\" is not of the form mm:ss.")
-                                .arg(number)
-                                .arg(length));
-            length = *typed;
-        }
+        if (!lengths.contains(length))
+            length = fit(QStringLiteral("TrackLen"), length);
         const Recordset::Assignments values{{QStringLiteral("RecID"), m_id},
                                             {QStringLiteral("Disc"), disc},
                                             {QStringLiteral("TrackNbr"), number},
@@ -265,9 +255,7 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
 }
 
 void RecordingEditor::storeDiscId(int disc, const QString& text) {
-    // Discs are looked up by the identifier as it is written by the program, in lower case.
-    const QString discId = cleanName(text).toLower();
-    requireLength("DiscIds", "DiscId", "Disc ID", discId);
+    const QString discId = m_session.fields().fit(QStringLiteral("DiscIds"), QStringLiteral("DiscId"), text);
     Recordset rows = Recordset::open(m_session.connection(), discIdStatement(disc));
     if (!rows.isEmpty())
         rows.update(0, {{QStringLiteral("DiscId"), discId}});

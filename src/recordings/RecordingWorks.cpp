@@ -153,8 +153,8 @@ void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
     Recordset casts = Recordset::open(connection, QStringLiteral("SELECT * FROM CompOnRecPfr WHERE 1 = 0"));
     int position = 0;
     for (const PlacedWork& work : works) {
-        const QString excerpt = cleanName(work.excerpt);
-        requireLength("CompOnRec", "ExtraitName", "Excerpt", excerpt);
+        const QString excerpt =
+            m_session.fields().fit(QStringLiteral("CompOnRec"), QStringLiteral("ExtraitName"), work.excerpt);
         ++position;
         const auto row = stored.constFind({work.id, work.work});
         if (row != stored.constEnd()) {
@@ -260,8 +260,8 @@ bool RecordingEditor::findWorks(qint64 composer, std::vector<TrackWork>& works) 
 }
 
 void RecordingEditor::addToList(qint64 composer, TrackWork& work) {
-    const QString title = cleanName(work.title);
-    requireLength("Compositions", "CompTitle", "Title", title);
+    const QString title =
+        m_session.fields().fit(QStringLiteral("Compositions"), QStringLiteral("CompTitle"), work.title);
     Recordset rows =
         Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
     Recordset::Assignments values{{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}};

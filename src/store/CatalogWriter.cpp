@@ -2,6 +2,7 @@
 #include "store/CatalogWriter.h"
 
 #include "store/Connection.h"
+#include "store/NameTable.h"
 #include "store/TextOrder.h"
 
 namespace tessaranth {
@@ -20,25 +21,34 @@ qint64 CatalogWriter::add(const QString& name, const Recordset::Assignments& val
     return m_connection.lastKey();
 }
 
-qint64 CatalogWriter::lookup(const QString& name, const QString& nameColumn, const QString& text,
-                             qint64 composer) {
-    if (text.isEmpty())
+CatalogWriter::Names CatalogWriter::readNames(const NameTable& names, qint64 owner) {
+    QString statement = QStringLiteral("SELECT %1, %2 FROM %3").arg(names.key, names.column, names.table);
+    if (owner != 0)
+        statement += QStringLiteral(" WHERE %1 = %2").arg(names.ownerColumn).arg(owner);
+    Names known;
+    Query run = m_connection.query(statement + QStringLiteral(" ORDER BY ") + names.key);
+    while (run.next())
+        if (const QString name = TextOrder::fold(run.text(1).trimmed()); !known.contains(name))
+            known.insert(name, run.integer(0));
+    return known;
+}
+
+qint64 CatalogWriter::lookup(const QString& table, const QString& name, qint64 owner,
+                             const Recordset::Assignments& fixed) {
+    if (name.isEmpty())
         return 0;
-    const QString cached = name + u'\t' + QString::number(composer) + u'\t' + TextOrder::fold(text);
-    const auto known = m_lookups.constFind(cached);
-    if (known != m_lookups.constEnd())
-        return *known;
-    QString statement =
-        QStringLiteral("SELECT * FROM %1 WHERE %2 = '%3'").arg(name, nameColumn, quoted(text));
-    Recordset::Assignments values{{nameColumn, text}};
-    if (composer != 0) {
-        statement += QStringLiteral(" AND CpsID = ") + QString::number(composer);
-        values.push_back({QStringLiteral("CpsID"), composer});
+    const NameTable names(table);
+    auto known = m_lookups.find({table, owner});
+    if (known == m_lookups.end())
+        known = m_lookups.emplace(std::pair(table, owner), readNames(names, owner)).first;
+    qint64& id = known->second[TextOrder::fold(name)];
+    if (id == 0) {
+        Recordset::Assignments values = fixed;
+        values.emplace_back(names.column, name);
+        if (owner != 0)
+            values.emplace_back(names.ownerColumn, owner);
+        id = add(table, values);
     }
-    // The key is the first column of every lookup table.
-    const Value found = m_connection.single(statement);
-    const qint64 id = found.isNull() ? add(name, values) : found.toInteger();
-    m_lookups.insert(cached, id);
     return id;
 }
 

@@ -8,6 +8,7 @@
 #include "store/Arrangements.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
+#include "store/Fields.h"
 #include "store/clsDb.h"
 
 #include <QHash>
@@ -41,6 +42,7 @@ public:
     Connection& connection() { return *m_connection; }
     bool isOpen() const { return m_connection != nullptr; }
     clsDb& fieldLengths() { return m_fieldLengths; }
+    const Fields& fields() const { return m_fields; } ///< checks values before they are stored
 
     const QString& applicationFolder() const { return m_applicationFolder; }
     QString applicationFile(const QString& name) const; ///< full path of a file beside the program
@@ -84,6 +86,7 @@ private:
     Arrangements m_arrangements{m_configuration};
     std::unique_ptr<Connection> m_connection;
     clsDb m_fieldLengths;
+    Fields m_fields{m_fieldLengths};
     QString m_databasePath;
     QString m_temporaryFolder;
     QString m_userAgent;

@@ -153,11 +153,9 @@ private:
                           {"CompNbr", at(file, row, "number")},
                           {"CompYear", at(file, row, "year")},
                           {"KeyID", keyNumber(at(file, row, "keyname"), file, row)},
-                          {"GenreID", m_writer.lookup("Genres", "GenreName", at(file, row, "genre"))},
-                          {"CpsGenreID",
-                           m_writer.lookup("CpsGenres", "CpsGenreName", at(file, row, "catgenre"), composer)},
-                          {"MainWorkID",
-                           m_writer.lookup("MainWorks", "MainWorkName", at(file, row, "mainwork"), composer)},
+                          {"GenreID", m_writer.lookup("Genres", at(file, row, "genre"))},
+                          {"CpsGenreID", m_writer.lookup("CpsGenres", at(file, row, "catgenre"), composer)},
+                          {"MainWorkID", m_writer.lookup("MainWorks", at(file, row, "mainwork"), composer)},
                           {"Descr", QString()},
                           {"Pers", !roles.isEmpty()}});
         m_keys["Comp"][at(file, row, "key")] = id;
@@ -175,9 +173,9 @@ private:
         RecordingSpecs specs;
         specs.title = at(file, row, "title");
         specs.subtitle = at(file, row, "subtitle");
-        specs.label = m_writer.lookup("Labels", "LabelName", at(file, row, "label"));
-        specs.carrier = m_writer.lookup("Supports", "SupportType", at(file, row, "carrier"));
-        specs.source = m_writer.lookup("Sources", "SourceType", at(file, row, "source"));
+        specs.label = m_writer.lookup("Labels", at(file, row, "label"));
+        specs.carrier = m_writer.lookup("Supports", at(file, row, "carrier"));
+        specs.source = m_writer.lookup("Sources", at(file, row, "source"));
         specs.productionNumber = at(file, row, "prodnbr");
         specs.notes = at(file, row, "notes");
         specs.rating = textOr("rating", "N/A");

@@ -159,23 +159,11 @@ Work CWKS::work(qint64 id) {
     return result;
 }
 
-bool CWKS::isFit(Work& work) {
+void CWKS::fit(Work& work) {
     for (const TextColumn& column : textColumns) {
         QString& value = work.*column.value;
-        value = cleanName(value);
-        const int limit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Compositions"), QLatin1String(column.name));
-        if (limit > 0 && value.size() > limit) {
-            m_session.messages().warning(
-                applicationTitle,
-                tr("%1: at most %2 characters.").arg(QLatin1String(column.caption)).arg(limit));
-            return false;
-        }
+        value = m_session.fields().fit(QStringLiteral("Compositions"), QLatin1String(column.name), value);
     }
-    if (work.title.isEmpty())
-        m_session.messages().warning(applicationTitle,
-                                     QStringLiteral("At least you must insert the work title."));
-    return !work.title.isEmpty();
 }
 
 bool CWKS::AggiungiWork(Work& work) {
@@ -184,10 +172,9 @@ bool CWKS::AggiungiWork(Work& work) {
 }
 
 bool CWKS::ModificaWork(Work& work) {
-    if (!isFit(work))
-        return false;
     bool saved = false;
     guarded([&] {
+        fit(work);
         Recordset::Assignments values;
         for (const TextColumn& column : textColumns)
             values.emplace_back(QLatin1String(column.name), work.*column.value);
@@ -296,12 +283,7 @@ void CWKS::markCharacters(qint64 work) {
 }
 
 QString CWKS::characterName(const QString& text) {
-    QString name = cleanName(text);
-    const int limit =
-        m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
-    if (limit > 0 && name.size() > limit)
-        throw Error(tr("%1: at most %2 characters.").arg(QStringLiteral("Personage name")).arg(limit));
-    return name;
+    return m_session.fields().fit(QStringLiteral("Personages"), QStringLiteral("PersonageName"), text);
 }
 
 void CWKS::requireWork(qint64 id) {
@@ -314,8 +296,6 @@ qint64 CWKS::addCharacter(qint64 work, const QString& text) {
     qint64 id = 0;
     guarded([&] {
         const QString name = characterName(text);
-        if (name.isEmpty())
-            return;
         if (hasCharacter(work, name, 0))
             throw Error(name + QStringLiteral(" is already in archive!"));
         requireWork(work);
@@ -337,7 +317,7 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
         Recordset rows =
             Recordset::open(m_session.connection(),
                             QStringLiteral("SELECT * FROM Personages WHERE PersonageID = %1").arg(id));
-        if (name.isEmpty() || rows.isEmpty())
+        if (rows.isEmpty())
             return;
         if (hasCharacter(rows.value(0, QStringLiteral("CompID")).toInteger(), name, id))
             throw Error(name + QStringLiteral(" is already in archive!"));
@@ -375,14 +355,12 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         Transaction transaction(m_session.connection());
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
-        const int limit =
-            m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"));
         int number = 0;
         for (const QString& line : CodePages::decodeText(file.readAll()).split(u'\n')) {
             ++number;
             const QString name = cleanName(line);
-            if (name.size() > limit)
-                throw Error(tr("Line %1: at most %2 characters.").arg(number).arg(limit));
+            if (!m_session.fields().fits(QStringLiteral("Personages"), QStringLiteral("PersonageName"), name))
+                throw Error(tr("Line %1: the name is too long.").arg(number));
             if (name.isEmpty() || hasCharacter(work, name, 0))
                 continue;
             rows.add({{QStringLiteral("CompID"), work}, {QStringLiteral("PersonageName"), name}});

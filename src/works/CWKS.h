@@ -63,7 +63,7 @@ public:
 private:
     template<typename Job>
     bool guarded(const Job& job, const QString& failure = {});
-    bool isFit(Work& work);
+    void fit(Work& work);
     void deleteRows(qint64 id, bool withCharacters, QStringList& files);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);
     void markCharacters(qint64 work);

@@ -7,7 +7,6 @@
 #include "platform/Progress.h"
 #include "store/CatalogWriter.h"
 #include "store/Session.h"
-#include "store/TextOrder.h"
 #include "works/ComposerCatalog.h"
 
 #include <QCoreApplication>
@@ -20,63 +19,18 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("CatalogFile", text); }
 
 /// The fields of the file, with the column that each is read into and that bounds its length.
-struct CatalogField {
+struct FileField {
     const char* name;
     const char* table;
     const char* missing; ///< told before the number of a row without it; nullptr where it may be empty
 };
-const CatalogField catalogFields[] = {{"CompTitle", "Compositions", "Work Title missed in Row: "},
-                                      {"CompSubTitle", "Compositions", nullptr},
-                                      {"CompNbr", "Compositions", nullptr},
-                                      {"MainWorkName", "MainWorks", nullptr},
-                                      {"CompYear", "Compositions", nullptr},
-                                      {"CpsGenreName", "CpsGenres", "Catalog Genre missed in Row: "},
-                                      {"GenreName", "Genres", nullptr}};
-
-/// The works of a file share few names: each is looked for once in what the catalog has.
-class NameKeys {
-public:
-    /// `fixed` goes into every new row.
-    NameKeys(Connection& connection, CatalogWriter& writer, const char* table, const char* key,
-             const char* nameColumn, const QString& condition, Recordset::Assignments fixed)
-        : m_writer(writer), m_table(QLatin1String(table)), m_nameColumn(QLatin1String(nameColumn)),
-          m_fixed(std::move(fixed)) {
-        Query run = connection.query(QStringLiteral("SELECT %1, %2 FROM %3%4 ORDER BY %1")
-                                         .arg(QLatin1String(key), m_nameColumn, m_table, condition));
-        while (run.next())
-            m_keys.tryEmplace(run.text(1).trimmed(), run.integer(0));
-    }
-
-    qint64 findOrAdd(const QString& name) {
-        if (name.isEmpty())
-            return 0;
-        if (const qint64 known = m_keys.find(name))
-            return known;
-        Recordset::Assignments values = m_fixed;
-        values.emplace_back(m_nameColumn, name);
-        const qint64 id = m_writer.add(m_table, values);
-        m_keys.tryEmplace(name, id);
-        return id;
-    }
-
-private:
-    /// By folded name, so that two names are the same exactly when a comparison in the catalog says so.
-    struct Keys {
-        QHash<QString, qint64> byName;
-        void tryEmplace(const QString& name, qint64 id) {
-            const QString folded = TextOrder::fold(name);
-            if (!byName.contains(folded))
-                byName.insert(folded, id);
-        }
-        qint64 find(const QString& name) const { return byName.value(TextOrder::fold(name)); }
-    };
-
-    CatalogWriter& m_writer;
-    QString m_table;
-    QString m_nameColumn;
-    Recordset::Assignments m_fixed;
-    Keys m_keys;
-};
+const FileField fileFields[] = {{"CompTitle", "Compositions", "Work Title missed in Row: "},
+                                {"CompSubTitle", "Compositions", nullptr},
+                                {"CompNbr", "Compositions", nullptr},
+                                {"MainWorkName", "MainWorks", nullptr},
+                                {"CompYear", "Compositions", nullptr},
+                                {"CpsGenreName", "CpsGenres", "Catalog Genre missed in Row: "},
+                                {"GenreName", "Genres", nullptr}};
 
 } // namespace
 
@@ -183,9 +137,9 @@ bool CatalogFile::isFit(Recordset& rows, Progress& progress) {
         m_session.messages().warning(applicationTitle, text);
         return false;
     };
-    if (rows.fields().size() != std::size(catalogFields))
+    if (rows.fields().size() != std::size(fileFields))
         return refuse(QStringLiteral("Invalid Catalog file!"));
-    for (const CatalogField& field : catalogFields)
+    for (const FileField& field : fileFields)
         if (rows.fieldIndex(QLatin1String(field.name)) < 0)
             return refuse(QStringLiteral("Invalid Catalog file!"));
     progress.stage(QStringLiteral("Checking data...."));
@@ -193,15 +147,16 @@ bool CatalogFile::isFit(Recordset& rows, Progress& progress) {
         if (progress.stopped())
             return false;
         const QString number = QString::number(row + 1);
-        for (const CatalogField& field : catalogFields) {
+        for (const FileField& field : fileFields) {
             const QString name = QLatin1String(field.name);
             const QString text = cleanName(rows.value(row, name).toText());
-            const int limit = m_session.fieldLengths().maxLength(QLatin1String(field.table), name);
+            const QString table = QLatin1String(field.table);
             if (field.missing && text.isEmpty())
                 return refuse(QLatin1String(field.missing) + number);
-            if (limit > 0 && text.size() > limit)
+            if (!m_session.fields().fits(table, name, text))
                 return refuse(QStringLiteral("Row: ") + number + QStringLiteral(", Field: ") + name +
-                              QStringLiteral(": Invalid length\nMust be: ") + QString::number(limit));
+                              QStringLiteral(": Invalid length\nMust be: ") +
+                              QString::number(m_session.fields().width(table, name)));
         }
         progress.step(row + 1, rows.rowCount());
     }
@@ -211,35 +166,34 @@ bool CatalogFile::isFit(Recordset& rows, Progress& progress) {
 void CatalogFile::addRows(const Recordset& rows, const QString& file, Progress& progress) {
     Connection& connection = m_session.connection();
     CatalogWriter writer(connection);
-    const QString ofComposer = QStringLiteral(" WHERE CpsID = ") + QString::number(m_composer);
-    const Recordset::Assignments imported{{QStringLiteral("CpsID"), m_composer},
-                                          {QStringLiteral("wkl"), true}};
-    NameKeys genres(connection, writer, "Genres", "GenreID", "GenreName", {}, {});
-    NameKeys composerGenres(connection, writer, "CpsGenres", "CpsGenreID", "CpsGenreName", ofComposer,
-                            imported);
-    NameKeys mainWorks(connection, writer, "MainWorks", "MainWorkID", "MainWorkName", ofComposer, imported);
+    const Recordset::Assignments mark{{QStringLiteral("wkl"), true}};
     for (int row = 0; row < rows.rowCount() && !progress.stopped(); ++row) {
-        Recordset::Assignments values = imported;
+        Recordset::Assignments values = mark;
+        values.emplace_back(QStringLiteral("CpsID"), m_composer);
         const auto text = [&](const char* field) {
             return cleanName(rows.value(row, QLatin1String(field)).toText());
         };
         for (const char* field : {"CompTitle", "CompSubTitle", "CompNbr", "CompYear"})
             values.emplace_back(QLatin1String(field), text(field));
-        values.emplace_back(QStringLiteral("GenreID"), genres.findOrAdd(text("GenreName")));
-        values.emplace_back(QStringLiteral("MainWorkID"), mainWorks.findOrAdd(text("MainWorkName")));
-        values.emplace_back(QStringLiteral("CpsGenreID"), composerGenres.findOrAdd(text("CpsGenreName")));
+        values.emplace_back(QStringLiteral("GenreID"),
+                            writer.lookup(QStringLiteral("Genres"), text("GenreName")));
+        const auto ofComposer = [&](const char* table, const char* field) {
+            return writer.lookup(QLatin1String(table), text(field), m_composer, mark);
+        };
+        values.emplace_back(QStringLiteral("MainWorkID"), ofComposer("MainWorks", "MainWorkName"));
+        values.emplace_back(QStringLiteral("CpsGenreID"), ofComposer("CpsGenres", "CpsGenreName"));
         writer.add(QStringLiteral("Compositions"), values);
         progress.step(row + 1, rows.rowCount());
     }
-    clsDb& lengths = m_session.fieldLengths();
-    const int nameLength = lengths.maxLength(QStringLiteral("Catalogs"), QStringLiteral("CpsName"));
-    const int fileLength = lengths.maxLength(QStringLiteral("Catalogs"), QStringLiteral("FileName"));
-    writer.add(QStringLiteral("Catalogs"),
-               {{QStringLiteral("CpsID"), m_composer},
-                {QStringLiteral("CpsName"), composerName().left(nameLength)},
-                {QStringLiteral("FileName"), QFileInfo(file).fileName().left(fileLength)},
-                {QStringLiteral("DateAdded"),
-                 m_session.clock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))}});
+    const QString table = QStringLiteral("Catalogs");
+    const auto cut = [&](const QString& column, const QString& text) {
+        return std::pair<QString, Value>(column, m_session.fields().cut(table, column, text));
+    };
+    writer.add(table, {{QStringLiteral("CpsID"), m_composer},
+                       cut(QStringLiteral("CpsName"), composerName()),
+                       cut(QStringLiteral("FileName"), QFileInfo(file).fileName()),
+                       {QStringLiteral("DateAdded"),
+                        m_session.clock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))}});
 }
 
 bool CatalogFile::importFrom(const QString& path, Progress& progress) {

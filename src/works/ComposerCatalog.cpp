@@ -16,27 +16,17 @@ namespace {
 QString tr(const char* text) { return QCoreApplication::translate("ComposerCatalog", text); }
 
 const CatalogBranch branches[] = {
-    {CatalogBranch::Genres,
-     QStringLiteral("Catalog genres"),
-     {QStringLiteral("CpsGenres"), QStringLiteral("CpsGenreID"), QStringLiteral("CpsGenreName"),
-      QStringLiteral("CpsID"), QStringLiteral("Genre name")},
-     QStringLiteral("Catalog genre"),
-     QStringLiteral("New catalog genre"),
+    {CatalogBranch::Genres, QStringLiteral("Catalog genres"), NameTable(QStringLiteral("CpsGenres")),
+     QStringLiteral("Catalog genre"), QStringLiteral("New catalog genre"),
      QStringLiteral("Insert a new genre to the composer catalog"),
-     QStringLiteral("Rename composer catalog genre"),
-     QStringLiteral("Remove genre(s)"),
+     QStringLiteral("Rename composer catalog genre"), QStringLiteral("Remove genre(s)"),
      QStringLiteral("The following genre will be removed: "),
      QStringLiteral("The following genres will be removed: "),
      QStringLiteral("Assign selected work(s) to genre")},
-    {CatalogBranch::MainWorks,
-     QStringLiteral("Mainworks"),
-     {QStringLiteral("MainWorks"), QStringLiteral("MainWorkID"), QStringLiteral("MainWorkName"),
-      QStringLiteral("CpsID"), QStringLiteral("MainWork name")},
-     QStringLiteral("Main work"),
-     QStringLiteral("New Main work"),
+    {CatalogBranch::MainWorks, QStringLiteral("Mainworks"), NameTable(QStringLiteral("MainWorks")),
+     QStringLiteral("Main work"), QStringLiteral("New Main work"),
      QStringLiteral("Insert a new main work to the composer catalog"),
-     QStringLiteral("Rename catalog main work"),
-     QStringLiteral("Remove mainwork(s)"),
+     QStringLiteral("Rename catalog main work"), QStringLiteral("Remove mainwork(s)"),
      QStringLiteral("The following mainwork will be removed: "),
      QStringLiteral("The following mainworks will be removed: "),
      QStringLiteral("Assign selected work(s) to main work")}};
@@ -136,7 +126,7 @@ bool ComposerCatalog::importedCatalogs(Session& session, ItemList& list) {
 
 QString ComposerCatalog::fit(const CatalogBranch& branch, const QString& text, qint64 except) {
     QString name = branch.names.fit(m_session, text);
-    if (!name.isEmpty() && branch.names.find(m_session, m_composer, name, except) != 0)
+    if (branch.names.find(m_session, m_composer, name, except) != 0)
         throw Error(name + QStringLiteral(" alredy exists!"));
     return name;
 }
@@ -146,8 +136,7 @@ qint64 ComposerCatalog::addNamed(Branch number, const QString& text) {
     qint64 id = 0;
     guarded(m_session, [&] {
         const QString name = fit(branch, text, 0);
-        if (!name.isEmpty())
-            id = branch.names.add(m_session, m_composer, name);
+        id = branch.names.add(m_session, m_composer, name);
     });
     return id;
 }
@@ -156,13 +145,13 @@ bool ComposerCatalog::renameTo(Branch number, qint64 node, const QString& text) 
     const CatalogBranch& branch = branches[number];
     return node != 0 && guarded(m_session, [&] {
                const QString name = fit(branch, text, node);
-               return !name.isEmpty() && branch.names.rename(m_session, node, name);
+               return branch.names.rename(m_session, node, name);
            });
 }
 
 QString ComposerCatalog::inputName(const CatalogBranch& branch, const QString& title, const QString& prompt,
                                    const QString& button, const QString& text) {
-    return m_session.messages().inputName({title, prompt, branch.names.label, button,
+    return m_session.messages().inputName({title, prompt, branch.names.label(), button,
                                            QStringLiteral("Catalog"), text,
                                            branch.names.maxLength(m_session)});
 }

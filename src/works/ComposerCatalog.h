@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/NameTable.h"
 #include "store/ItemList.h"
+#include "store/NameTable.h"
 
 #include <QString>
 #include <optional>

@@ -38,13 +38,7 @@ bool KeyNames::list(ItemList& list) {
 
 bool KeyNames::rename(qint64 id, const QString& text) {
     try {
-        const QString name = cleanName(text);
-        const int limit =
-            m_session.fieldLengths().maxLength(QStringLiteral("WKeys"), QStringLiteral("KeyName"));
-        if (name.isEmpty())
-            throw Error(tr("A key needs a name."));
-        if (limit > 0 && name.size() > limit)
-            throw Error(tr("%1: at most %2 characters.").arg(tr("Key name")).arg(limit));
+        const QString name = m_session.fields().fit(QStringLiteral("WKeys"), QStringLiteral("KeyName"), text);
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM WKeys WHERE WKeysID = %1").arg(id));
         if (rows.isEmpty())

@@ -37,7 +37,7 @@ qint64 WorkGroups::add(Kind kind) {
     const Words& of = words[kind];
     const NameRequest request{of.title,
                               of.prompt,
-                              of.names().label,
+                              of.names().label(),
                               QStringLiteral("Add"),
                               of.iconKey,
                               QString(),
@@ -51,8 +51,6 @@ qint64 WorkGroups::addNamed(Kind kind, const QString& text) {
     qint64 id = 0;
     guarded(m_session, [&] {
         const QString name = names.fit(m_session, text);
-        if (name.isEmpty())
-            return;
         if (names.find(m_session, m_composer, name) != 0)
             m_session.messages().warning(QStringLiteral("Duplicate record"),
                                          name + QStringLiteral(" is already in archive!"));

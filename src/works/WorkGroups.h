@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "items/NameTable.h"
+#include "store/NameTable.h"
 
 namespace tessaranth {
 

@@ -71,7 +71,7 @@ void TestClassification::keepsNames_data() {
                         << "Category name: at most 50 characters.";
     QTest::newRow("blanks") << " \t "
                             << ""
-                            << "";
+                            << "The name is missing.";
     QTest::newRow("other case") << "SHELF "
                                 << ""
                                 << "SHELF alredy exists!";

@@ -34,7 +34,7 @@ void frmNewWeb::buildUi() {
     m_url->setPlaceholderText(QStringLiteral("https://"));
     m_alias = FormHelpers::lineEdit(
         this, QStringLiteral("txtAlias"), QStringLiteral("Alias"),
-        m_context.session.fieldLengths().maxLength(QStringLiteral("Web"), QStringLiteral("Alias")));
+        m_context.session.fields().width(QStringLiteral("Web"), QStringLiteral("Alias")));
     m_alias->setPlaceholderText(tr("Left empty, the URL is shown"));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&URL:"), m_url);

@@ -42,7 +42,7 @@ void frmNewLabel::buildUi() {
                           QStringLiteral("Add or edit a label\nYou may also import the label logo.")));
     m_name = FormHelpers::lineEdit(
         this, QStringLiteral("txtName"), tr("Label name"),
-        m_context.session.fieldLengths().maxLength(QStringLiteral("Labels"), QStringLiteral("LabelName")));
+        m_context.session.fields().width(QStringLiteral("Labels"), QStringLiteral("LabelName")));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&Name:"), m_name);
     fields->addRow(tr("Logo:"), logoRow());

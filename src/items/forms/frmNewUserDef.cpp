@@ -28,9 +28,9 @@ void frmNewUserDef::buildUi() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(FormHelpers::head(m_context.icons, QStringLiteral("User"), windowTitle().trimmed(),
                                         QStringLiteral("Add or edit a custom item")));
-    m_title = FormHelpers::lineEdit(this, QStringLiteral("txtTitle"), tr("Title"),
-                                    m_context.session.fieldLengths().maxLength(
-                                        QStringLiteral("UserDef"), QStringLiteral("UserDefTitle")));
+    m_title = FormHelpers::lineEdit(
+        this, QStringLiteral("txtTitle"), tr("Title"),
+        m_context.session.fields().width(QStringLiteral("UserDef"), QStringLiteral("UserDefTitle")));
     auto* fields = new QFormLayout;
     fields->addRow(tr("&Title:"), m_title);
     layout->addLayout(fields);

@@ -46,7 +46,7 @@ void frmPers::buildUi() {
 
     auto* fields = new QFormLayout;
     const auto field = [&](QLineEdit*& edit, const char* name, const char* column, const QString& caption) {
-        const int width = m_context.session.fieldLengths().maxLength(kind.table, QLatin1String(column));
+        const int width = m_context.session.fields().width(kind.table, QLatin1String(column));
         edit = FormHelpers::lineEdit(this, QLatin1String(name), QString(caption).remove(u'&').remove(u':'),
                                      width);
         fields->addRow(caption, edit);

@@ -299,8 +299,8 @@ void RecCastTab::chooseRoles() {
             const QString name = m_context.session.messages().inputName(
                 {QStringLiteral("New personage"), QStringLiteral("Add a new personage"),
                  QStringLiteral("Personage name"), QStringLiteral("Add"), QStringLiteral("Pers"), QString(),
-                 m_context.session.fieldLengths().maxLength(QStringLiteral("Personages"),
-                                                            QStringLiteral("PersonageName"))});
+                 m_context.session.fields().width(QStringLiteral("Personages"),
+                                                  QStringLiteral("PersonageName"))});
             return name.isEmpty() ? qint64(0) : works.addCharacter(work, name);
         },
         [&](ItemList& again) { return works.PersInLv(work, again); });

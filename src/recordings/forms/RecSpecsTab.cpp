@@ -117,7 +117,7 @@ void RecSpecsTab::buildTexts(QGridLayout* grid) {
     for (const TextField& field : textFields()) {
         QLineEdit* edit = FormHelpers::lineEdit(
             this, QLatin1String(field.objectName), spoken(field.caption),
-            m_context.session.fieldLengths().maxLength(QStringLiteral("Rec"), QLatin1String(field.column)));
+            m_context.session.fields().width(QStringLiteral("Rec"), QLatin1String(field.column)));
         connect(edit, &QLineEdit::textChanged, this, &RecTab::changed);
         addField(grid, field.row, field.half, field.caption, edit, edit);
         m_texts.push_back(edit);

@@ -47,7 +47,7 @@ void RecTracksTab::buildDisc(QBoxLayout* layout) {
     connect(m_discs, &QComboBox::currentIndexChanged, this, &RecTracksTab::changeDisc);
     m_discId = FormHelpers::lineEdit(
         this, QStringLiteral("txtDiscId"), tr("Disc identifier"),
-        m_context.session.fieldLengths().maxLength(QStringLiteral("DiscIds"), QStringLiteral("DiscId")));
+        m_context.session.fields().width(QStringLiteral("DiscIds"), QStringLiteral("DiscId")));
     constexpr int widestId = 160;
     m_discId->setMaximumWidth(widestId);
     connect(m_discId, &QLineEdit::textChanged, this, &RecTab::changed);
@@ -101,7 +101,7 @@ void RecTracksTab::buildList(QBoxLayout* layout) {
 void RecTracksTab::buildInput(QBoxLayout* layout) {
     auto* row = new QHBoxLayout;
     m_input = new TrackInput(
-        m_context.session.fieldLengths().maxLength(QStringLiteral("Tracks"), QStringLiteral("TrackName")));
+        m_context.session.fields().width(QStringLiteral("Tracks"), QStringLiteral("TrackName")));
     const auto button = [&](const QString& text, const char* name, const QString& tip,
                             void (RecTracksTab::*run)()) {
         auto* made = new QPushButton(text);

@@ -126,9 +126,9 @@ void RecWorksTab::buildTree(QBoxLayout* layout) {
 
 void RecWorksTab::buildExcerpt(QBoxLayout* layout) {
     auto* row = new QHBoxLayout;
-    m_excerpt = FormHelpers::lineEdit(this, QStringLiteral("txtExcerpt"), tr("Excerpt"),
-                                      m_context.session.fieldLengths().maxLength(
-                                          QStringLiteral("CompOnRec"), QStringLiteral("ExtraitName")));
+    m_excerpt = FormHelpers::lineEdit(
+        this, QStringLiteral("txtExcerpt"), tr("Excerpt"),
+        m_context.session.fields().width(QStringLiteral("CompOnRec"), QStringLiteral("ExtraitName")));
     m_excerpt->setPlaceholderText(
         tr("Only when a part of the work is recorded; Enter goes to the next work"));
     connect(m_excerpt, &QLineEdit::textEdited, this, &RecWorksTab::setExcerpt);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/forms/TrackInput.h"
 
+#include "store/Fields.h"
 #include "widgets/FormHelpers.h"
 
 #include <QApplication>
@@ -80,7 +81,7 @@ QString TrackInput::name() const {
 // it.
 std::optional<QString> TrackInput::length() const {
     const QString text = m_length->text().trimmed();
-    return text == asTyped(m_shown.length) ? m_shown.length : RecordingEditor::length(text);
+    return text == asTyped(m_shown.length) ? m_shown.length : trackLength(text);
 }
 
 bool TrackInput::isFit() const { return !name().isEmpty() && length(); }

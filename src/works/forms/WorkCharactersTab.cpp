@@ -102,7 +102,7 @@ QString WorkCharactersTab::inputName(const QString& title, const QString& prompt
                                      const QString& text) {
     return m_session.messages().inputName(
         {title, prompt, QStringLiteral("Personage name"), action, QStringLiteral("Pers"), text,
-         m_session.fieldLengths().maxLength(QStringLiteral("Personages"), QStringLiteral("PersonageName"))});
+         m_session.fields().width(QStringLiteral("Personages"), QStringLiteral("PersonageName"))});
 }
 
 void WorkCharactersTab::add() {

@@ -41,7 +41,7 @@ void WorkSpecsTab::buildTexts(QFormLayout* fields) {
     const auto edit = [this](const char* name, const char* column, const QString& caption) {
         return FormHelpers::lineEdit(
             this, QLatin1String(name), spoken(caption),
-            m_session.fieldLengths().maxLength(QStringLiteral("Compositions"), QLatin1String(column)));
+            m_session.fields().width(QStringLiteral("Compositions"), QLatin1String(column)));
     };
     m_title = edit("txtTitle", "CompTitle", tr("&Title:"));
     fields->addRow(tr("&Title:"), m_title);

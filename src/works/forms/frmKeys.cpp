@@ -57,7 +57,7 @@ void frmKeys::rename() {
     const QString name = m_context.session.messages().inputName(
         {tr("Rename key"), tr("Rename key"), tr("Key name"), tr("Rename"), QStringLiteral("Clef"),
          m_view->currentIndex().siblingAtColumn(0).data().toString(),
-         m_context.session.fieldLengths().maxLength(QStringLiteral("WKeys"), QStringLiteral("KeyName"))});
+         m_context.session.fields().width(QStringLiteral("WKeys"), QStringLiteral("KeyName"))});
     if (!name.isEmpty() && KeyNames(m_context.session).rename(id, name))
         refresh();
     m_view->setCurrentIndex(m_model->indexOf(id));

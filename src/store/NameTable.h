@@ -6,23 +6,26 @@
 
 namespace tessaranth {
 
+struct CatalogTable;
 class Session;
 
-/// A table of names that the user keeps himself, such as the genres of a composer or the sub-categories of a
-/// category. Whatever its letter case, a name may stand once among the rows of an owner. Failing calls throw
-/// Error.
-struct NameTable {
+/// A table of names that the user keeps himself: a lookup list, the genres of a composer, the sub-categories
+/// of a category. Whatever its letter case, a name may stand once among the rows of an owner. Failing calls
+/// throw Error.
+class NameTable {
+public:
     struct Row {
         qint64 id = 0;
         QString name;
     };
 
-    QString table, key, column;
-    QString ownerColumn; ///< empty: the table has one owner, 0
-    QString label;       ///< what the user knows the name by
+    /// `table` is one that has a name column in the table of fields.
+    explicit NameTable(const QString& table);
+
+    QString label() const; ///< what the user knows the name by
 
     std::vector<Row> rows(Session& session, qint64 owner) const; ///< by name
-    /// A name as it is stored; empty when nothing is left of it. Throws when it is too long.
+    /// A name as it is stored. Throws for an empty one and for one that is too long.
     QString fit(Session& session, const QString& text) const;
     int maxLength(Session& session) const; ///< characters; 0: no limit
     /// The row with this name, other than the row `except`; 0 when there is none.
@@ -32,6 +35,13 @@ struct NameTable {
     // With names that `fit` gave and that `find` did not find.
     qint64 add(Session& session, qint64 owner, const QString& name) const; ///< the new row
     bool rename(Session& session, qint64 id, const QString& name) const;
+
+private:
+    const CatalogTable* m_table;
+
+public:
+    const QString table, key, column;
+    const QString ownerColumn; ///< empty: the table has one owner, 0
 };
 
 } // namespace tessaranth

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "items/NameTable.h"
+#include "store/NameTable.h"
 
-#include "items/Person.h"
 #include "store/Recordset.h"
 #include "store/Session.h"
-
-#include <QCoreApplication>
 
 namespace tessaranth {
 
@@ -16,6 +13,12 @@ QString equals(const QString& column, qint64 id) {
 }
 
 } // namespace
+
+NameTable::NameTable(const QString& name)
+    : m_table(&catalogTable(name)), table(m_table->name()), key(m_table->key()),
+      column(QLatin1String(m_table->nameColumn)), ownerColumn(QLatin1String(m_table->ownerColumn)) {}
+
+QString NameTable::label() const { return m_table->field(column).captionText(); }
 
 std::vector<NameTable::Row> NameTable::rows(Session& session, qint64 owner) const {
     QString statement = QStringLiteral("SELECT %1, %2 FROM %3").arg(key, column, table);
@@ -28,15 +31,10 @@ std::vector<NameTable::Row> NameTable::rows(Session& session, qint64 owner) cons
     return found;
 }
 
-int NameTable::maxLength(Session& session) const { return session.fieldLengths().maxLength(table, column); }
+int NameTable::maxLength(Session& session) const { return session.fields().width(table, column); }
 
 QString NameTable::fit(Session& session, const QString& text) const {
-    QString name = cleanName(text);
-    const int limit = maxLength(session);
-    if (limit > 0 && name.size() > limit)
-        throw Error(QCoreApplication::translate("NameTable", "%1: at most %2 characters.")
-                        .arg(label, QString::number(limit)));
-    return name;
+    return session.fields().fit(table, column, text);
 }
 
 qint64 NameTable::find(Session& session, qint64 owner, const QString& name, qint64 except) const {
