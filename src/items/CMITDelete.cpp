@@ -181,6 +181,14 @@ void CMIT::moveLogo(qint64 from, qint64 to) {
 // their own order behind it.
 void CMIT::moveTracks(qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
+    // The units reach as far as the tracks.
+    const qint64 lastDisc =
+        connection
+            .single(QStringLiteral("SELECT MAX(Disc) FROM Tracks WHERE RecID IN (%1, %2)").arg(from).arg(to))
+            .toInteger();
+    connection.execute(QStringLiteral("UPDATE Rec SET UnitsNbr = %1 WHERE RecID = %2 AND UnitsNbr < %1")
+                           .arg(lastDisc)
+                           .arg(to));
     const auto highest = [&](const char* column, const char* table, const QString& condition) {
         return connection.single(QStringLiteral("SELECT MAX(%1) FROM %2 WHERE RecID = %3")
                                      .arg(QLatin1String(column), QLatin1String(table))

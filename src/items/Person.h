@@ -19,6 +19,9 @@ struct Person {
     bool operator==(const Person&) const = default;
 };
 
+/// "Last, First", trimmed; the last name alone where there is no other.
+QString personName(const QString& last, const QString& first);
+
 /// The years shown after a name: birth, "-" and death, each "?" when it is empty.
 QString yearsText(const QString& birth, const QString& death);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The composers and performers of a recording.
 #include "items/ItemKind.h"
+#include "items/Person.h"
 #include "recordings/RecordingGuard.h"
 
 #include <QSet>
@@ -12,11 +13,6 @@ namespace {
 constexpr auto composersStatement = "SELECT CpsID FROM CpsOnRec WHERE RecID = ";
 constexpr auto performersStatement = "SELECT PfrID, Pos FROM PfrOnRec WHERE RecID = ";
 
-QString fullName(const Query& query, int last, int first) {
-    const QString firstName = query.text(first).trimmed();
-    return query.text(last).trimmed() + (firstName.isEmpty() ? QString() : QStringLiteral(", ") + firstName);
-}
-
 } // namespace
 
 std::vector<RecordingArtist> RecordingEditor::composers() {
@@ -27,8 +23,8 @@ std::vector<RecordingArtist> RecordingEditor::composers() {
                         "FROM Cps INNER JOIN CpsOnRec ON Cps.CpsID = CpsOnRec.CpsID "
                         "WHERE CpsOnRec.RecID = "));
         while (run.next())
-            result.push_back(
-                {run.integer(0), fullName(run, 1, 2), run.text(3).trimmed(), run.text(4).trimmed()});
+            result.push_back({run.integer(0), personName(run.text(1), run.text(2)), run.text(3).trimmed(),
+                              run.text(4).trimmed()});
         remember(ofRecording(composersStatement));
     });
     return result;
@@ -43,10 +39,47 @@ std::vector<RecordingArtist> RecordingEditor::performers() {
                         "WHERE PfrOnRec.RecID = ") +
             QStringLiteral(" ORDER BY Pos, PfrLname"));
         while (run.next())
-            result.push_back({run.integer(0), fullName(run, 1, 2), {}, {}});
+            result.push_back({run.integer(0), personName(run.text(1), run.text(2)), {}, {}});
         remember(ofRecording(performersStatement));
     });
     return result;
+}
+
+// The works of a composer who goes would stand on the recording without him: they go together, or nobody
+// goes. `leaving` becomes the placed works that go.
+bool RecordingEditor::settleWorksOf(const std::vector<qint64>& composers, std::vector<qint64>& leaving) {
+    QStringList titles;
+    const bool found = guarded([&] {
+        QSet<qint64> going;
+        Query run = m_session.connection().query(ofRecording(composersStatement));
+        while (run.next())
+            if (std::find(composers.begin(), composers.end(), run.integer(0)) == composers.end())
+                going.insert(run.integer(0));
+        Query placed = m_session.connection().query(
+            ofRecording(
+                "SELECT CompOnRec.CompOnRecID, CompOnRec.CpsID, Compositions.CompTitle FROM CompOnRec "
+                "LEFT JOIN Compositions ON CompOnRec.CompID = Compositions.CompID WHERE "
+                "CompOnRec.RecID = ") +
+            QStringLiteral(" ORDER BY CompOnRec.Pos"));
+        while (placed.next())
+            if (going.contains(placed.integer(1))) {
+                leaving.push_back(placed.integer(0));
+                titles << placed.text(2).trimmed();
+            }
+    });
+    if (!found || leaving.empty())
+        return found;
+    constexpr qsizetype mostLines = 10;
+    QString shown = titles.mid(0, mostLines).join(u'\n');
+    if (titles.size() > mostLines)
+        shown += u'\n' + editorText("... (%1 in all)").arg(titles.size());
+    return m_session.messages().ask(
+               {applicationTitle,
+                editorText("Works of the composers who are removed stand on the recording:\n%1\n\n"
+                           "Do you want to take them off the recording as well?")
+                    .arg(shown),
+                {Answer::Yes, Answer::No},
+                Answer::No}) == Answer::Yes;
 }
 
 // `code` is "Cps" or "Pfr"; the two lists differ by the order that performers have.
@@ -101,7 +134,11 @@ bool RecordingEditor::applyArtists(const std::optional<std::vector<qint64>>& com
         parts << ofRecording(composersStatement);
     if (performers)
         parts << ofRecording(performersStatement);
+    std::vector<qint64> leaving;
+    if (composers && !settleWorksOf(*composers, leaving))
+        return false;
     return apply(parts, editorText("Change the artists of recording %1"), [&] {
+        takeOffAll(leaving);
         if (composers)
             applyPersons("Cps", *composers);
         if (performers) {

@@ -39,10 +39,6 @@ const SpecColumn specColumns[] = {
     {"PRICE:", "Price"},     {"RATING:", "Rating"},         {"REFERENCE:", "RefRec", nullptr},
     {"NOTES:", "Notes"},     {"ADDED:", "AddDate", asTime}, {"MODIFIED:", "ModDate", asTime}};
 
-QString personName(const QString& last, const QString& first) {
-    return first.isEmpty() ? last : last + s(", ") + first;
-}
-
 /// Seconds of a track length "mm:ss"; 0 for anything else.
 int secondsOf(const QString& length) {
     const QStringList parts = length.split(u':');
@@ -103,16 +99,16 @@ bool RecordingContents::LoadRecArtists(Artists& artists) {
               "CpsOnRec ON Cps.CpsID = CpsOnRec.CpsID WHERE CpsOnRec.RecID = ") +
             QString::number(m_id));
         for (; composers.next(); ++found.composers)
-            found.list.addRow(composers.integer(0), s("c"),
-                              {personName(composers.text(1).trimmed(), composers.text(2).trimmed()),
-                               composers.text(3).trimmed()});
+            found.list.addRow(
+                composers.integer(0), s("c"),
+                {personName(composers.text(1), composers.text(2)), composers.text(3).trimmed()});
         Query performers = m_session.connection().query(
             s("SELECT Pfr.PfrID, Pfr.PfrLname, Pfr.PfrFname, PfrOnRec.RecID FROM Pfr INNER JOIN PfrOnRec ON "
               "Pfr.PfrID = PfrOnRec.PfrID WHERE PfrOnRec.RecID = ") +
             QString::number(m_id) + s(" ORDER BY PfrOnRec.Pos, Pfr.PfrLname"));
         for (; performers.next(); ++found.performers)
             found.list.addRow(performers.integer(0), s("p"),
-                              {personName(performers.text(1).trimmed(), performers.text(2).trimmed())});
+                              {personName(performers.text(1), performers.text(2))});
         artists = std::move(found);
     });
 }
@@ -157,8 +153,7 @@ bool RecordingContents::LoadRecContents(Works& works) {
             if (const QString excerpt = run.text(2).trimmed(); !excerpt.isEmpty())
                 title += s(" (") + excerpt + u')';
             found.list.addRow(run.integer(7), s("Comp"),
-                              {QString::number(run.integer(0)),
-                               personName(run.text(4).trimmed(), run.text(5).trimmed()), title,
+                              {QString::number(run.integer(0)), personName(run.text(4), run.text(5)), title,
                                performersOf(run.integer(1))});
         }
         QStringList names;

@@ -38,8 +38,6 @@ const Column columns[] = {{"RecTitle", "Title", &RecordingSpecs::title},
                           {"Price", "Price", &RecordingSpecs::price},
                           {"RefRec", "Reference recording"}};
 
-constexpr int mostUnits = 999;
-
 Recordset::Assignments valuesOf(const RecordingSpecs& specs) {
     Recordset::Assignments values;
     for (const Column& column : columns) {
@@ -76,6 +74,12 @@ QString RecordingEditor::contentOf(const QString& part) {
 }
 
 void RecordingEditor::remember(const QString& part) { m_read.insert(part, contentOf(part)); }
+
+// After a change of the editor's own to a part that the caller may have read.
+void RecordingEditor::rememberAgain(const QString& part) {
+    if (m_read.contains(part))
+        remember(part);
+}
 
 // A part that was never read is replaced as asked: its caller does not change what was there.
 bool RecordingEditor::mayReplace(const QStringList& parts) {
@@ -192,11 +196,16 @@ void RecordingEditor::checkSpecs(RecordingSpecs& specs) {
 bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
     if (!guarded([&] { checkSpecs(specs); }))
         return false;
+    bool removeUpperDiscs = false;
+    if (m_id != 0 && !settleUpperDiscs(specs, removeUpperDiscs))
+        return false;
     if (m_id != 0)
         return apply({ofRecording(specsStatement)}, editorText("Change recording %1"), [&] {
             Recordset rows =
                 Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
             rows.update(0, valuesOf(specs));
+            if (removeUpperDiscs)
+                removeDiscsAbove(specs.units);
             specs.id = m_id;
         });
     const bool added = guarded([&] {

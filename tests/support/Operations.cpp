@@ -218,7 +218,9 @@ void Operations::tracks() {
 
 void Operations::newWorks() {
     RecordingEditor(session(), anyOf(ItemKind::Recording))
-        .addWorks(anyOf(ItemKind::Composer), {word(QStringLiteral("Work")), word(QStringLiteral("Work"))});
+        .addWorks(anyOf(ItemKind::Composer),
+                  {{word(QStringLiteral("Work")), {}, 0}, {word(QStringLiteral("Work")), {}, 0}},
+                  below(2) != 0);
 }
 
 // ---- works

@@ -284,7 +284,6 @@ void TestMainWindow::emptyingAsksFirst() {
 void TestMainWindow::dateNoteBecomesADocument() {
     m_window->openCard("Cps", 1); // another card stands open beside it
     QTreeView* view = m_window->toolbox()->view();
-    write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
         QTimer::singleShot(0, this, [] {
@@ -302,6 +301,8 @@ void TestMainWindow::dateNoteBecomesADocument() {
             QTest::keyClick(editor->focusWidget(), Qt::Key_Return);
         });
         m_home->messages.willAnswer(answer);
+        m_window->activateWindow(); // the editor of before was the active one
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         view->setFocus();
         QTest::keyClick(view, Qt::Key_Insert);
         QCOMPARE(m_home->messages.asked.back().text,
