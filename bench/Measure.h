@@ -27,6 +27,8 @@ double bareQuery(const BenchContext& context, const char* sql);
 void measureLists(const BenchContext& context);
 void measureStatements(const BenchContext& context);
 void measureRecordings(const BenchContext& context);
+/// `composer` has 1,000 works, every second of which is on a recording.
+void measureHistory(const BenchContext& context, qint64 composer);
 void measureQuickSearch(const BenchContext& context);
 void measureCards(const BenchContext& context);
 void measureClasses(const BenchContext& context);

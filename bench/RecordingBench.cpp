@@ -160,7 +160,7 @@ void checkingAll(const BenchContext& context) {
 /// A composer with 1,000 works, every second of which is on a recording of his.
 qint64 makeComposer(const BenchContext& context) {
     Connection& connection = context.session.connection();
-    Transaction transaction(connection);
+    Transaction transaction(connection, QStringLiteral("bench"));
     connection.execute(QStringLiteral("INSERT INTO Cps (CpsLname) VALUES ('Zelenka')"));
     const qint64 composer = connection.lastKey();
     for (int i = 1; i <= 1000; ++i) {
@@ -208,6 +208,7 @@ void measureRecordings(const BenchContext& context) {
     applyingTracks(context, id);
     checkingAll(context);
     deletingComposer(context);
+    measureHistory(context, makeComposer(context));
 }
 
 } // namespace tessaranth

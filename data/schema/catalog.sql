@@ -113,6 +113,11 @@ CREATE TABLE DiscIds (
     DiscIdID INTEGER NOT NULL CONSTRAINT DiscIds_PK PRIMARY KEY AUTOINCREMENT,
     RecID INTEGER NOT NULL, DiscNbr INTEGER NOT NULL, DiscId VARCHAR(12) NOT NULL);
 
+-- Tables of our own, which other programs pass over. The token tells which steps of the history came about.
+CREATE TABLE TsrHistory (
+    HistoryID INTEGER NOT NULL CONSTRAINT TsrHistory_PK PRIMARY KEY AUTOINCREMENT, Token INTEGER NOT NULL);
+INSERT INTO TsrHistory (HistoryID, Token) VALUES (1, 0);
+
 -- The eight carriers every catalog starts with, and the three of a later version.
 INSERT INTO Supports (SupportID, SupportType, IconName, DefIcon) VALUES
     (1, 'CD', 'Cd', 1), (2, 'LP', 'Lp', 1), (3, 'Cassette', 'Cassette', 1), (4, 'MiniDisc', 'MiniDisc', 1),

@@ -35,7 +35,12 @@ int withStartedWindow(const std::function<int(StartedWindow&)>& run) {
         return 0;
     SplashScreen splash;
     NoProgress quiet;
-    Startup startup(session, {{}, shareFolder(), [&] { splash.showFor(session.applicationFolder()); }, true},
+    Startup startup(session,
+                    {{},
+                     shareFolder(),
+                     [&] { splash.showFor(session.applicationFolder()); },
+                     true,
+                     [&] { splash.close(); }},
                     quiet);
     const StartResult start = startup.run();
     if (!start.started) {

@@ -31,7 +31,12 @@ const CardFileKind& documents() {
                                    QStringLiteral("Rename the current document"),
                                    QStringLiteral("Rename document"),
                                    QStringLiteral("Remove document"),
-                                   tr("This document has been deleted meanwhile.")};
+                                   tr("This document has been deleted meanwhile."),
+                                   tr("Add document %2 to %1"),
+                                   tr("Rename document %2 of %1"),
+                                   tr("Replace document %2 of %1"),
+                                   tr("Remove document %2 from %1"),
+                                   tr("Sort the documents of %1")};
     return kind;
 }
 

@@ -61,9 +61,14 @@ QString CardFiles::askTitle(const QString& windowTitle, const QString& heading, 
     return m_session.messages().inputName(request);
 }
 
+QString CardFiles::words(const QString& pattern, const QString& title) {
+    return pattern.contains(QLatin1String("%2")) ? pattern.arg(m_card.name(m_session), title)
+                                                 : pattern.arg(m_card.name(m_session));
+}
+
 qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
     const QString title = fitTitle(text);
-    Transaction transaction(m_session.connection());
+    Transaction transaction(m_session.connection(), words(m_kind.addWords, title));
     Recordset rows = Recordset::open(
         m_session.connection(),
         QStringLiteral("SELECT * FROM %1 WHERE (RelatedID = %2) AND (RelatedCat = '%3') ORDER BY OrderNbr")
@@ -78,20 +83,16 @@ qint64 CardFiles::addBytes(const QByteArray& bytes, const QString& text) {
                                       {QStringLiteral("RelatedCat"), m_card.code},
                                       {number, qMax<qint64>(last, rows.rowCount()) + 1}},
                                      m_kind.folder);
-    // The file first: once the row stands it has its file, and without the file there is no row.
     m_files.write(m_kind.folder, id, bytes, Existing::Refuse);
-    try {
-        transaction.commit();
-    } catch (const Error&) {
-        m_files.remove(m_kind.folder, id);
-        throw;
-    }
+    transaction.commit();
     return id;
 }
 
 void CardFiles::replaceBytes(qint64 id, const QByteArray& bytes) {
     require(id);
+    Transaction transaction(m_session.connection(), words(m_kind.replaceWords, title(id)));
     m_files.write(m_kind.folder, id, bytes);
+    transaction.commit();
 }
 
 bool CardFiles::askRename(qint64 id) {
@@ -107,7 +108,9 @@ bool CardFiles::rename(qint64 id, const QString& text) {
         const QString title = fitTitle(text);
         require(id);
         Recordset row = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));
+        Transaction transaction(m_session.connection(), words(m_kind.renameWords, title));
         row.update(0, {{m_kind.title, title}});
+        transaction.commit();
     });
 }
 
@@ -129,18 +132,17 @@ bool CardFiles::askRemove(qint64 id) {
 
 bool CardFiles::remove(qint64 id) {
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), words(m_kind.removeWords, title(id)));
         m_session.connection().execute(QStringLiteral("DELETE") + byId(id));
         Attachments(m_session).setOrder(m_kind.table, m_card.code, m_card.id);
-        transaction.commit();
-        // After the row: a file that is left over can be found and set aside, a lost one cannot.
         m_files.remove(m_kind.folder, id);
+        transaction.commit();
     });
 }
 
 bool CardFiles::sort(const std::vector<qint64>& order) {
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), words(m_kind.sortWords, {}));
         Attachments(m_session).setOrder(m_kind.table, m_card.code, m_card.id, order);
         transaction.commit();
     });

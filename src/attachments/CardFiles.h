@@ -21,6 +21,8 @@ struct CardFileKind {
     QString renameHeading; ///< and its heading
     QString removeTitle;   ///< of the question
     QString gone;          ///< said when another window deleted it
+    // The names of the operations, with %1 for the card and %2 for the title.
+    QString addWords, renameWords, replaceWords, removeWords, sortWords;
 };
 
 /// The rows and files of one kind that a card has, numbered from 1 without gaps. An operation that fails
@@ -59,6 +61,7 @@ private:
     QString byId(qint64 id) const;
     QString fitTitle(const QString& text) const;
     void require(qint64 id);
+    QString words(const QString& pattern, const QString& title);
 
     Session& m_session;
     AttachmentFiles m_files;

@@ -29,7 +29,12 @@ const CardFileKind& images() {
                                    QStringLiteral("Rename the current image"),
                                    QStringLiteral("Rename Image"),
                                    QStringLiteral("Remove image"),
-                                   tr("This picture has been deleted meanwhile.")};
+                                   tr("This picture has been deleted meanwhile."),
+                                   tr("Add picture %2 to %1"),
+                                   tr("Rename picture %2 of %1"),
+                                   tr("Replace picture %2 of %1"),
+                                   tr("Remove picture %2 from %1"),
+                                   tr("Sort the pictures of %1")};
     return kind;
 }
 

@@ -60,19 +60,24 @@ bool CardLinks::save(WebLink& link) {
             link.alias = m_session.fields().cut(table, alias, link.url);
         Recordset::Assignments values{{QStringLiteral("Url"), link.url},
                                       {QStringLiteral("Alias"), link.alias}};
+        Transaction transaction(m_session.connection(),
+                                (link.id == 0 ? tr("Add link %1") : tr("Change link %1")).arg(link.alias));
         if (link.id == 0) {
             Recordset rows = Recordset::open(m_session.connection(),
                                              QStringLiteral("SELECT * FROM Web WHERE ") + m_card.condition());
             values.insert(values.begin(), {{QStringLiteral("RelatedID"), m_card.id},
                                            {QStringLiteral("RelatedCat"), m_card.code}});
             rows.add(values);
-            link.id = m_session.connection().lastKey();
+            const qint64 added = m_session.connection().lastKey();
+            transaction.commit();
+            link.id = added;
             return true;
         }
         Recordset row = Recordset::open(m_session.connection(), byId(link.id));
         if (row.isEmpty())
             throw Error(tr("This item has been deleted meanwhile."));
         row.update(0, values);
+        transaction.commit();
         return true;
     });
 }
@@ -86,7 +91,8 @@ bool CardLinks::Remove_Web(const std::vector<qint64>& ids) {
     if (ids.empty() || m_session.messages().ask(question) != Answer::Ok)
         return false;
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Remove %1 links from %2").arg(ids.size()).arg(m_card.name(m_session)));
         for (const qint64 id : ids)
             m_session.connection().execute(QStringLiteral("DELETE FROM Web WHERE WebId = ") +
                                            QString::number(id));

@@ -116,7 +116,7 @@ int CardMedia::add(const QStringList& files, Progress& progress) {
     const bool done = guarded(m_session, [&] {
         m_card.require(m_session);
         progress.stage(tr("Adding media files"));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Add media to %1").arg(m_card.name(m_session)));
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM Media WHERE ") + m_card.condition());
         for (qsizetype i = 0; i < files.size() && !progress.stopped(); ++i) {
@@ -158,7 +158,9 @@ bool CardMedia::rename(qint64 id, const QString& text) {
             Recordset::open(m_session.connection(), QStringLiteral("SELECT MediaTitle") + byId(id));
         if (row.isEmpty())
             throw Error(tr("This item has been deleted meanwhile."));
+        Transaction transaction(m_session.connection(), tr("Rename media %1").arg(title));
         row.update(0, {{QStringLiteral("MediaTitle"), title}});
+        transaction.commit();
         return true;
     });
 }
@@ -190,7 +192,8 @@ bool CardMedia::Remove_Media(const std::vector<qint64>& ids, Progress& progress)
         return false;
     return guarded(m_session, [&] {
         progress.stage(tr("Removing media"));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Remove %1 media from %2").arg(ids.size()).arg(m_card.name(m_session)));
         qint64 done = 0;
         for (const qint64 id : ids) {
             m_session.connection().execute(QStringLiteral("DELETE") + byId(id));
@@ -208,7 +211,8 @@ int CardMedia::moveTo(const std::vector<qint64>& ids, const QString& folder, Pro
         if (!fits(m_session, "MediaFolder", folder))
             throw Error(tr("The path of the folder is too long."));
         progress.stage(tr("Updating the locations"));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Move %1 media of %2").arg(ids.size()).arg(m_card.name(m_session)));
         qint64 seen = 0;
         for (const qint64 id : ids) {
             Recordset row = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + byId(id));

@@ -6,6 +6,7 @@
 #include "store/Recordset.h"
 #include "store/TextOrder.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 
 namespace tessaranth {
@@ -73,7 +74,9 @@ bool CardRelations::change(int kind, const QSet<qint64>& add, const QSet<qint64>
     return guarded(m_session, [&] {
         m_card.require(m_session);
         CMIT items(m_session);
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                QCoreApplication::translate("CardRelations", "Change the relations of %1")
+                                    .arg(m_card.name(m_session)));
         Recordset rows = Recordset::open(m_session.connection(), QStringLiteral("SELECT *") + rowsOf(kind));
         const QString other = isCustom() ? QStringLiteral("ItemID") : QStringLiteral("UserDefID");
         QSet<qint64> present;

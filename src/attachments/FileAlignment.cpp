@@ -110,7 +110,7 @@ int FileAlignment::deleteRows(const std::vector<LostFile>& rows, Progress& progr
         progress.stage(tr("Deleting rows"));
         Connection& connection = m_session.connection();
         const AttachmentFiles files(m_session);
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Delete rows without their files"));
         qint64 seen = 0;
         for (const LostFile& row : rows) {
             progress.step(++seen, qint64(rows.size()));

@@ -115,7 +115,7 @@ bool MediaLocations::update(const LocationChange& wanted, Progress& progress) {
         if (messages.ask(question) != Answer::Yes)
             return false;
         progress.stage(tr("Updating the locations"));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Change the place of %1 media").arg(moves.size()));
         QSet<QString> cards;
         for (size_t i = 0; i < moves.size(); ++i) {
             if (progress.stopped())

@@ -26,12 +26,14 @@ struct Words {
     const char* renameLabel;
     const char* renameTitle;
     const char* removeTitle;
+    const char* noun; ///< in the words of an operation
 };
 const Words words[] = {{"  New category", "Category name", "Add a new category", "  Rename category",
-                        "Category name", "Rename category", "Deleting category"},
+                        "Category name", "Rename category", "Deleting category",
+                        QT_TRANSLATE_NOOP("Classification", "category")},
                        {"  New sub-category", "Sub-Category name", "Add a new sub-category",
                         "  Rename sub-category", "Sub-category name", "Rename sub-category",
-                        "Deleting sub-category"}};
+                        "Deleting sub-category", QT_TRANSLATE_NOOP("Classification", "sub-category")}};
 
 /// What a list reads of a card: the columns of its name, after the first of which it is sorted.
 const char* nameColumns(int kind) {
@@ -278,7 +280,10 @@ qint64 Classification::addNamed(Level level, qint64 category, const QString& tex
         const QString name = fit(level, category, text, 0);
         if (level == SubCategory && names(Category).nameOf(m_session, category).isEmpty())
             throw Error(tr("This category has been deleted meanwhile."));
-        id = names(level).add(m_session, category, name);
+        Transaction transaction(m_session.connection(), tr("Add %1 %2").arg(tr(words[level].noun), name));
+        const qint64 added = names(level).add(m_session, category, name);
+        transaction.commit();
+        id = added;
     });
     return id;
 }
@@ -286,7 +291,10 @@ qint64 Classification::addNamed(Level level, qint64 category, const QString& tex
 bool Classification::renameTo(Level level, qint64 id, const QString& text) {
     const bool renamed = guarded(m_session, [&] {
         const QString name = fit(level, ownerOf(level, id), text, id);
-        return names(level).rename(m_session, id, name);
+        Transaction transaction(m_session.connection(), tr("Rename %1 %2").arg(tr(words[level].noun), name));
+        const bool found = names(level).rename(m_session, id, name);
+        transaction.commit();
+        return found;
     });
     if (renamed)
         reload(cardsIn(level, id));
@@ -336,7 +344,7 @@ bool Classification::remove(Level level, qint64 id) {
     const bool removed = guarded(m_session, [&] {
         Connection& connection = m_session.connection();
         const QString isNode = names(level).key + QStringLiteral(" = ") + QString::number(id);
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Delete %1 %2").arg(tr(words[level].noun), name));
         if (level == Category) {
             connection.execute(sql("DELETE FROM xxxSubCatJoin WHERE xxxSubCatID IN (SELECT xxxSubCatID FROM "
                                    "xxxSubCat WHERE ") +
@@ -417,7 +425,7 @@ bool Classification::assign(const std::vector<qint64>& cards, const QSet<qint64>
         for (const qint64 id : subCategories)
             if (!known.contains(id))
                 throw Error(tr("There is no sub-category with the number %1.").arg(id));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Classify %1 cards").arg(cards.size()));
         for (const qint64 card : cards)
             if (m_session.connection().exists(sql("SELECT xxxID FROM xxx WHERE xxxID = ") +
                                               QString::number(card)))

@@ -5,7 +5,6 @@
 #include "store/Recordset.h"
 #include "store/Session.h"
 
-#include <QFile>
 #include <algorithm>
 #include <limits>
 #include <numeric>
@@ -24,28 +23,30 @@ QString itemIs(const QString& code, qint64 id) {
 
 } // namespace
 
-void Attachments::deleteAll(const QString& code, qint64 id, QStringList& files) {
+void Attachments::deleteAll(const QString& code, qint64 id) {
     Connection& connection = m_session.connection();
+    const AttachmentFiles files(m_session);
     const std::pair<QString, Session::Folder> kept[] = {
         {QStringLiteral("Images"), Session::Folder::Images},
         {QStringLiteral("Cards"), Session::Folder::Documents}};
     for (const auto& [table, folder] : kept) {
         Query rows = connection.query(QStringLiteral("SELECT * FROM ") + table + ownedBy(code, id));
         while (rows.next())
-            if (const auto file = AttachmentFiles(m_session).path(folder, rows.value(0)))
-                files.push_back(*file);
+            if (files.path(folder, rows.value(0)))
+                files.remove(folder, rows.integer(0));
     }
     for (const char* table : {"Images", "Cards", "Media", "Web"})
         connection.execute(QStringLiteral("DELETE FROM ") + QLatin1String(table) + ownedBy(code, id));
     connection.execute(QStringLiteral("DELETE FROM Relations") + itemIs(code, id));
 }
 
-void Attachments::deleteDocuments(const QString& statement, QStringList& files) {
+void Attachments::deleteDocuments(const QString& statement) {
     Recordset rows = Recordset::open(m_session.connection(), statement);
+    const AttachmentFiles files(m_session);
     for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        if (const auto file = AttachmentFiles(m_session).path(Session::Folder::Documents,
-                                                              rows.value(row, QStringLiteral("CardID"))))
-            files.push_back(*file);
+        const Value& id = rows.value(row, QStringLiteral("CardID"));
+        if (files.path(Session::Folder::Documents, id))
+            files.remove(Session::Folder::Documents, id.toInteger());
         rows.remove(row);
     }
 }
@@ -98,11 +99,6 @@ void Attachments::setOrder(const QString& table, const QString& code, qint64 id,
             rows.update(row, {{number, next}});
         ++next;
     }
-}
-
-void Attachments::removeFiles(const QStringList& files) {
-    for (const QString& file : files)
-        QFile::remove(file);
 }
 
 } // namespace tessaranth

@@ -15,15 +15,13 @@ class Attachments {
 public:
     explicit Attachments(Session& session) : m_session(session) {}
 
-    /// Deletes the rows of a card's pictures, documents, media, links and relations. The files of pictures
-    /// and documents are named in `files`, to be deleted once the rows are gone for good.
-    void deleteAll(const QString& code, qint64 id, QStringList& files);
+    /// Deletes the rows of a card's pictures, documents, media, links and relations, and with the transaction
+    /// the files of pictures and documents.
+    void deleteAll(const QString& code, qint64 id);
     /// Deletes the documents whose rows a statement reads from Cards.
-    void deleteDocuments(const QString& statement, QStringList& files);
+    void deleteDocuments(const QString& statement);
     /// Moves everything to another card of the same kind, pictures and documents behind its own.
     void moveAll(const QString& code, qint64 from, qint64 to);
-
-    static void removeFiles(const QStringList& files);
 
     /// Writes OrderNbr 1, 2, 3 ... to a card's rows of Images or Cards in the order of their ids; rows that
     /// are not named follow in their old order, so that an empty order closes gaps.

@@ -84,9 +84,9 @@ private:
     Person stored(const ItemKind& kind, qint64 id);
     QStringList workCards(int kind, qint64 id);
     bool isFitName(const ItemKind& kind, QString& name, qint64 id);
-    /// Names the files to be deleted once the rows are gone for good.
-    void deleteOne(const ItemKind& kind, qint64 id, QStringList& files);
-    void runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files);
+    void deleteOne(const ItemKind& kind, qint64 id);
+    void runStep(const ItemKind& kind, const CascadeStep& step, qint64 id);
+    void moveLogo(qint64 from, qint64 to);
     void moveTracks(qint64 from, qint64 to);
     void foldLinks(const ItemKind& kind, qint64 from, qint64 to);
 

@@ -72,18 +72,20 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
     // Closed first: a card that is open would store its state into a row that is gone.
     CloseAllOpenFormWork(number, ids);
     progress.stage(tr("Deleting"));
-    QStringList files;
     QStringList works;
     bool all = true;
     const bool deleted = onKind(number, [&](const ItemKind& kind) {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                ids.size() == 1
+                                    ? tr("Delete %1 %2").arg(kind.noun, nameOf(number, ids.front()))
+                                    : tr("Delete %1 %2s").arg(ids.size()).arg(kind.noun));
         qint64 done = 0;
         for (const qint64 id : ids) {
             all = !progress.stopped();
             if (!all)
                 return;
             works += workCards(number, id);
-            deleteOne(kind, id, files);
+            deleteOne(kind, id);
             progress.step(++done, qint64(ids.size()));
         }
         transaction.commit();
@@ -92,35 +94,34 @@ bool CMIT::EliminaItem(int number, const std::vector<qint64>& ids, Progress& pro
         return false;
     for (const QString& work : works)
         m_cards->closeCard(work);
-    Attachments::removeFiles(files);
     return true;
 }
 
-void CMIT::deleteOne(const ItemKind& kind, qint64 id, QStringList& files) {
-    Transaction transaction(m_session.connection());
+void CMIT::deleteOne(const ItemKind& kind, qint64 id) {
+    Transaction transaction(m_session.connection(),
+                            tr("Delete %1 %2").arg(kind.noun, nameOf(kind.number, id)));
     for (const CascadeStep& step : deletionSteps(kind.number))
-        runStep(kind, step, id, files);
+        runStep(kind, step, id);
     transaction.commit();
 }
 
-void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id, QStringList& files) {
+void CMIT::runStep(const ItemKind& kind, const CascadeStep& step, qint64 id) {
     switch (step.action) {
     case CascadeStep::Action::Run:
         m_session.connection().execute(QString::fromLatin1(step.statement).arg(id));
         break;
     case CascadeStep::Action::Attachments:
-        Attachments(m_session).deleteAll(kind.code, id, files);
+        Attachments(m_session).deleteAll(kind.code, id);
         break;
     case CascadeStep::Action::WorkDocuments:
         Attachments(m_session).deleteDocuments(
             QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND "
                            "RelatedID IN "
                            "(SELECT CompID FROM Compositions WHERE CpsID = %1)")
-                .arg(id),
-            files);
+                .arg(id));
         break;
     case CascadeStep::Action::LabelLogo:
-        files.push_back(AttachmentFiles(m_session).path(Session::Folder::Labels, id));
+        AttachmentFiles(m_session).remove(Session::Folder::Labels, id);
         break;
     }
 }
@@ -149,9 +150,11 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
     if (m_session.messages().ask(question) != Answer::Ok)
         return false;
     CloseAllOpenFormWork(number, {from});
-    QStringList files;
     const bool merged = onKind(number, [&](const ItemKind& kind) {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(
+            m_session.connection(),
+            tr("Merge %1 %2 into %3").arg(kind.noun, nameOf(number, from), nameOf(number, to)));
+        transaction.merge({Thing(number), from}, {Thing(number), to});
         foldLinks(kind, from, to);
         if (kind.isCard())
             Attachments(m_session).moveAll(kind.code, from, to);
@@ -159,29 +162,43 @@ bool CMIT::Migra(int number, qint64 from, qint64 to) {
             moveTracks(from, to);
         for (const CascadeStep& step : mergeSteps(kind.number))
             m_session.connection().execute(QString::fromLatin1(step.statement).arg(to).arg(from));
-        deleteOne(kind, from, files);
+        if (kind.number == ItemKind::Label)
+            moveLogo(from, to);
+        deleteOne(kind, from);
         transaction.commit();
         if (m_cards && kind.isCard())
             m_cards->reloadCard(OpenCards::key(kind.code, to));
     });
     for (const QString& work : merged ? workCards(number, to) : QStringList())
         m_cards->reloadCard(work);
-    // Not before the rows are gone for good: an item that could not be merged away keeps its files.
-    if (!merged)
-        return false;
-    // A label without a logo gets that of the other; one that has its own keeps it, as nothing is renamed
-    // over a file.
+    return merged;
+}
+
+// A label without a logo gets that of the other; one that has its own keeps it, as nothing is written over a
+// file.
+void CMIT::moveLogo(qint64 from, qint64 to) {
     const AttachmentFiles logos(m_session);
-    if (number == ItemKind::Label)
-        QFile::rename(logos.path(Session::Folder::Labels, from), logos.path(Session::Folder::Labels, to));
-    Attachments::removeFiles(files);
-    return true;
+    constexpr auto folder = Session::Folder::Labels;
+    QFile logo(logos.path(folder, from));
+    if (logos.exists(folder, to) || !logo.exists())
+        return;
+    if (!logo.open(QIODevice::ReadOnly))
+        throw FileError(tr("%1 cannot be read: %2").arg(logo.fileName(), logo.errorString()));
+    logos.write(folder, to, logo.readAll());
 }
 
 // What the source holds follows what the target holds: tracks of the same disc, performers and works keep
 // their own order behind it.
 void CMIT::moveTracks(qint64 from, qint64 to) {
     Connection& connection = m_session.connection();
+    // The units reach as far as the tracks.
+    const qint64 lastDisc =
+        connection
+            .single(QStringLiteral("SELECT MAX(Disc) FROM Tracks WHERE RecID IN (%1, %2)").arg(from).arg(to))
+            .toInteger();
+    connection.execute(QStringLiteral("UPDATE Rec SET UnitsNbr = %1 WHERE RecID = %2 AND UnitsNbr < %1")
+                           .arg(lastDisc)
+                           .arg(to));
     const auto highest = [&](const char* column, const char* table, const QString& condition) {
         return connection.single(QStringLiteral("SELECT MAX(%1) FROM %2 WHERE RecID = %3")
                                      .arg(QLatin1String(column), QLatin1String(table))

@@ -158,15 +158,21 @@ bool CMIT::ModificaItem(int number, Person& person) {
         }
         if (number == ItemKind::Composer && hasOtherYears)
             values.emplace_back(QStringLiteral("CpsY"), yearsText(person.born, person.died));
+        Transaction transaction(m_session.connection(),
+                                (isNew ? tr("Add %1 %2") : tr("Change %1 %2"))
+                                    .arg(kind.noun, (person.first + u' ' + person.last).trimmed()));
+        qint64 id = person.id;
         Recordset rows = Recordset::open(
             m_session.connection(),
             QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(kind.table, kind.key).arg(person.id));
         if (isNew) {
             rows.add(values);
-            person.id = m_session.connection().lastKey();
+            id = m_session.connection().lastKey();
         } else if (!values.empty()) {
             rows.update(0, values);
         }
+        transaction.commit();
+        person.id = id;
         saved = true;
         if (m_cards)
             m_cards->reloadCard(OpenCards::key(kind.code, person.id));
@@ -194,14 +200,18 @@ qint64 CMIT::addNamed(int number, const QString& text) {
         QString name = text;
         if (!isFitName(kind, name, 0))
             return;
+        Transaction transaction(m_session.connection(), tr("Add %1 %2").arg(kind.noun, name));
         Recordset rows = Recordset::open(m_session.connection(),
                                          QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(kind.table));
+        qint64 added = 0;
         // A label would come with a logo that is not its own.
         if (number == ItemKind::Label)
-            id = AttachmentFiles(m_session).addRow(rows, kind.key, {{kind.nameColumn, name}},
-                                                   Session::Folder::Labels);
+            added = AttachmentFiles(m_session).addRow(rows, kind.key, {{kind.nameColumn, name}},
+                                                      Session::Folder::Labels);
         else
-            id = rows.value(rows.add({{kind.nameColumn, name}}), kind.key).toInteger();
+            added = rows.value(rows.add({{kind.nameColumn, name}}), kind.key).toInteger();
+        transaction.commit();
+        id = added;
     });
     return id;
 }
@@ -219,7 +229,9 @@ bool CMIT::rename(int number, qint64 id, const QString& text) {
             refuse(tr("This item has been deleted meanwhile."));
             return;
         }
+        Transaction transaction(m_session.connection(), tr("Rename %1 %2").arg(kind.noun, name));
         rows.update(0, {{kind.nameColumn, name}});
+        transaction.commit();
         renamed = true;
     });
     return renamed;

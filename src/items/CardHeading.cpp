@@ -131,12 +131,15 @@ bool readCardHeading(Session& session, const QString& code, qint64 id, CardHeadi
     return found;
 }
 
+// How a card was last looked at is no step of the history, so these transactions need no words.
 bool saveCardState(Session& session, const QString& code, qint64 id, const QString& panel) {
     const CardPanelKind* kind = cardPanelKind(panel);
     return kind && guarded(session, [&] {
+               Transaction transaction(session.connection(), QString());
                session.connection().execute(s("UPDATE ") + code + s(" SET LastState = ") +
                                             QString::number(kind->code) + s(" WHERE ") + code + s("ID") +
                                             s(" = ") + QString::number(id));
+               transaction.commit();
            });
 }
 
@@ -150,9 +153,11 @@ bool beginWithMainPanel(Session& session, const QString& code, qint64 id) {
 
 bool saveContentsState(Session& session, qint64 id, int state, int splitter) {
     return guarded(session, [&] {
+        Transaction transaction(session.connection(), QString());
         session.connection().execute(s("UPDATE Rec SET LastStateRec = ") + QString::number(state) +
                                      s(", LastStateRecSplitterPos = ") + QString::number(splitter) +
                                      s(" WHERE RecID = ") + QString::number(id));
+        transaction.commit();
     });
 }
 

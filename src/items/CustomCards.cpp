@@ -29,17 +29,23 @@ bool CustomCards::save(qint64& id, const QString& text) {
                                          QStringLiteral("Item already exists"));
             return false;
         }
+        Transaction transaction(
+            m_session.connection(),
+            (id == 0 ? tr("Add custom item %1") : tr("Change custom item %1")).arg(title));
         Recordset rows =
             Recordset::open(m_session.connection(),
                             QStringLiteral("SELECT * FROM UserDef WHERE UserDefID = ") + QString::number(id));
         if (id == 0) {
             rows.add({{column, title}});
-            id = m_session.connection().lastKey();
         } else if (rows.isEmpty()) {
             throw Error(tr("This card has been deleted meanwhile."));
         } else {
             rows.update(0, {{column, title}});
         }
+        const qint64 added = m_session.connection().lastKey();
+        transaction.commit();
+        if (id == 0)
+            id = added;
         return true;
     });
     if (saved && m_cards)

@@ -23,17 +23,18 @@ constexpr auto folder = Session::Folder::Labels;
 bool LabelEditor::save(qint64& id, const QString& name, const LogoChange& logo) {
     const AttachmentFiles files(m_session);
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                (id == 0 ? tr("Add label %1") : tr("Change label %1")).arg(name.trimmed()));
         CMIT items(m_session);
         const qint64 label = id == 0 ? items.addNamed(ItemKind::Label, name) : id;
         if (label == 0 || (id != 0 && !items.rename(ItemKind::Label, id, name)))
             return false;
         if (logo.what == LogoChange::What::Replace)
             files.write(folder, label, logo.bytes);
+        else if (logo.what == LogoChange::What::Remove)
+            files.remove(folder, label);
         transaction.commit();
         id = label;
-        if (logo.what == LogoChange::What::Remove && !files.remove(folder, label))
-            throw FileError(tr("%1 cannot be removed.").arg(files.path(folder, label)));
         return true;
     });
 }

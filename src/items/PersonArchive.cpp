@@ -100,7 +100,7 @@ std::optional<PersonArchive::Summary> PersonArchive::import(const std::vector<qi
         Query names = connection.query(QStringLiteral("SELECT %1Lname, %1Fname FROM %1").arg(code));
         while (names.next())
             known.insert(foldedName(names.text(0), names.text(1)));
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Import persons"));
         CatalogWriter writer(connection);
         for (const qint64 id : ids) {
             if (progress.stopped()) {
@@ -126,6 +126,9 @@ std::optional<PersonArchive::Summary> PersonArchive::import(const std::vector<qi
             }
             progress.step(summary.added + summary.present, qint64(ids.size()));
         }
+        transaction.describe(
+            (m_kind == ItemKind::Composer ? tr("Import %1 composers") : tr("Import %1 performers"))
+                .arg(summary.added));
         transaction.commit();
     });
     return done ? std::optional(summary) : std::nullopt;

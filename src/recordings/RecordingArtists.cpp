@@ -50,6 +50,43 @@ std::vector<RecordingArtist> RecordingEditor::performers() {
     return result;
 }
 
+// The works of a composer who goes would stand on the recording without him: they go together, or nobody
+// goes. `leaving` becomes the placed works that go.
+bool RecordingEditor::settleWorksOf(const std::vector<qint64>& composers, std::vector<qint64>& leaving) {
+    QStringList titles;
+    const bool found = guarded(m_session, [&] {
+        QSet<qint64> going;
+        Query run = m_session.connection().query(ofRecording(composersStatement));
+        while (run.next())
+            if (std::find(composers.begin(), composers.end(), run.integer(0)) == composers.end())
+                going.insert(run.integer(0));
+        Query placed = m_session.connection().query(
+            ofRecording(
+                "SELECT CompOnRec.CompOnRecID, CompOnRec.CpsID, Compositions.CompTitle FROM CompOnRec "
+                "LEFT JOIN Compositions ON CompOnRec.CompID = Compositions.CompID WHERE "
+                "CompOnRec.RecID = ") +
+            QStringLiteral(" ORDER BY CompOnRec.Pos"));
+        while (placed.next())
+            if (going.contains(placed.integer(1))) {
+                leaving.push_back(placed.integer(0));
+                titles << placed.text(2).trimmed();
+            }
+    });
+    if (!found || leaving.empty())
+        return found;
+    constexpr qsizetype mostLines = 10;
+    QString shown = titles.mid(0, mostLines).join(u'\n');
+    if (titles.size() > mostLines)
+        shown += u'\n' + tr("... (%1 in all)").arg(titles.size());
+    return m_session.messages().ask(
+               {applicationTitle,
+                tr("Works of the composers who are removed stand on the recording:\n%1\n\n"
+                   "Do you want to take them off the recording as well?")
+                    .arg(shown),
+                {Answer::Yes, Answer::No},
+                Answer::No}) == Answer::Yes;
+}
+
 // `code` is "Cps" or "Pfr"; the two lists differ by the order that performers have.
 void RecordingEditor::applyPersons(const char* code, const std::vector<qint64>& ids) {
     Connection& connection = m_session.connection();
@@ -102,7 +139,11 @@ bool RecordingEditor::applyArtists(const std::optional<std::vector<qint64>>& com
         parts << ofRecording(composersStatement);
     if (performers)
         parts << ofRecording(performersStatement);
-    return apply(parts, [&] {
+    std::vector<qint64> leaving;
+    if (composers && !settleWorksOf(*composers, leaving))
+        return false;
+    return apply(parts, tr("Change the artists of recording %1"), [&] {
+        takeOffAll(leaving);
         if (composers)
             applyPersons("Cps", *composers);
         if (performers) {

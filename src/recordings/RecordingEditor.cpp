@@ -49,6 +49,12 @@ QString RecordingEditor::contentOf(const QString& part) {
 
 void RecordingEditor::remember(const QString& part) { m_read.insert(part, contentOf(part)); }
 
+// After a change of the editor's own to a part that the caller may have read.
+void RecordingEditor::rememberAgain(const QString& part) {
+    if (m_read.contains(part))
+        remember(part);
+}
+
 // A part that was never read is replaced as asked: its caller does not change what was there.
 bool RecordingEditor::mayReplace(const QStringList& parts) {
     const bool isAsRead = std::all_of(parts.begin(), parts.end(), [this](const QString& part) {
@@ -70,13 +76,14 @@ bool RecordingEditor::exists() {
     return m_id != 0 && m_session.connection().exists(ofRecording("SELECT RecID FROM Rec WHERE RecID = "));
 }
 
-bool RecordingEditor::apply(const QStringList& parts, const std::function<void()>& job) {
+bool RecordingEditor::apply(const QStringList& parts, const QString& words,
+                            const std::function<void()>& job) {
     bool stored = false;
     guarded(m_session, [&] {
         requireRecording();
         if (!mayReplace(parts))
             return;
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), words.arg(title()));
         job();
         touch();
         transaction.commit();
@@ -98,6 +105,10 @@ void RecordingEditor::requireRecording() {
 
 void RecordingEditor::touch() {
     m_session.connection().execute(ofRecording("UPDATE Rec SET ModDate = NOW() WHERE RecID = "));
+}
+
+QString RecordingEditor::title() {
+    return m_session.connection().single(ofRecording("SELECT RecTitle FROM Rec WHERE RecID = ")).toText();
 }
 
 void RecordingEditor::reloadCard() {
@@ -150,16 +161,21 @@ RecordingSpecs RecordingEditor::openSpecs() {
 bool RecordingEditor::applySpecs(RecordingSpecs& specs) {
     if (!guarded(m_session, [&] { m_session.fields().fit(specs); }))
         return false;
+    bool removeUpperDiscs = false;
+    if (m_id != 0 && !settleUpperDiscs(specs, removeUpperDiscs))
+        return false;
     if (m_id != 0)
-        return apply({specsStatement(m_id)}, [&] {
+        return apply({specsStatement(m_id)}, tr("Change recording %1"), [&] {
             Recordset rows =
                 Recordset::open(m_session.connection(), ofRecording("SELECT * FROM Rec WHERE RecID = "));
             rows.update(0, specs.edited());
+            if (removeUpperDiscs)
+                removeDiscsAbove(specs.units());
             specs.id = m_id;
         });
     const bool added = guarded(m_session, [&] {
         Connection& connection = m_session.connection();
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Add recording %1").arg(specs.title()));
         Recordset rows = Recordset::open(connection, QStringLiteral("SELECT * FROM Rec WHERE 1 = 0"));
         Recordset::Assignments values = specs.edited();
         values.emplace_back(QStringLiteral("AddDate"),

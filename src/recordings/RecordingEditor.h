@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "recordings/TrackWorks.h"
 #include "store/Fields.h"
 
 #include <QHash>
@@ -45,6 +46,7 @@ struct PlacedWork {
     QString title;             ///< read only: title and catalogue number
     QString excerpt;           ///< of what part of the work is recorded; empty for all of it
     std::vector<Casting> cast; ///< read at the start; stored by applyWorks for new works only
+    QString composerName = {}; ///< read only: "Last, First"
 
     bool operator==(const PlacedWork&) const = default;
 };
@@ -80,14 +82,16 @@ public:
     /// The rating and SPARS texts in the order of the editor's lists.
     static const QStringList& ratings();
     static const QStringList& sparsCodes();
-    /// The number of discs that a text tells; nothing when it is not a whole number from 1 to 999.
+    static constexpr int mostUnits = 999; ///< discs of a recording
+    /// The number of discs that a text tells; nothing when it is not a whole number from 1 to `mostUnits`.
     static std::optional<int> units(const QString& text);
 
     // Specifications.
     RecordingSpecs specs();
     RecordingSpecs openSpecs(); ///< to be changed: `applySpecs` compares what is stored then with this
     /// Stores them: texts are trimmed in `specs`, a new recording gets its id. Refused without a title, with
-    /// units out of range, or with a text too long.
+    /// units out of range, or with a text too long. What stands on discs above lowered units is asked about:
+    /// it goes, or the units stay as high as it reaches.
     bool applySpecs(RecordingSpecs& specs);
     /// Other recordings with this barcode, or with this label and production number.
     std::vector<RecordingDouble> doubles(const RecordingSpecs& specs);
@@ -95,7 +99,8 @@ public:
     // Artists.
     std::vector<RecordingArtist> composers();
     std::vector<RecordingArtist> performers(); ///< in their order on the recording
-    /// Replaces the lists that are given. A performer who goes leaves every work of the recording.
+    /// Replaces the lists that are given. A performer who goes leaves every work of the recording; a composer
+    /// whose works stand on it goes together with them, after a question, or nothing is stored.
     bool applyArtists(const std::optional<std::vector<qint64>>& composers,
                       const std::optional<std::vector<qint64>>& performers);
 
@@ -111,19 +116,24 @@ public:
     bool applyCast(qint64 placedWork, const std::vector<Casting>& cast);
 
     // Tracks and the disc identifier of one disc.
+    int discs();                         ///< the units, or more as far as there are tracks or identifiers
     std::vector<Track> tracks(int disc); ///< by their numbers, 1 upwards
     QString discId(int disc);
-    /// Replaces what is given, of this disc alone. Refused with a length that is none, a name too long, or a
-    /// disc that the recording does not have.
+    /// Replaces what is given, of this disc alone. Refused with a length that is none (unless it was stored
+    /// before), a name too long, or a disc that the recording does not have.
     bool applyTracks(int disc, const std::optional<std::vector<Track>>& tracks,
                      const std::optional<QString>& discId);
 
-    /// Adds a work to a composer's list for every title that is not blank; the number added, or -1 on
-    /// failure.
-    int addWorks(qint64 composer, const QStringList& titles);
+    /// Tells of each work whether the composer has one of its title.
+    bool findWorks(qint64 composer, std::vector<TrackWork>& works);
+    /// Adds to a composer's list those that he does not have; with `place`, all of them come behind the works
+    /// of the recording that are not on it yet, the composer with them. The number added, or -1 on failure.
+    int addWorks(qint64 composer, std::vector<TrackWork> works, bool place);
 
 private:
-    bool apply(const QStringList& parts, const std::function<void()>& job);
+    /// `words` name the change with %1 for the recording.
+    bool apply(const QStringList& parts, const QString& words, const std::function<void()>& job);
+    QString title();
     QString ofRecording(const char* statement) const;
     QString castStatement(qint64 placedWork) const;
     QString tracksStatement(int disc) const;
@@ -141,6 +151,17 @@ private:
     void placeWorks(const std::vector<PlacedWork>& works);
     void storeTracks(int disc, const std::vector<Track>& tracks);
     void storeDiscId(int disc, const QString& text);
+    int lastDisc();
+    int countDiscs();
+    bool settleUpperDiscs(RecordingSpecs& specs, bool& remove);
+    void removeDiscsAbove(int units);
+    bool settleWorksOf(const std::vector<qint64>& composers, std::vector<qint64>& leaving);
+    void takeOff(qint64 placedWork);
+    void takeOffAll(const std::vector<qint64>& placedWorks);
+    void readWorkIds(qint64 composer, std::vector<TrackWork>& works);
+    void addToList(qint64 composer, TrackWork& work);
+    void placeBehind(qint64 composer, const std::vector<TrackWork>& works);
+    void rememberAgain(const QString& part);
 
     Session& m_session;
     OpenCards* m_cards;

@@ -7,7 +7,7 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
-
+#include <QSet>
 #include <algorithm>
 
 namespace tessaranth {
@@ -24,10 +24,11 @@ QString totalLength(const std::vector<Track>& tracks) {
     int seconds = 0;
     bool any = false;
     for (const Track& track : tracks) {
-        if (track.length.isEmpty() || !isLength(track.length))
+        const QString length = trackLength(track.length).value_or(QString());
+        if (length.isEmpty())
             continue;
         any = true;
-        seconds += track.length.left(2).toInt() * 60 + track.length.mid(3).toInt();
+        seconds += length.left(2).toInt() * 60 + length.mid(3).toInt();
     }
     if (!any)
         return {};
@@ -145,6 +146,67 @@ std::vector<Track> RecordingEditor::tracks(int disc) {
     return result;
 }
 
+// Merged recordings, and those whose units were lowered by other programs, have tracks above their units.
+int RecordingEditor::lastDisc() {
+    qint64 last = 0;
+    for (const char* statement : {"SELECT MAX(Disc) FROM Tracks WHERE RecID = ",
+                                  "SELECT MAX(DiscNbr) FROM DiscIds WHERE DiscId <> '' AND RecID = "})
+        last = std::max(last, m_session.connection().single(ofRecording(statement)).toInteger());
+    return int(std::min<qint64>(last, mostUnits));
+}
+
+int RecordingEditor::countDiscs() {
+    const qint64 units =
+        m_session.connection().single(ofRecording("SELECT UnitsNbr FROM Rec WHERE RecID = ")).toInteger();
+    return std::max(int(std::clamp<qint64>(units, 1, mostUnits)), lastDisc());
+}
+
+int RecordingEditor::discs() { return countDiscs(); }
+
+// `remove` becomes true when what stands on the upper discs is to go; else the units reach as far as it.
+bool RecordingEditor::settleUpperDiscs(RecordingSpecs& specs, bool& remove) {
+    Answer answer = Answer::Cancel;
+    guarded(m_session, [&] {
+        Connection& connection = m_session.connection();
+        const int last = lastDisc();
+        const qint64 units =
+            connection.single(ofRecording("SELECT UnitsNbr FROM Rec WHERE RecID = ")).toInteger();
+        if (specs.units() >= last || specs.units() >= units) {
+            answer = Answer::Ok;
+            return;
+        }
+        const qint64 tracks = connection
+                                  .single(QStringLiteral("SELECT COUNT(*) FROM Tracks WHERE RecID = %1 AND "
+                                                         "Disc > %2")
+                                              .arg(m_id)
+                                              .arg(specs.units()))
+                                  .toInteger();
+        answer = m_session.messages().ask(
+            {applicationTitle,
+             tr("%1 tracks, or disc identifiers, belong to the discs %2 to %3.\n"
+                "Do you want to remove them?\n\nNo keeps them, and the number of discs is %3.")
+                 .arg(tracks)
+                 .arg(specs.units() + 1)
+                 .arg(last),
+             {Answer::Yes, Answer::No, Answer::Cancel},
+             Answer::Cancel});
+        remove = answer == Answer::Yes;
+        if (answer == Answer::No)
+            specs.set("UnitsNbr", last);
+    });
+    return answer != Answer::Cancel;
+}
+
+void RecordingEditor::removeDiscsAbove(int units) {
+    for (const char* statement : {"DELETE FROM Tracks WHERE RecID = %1 AND Disc > %2",
+                                  "DELETE FROM DiscIds WHERE RecID = %1 AND DiscNbr > %2"})
+        m_session.connection().execute(QString::fromLatin1(statement).arg(m_id).arg(units));
+    const QStringList parts = m_read.keys();
+    for (const QString& part : parts)
+        if (part.contains(QStringLiteral(" FROM Tracks ")) || part.contains(QStringLiteral(" From DiscIds ")))
+            remember(part);
+}
+
 QString RecordingEditor::discId(int disc) {
     QString result;
     const Recordset rows = Recordset::open(m_session.connection(), discIdStatement(disc));
@@ -158,7 +220,9 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
     Recordset rows = Recordset::open(m_session.connection(), tracksStatement(disc));
     const int numberField = rows.fieldIndex(QStringLiteral("TrackNbr"));
     QHash<qint64, int> stored; // by number
+    QSet<QString> lengths;     // catalogs of other makers may hold "4:30", which no other edit shall refuse
     for (int row = 0; row < rows.rowCount();) {
+        lengths.insert(rows.value(row, QStringLiteral("TrackLen")).toText().trimmed());
         const qint64 number = rows.value(row, numberField).toInteger();
         if (number < 1 || number > qint64(tracks.size()) || stored.contains(number))
             rows.remove(row);
@@ -175,7 +239,9 @@ void RecordingEditor::storeTracks(int disc, const std::vector<Track>& tracks) {
             }
         };
         const QString name = fit(QStringLiteral("TrackName"), tracks[i].name);
-        const QString length = fit(QStringLiteral("TrackLen"), tracks[i].length);
+        QString length = tracks[i].length.trimmed();
+        if (!lengths.contains(length))
+            length = fit(QStringLiteral("TrackLen"), length);
         const Recordset::Assignments values{{QStringLiteral("RecID"), m_id},
                                             {QStringLiteral("Disc"), disc},
                                             {QStringLiteral("TrackNbr"), number},
@@ -207,12 +273,8 @@ bool RecordingEditor::applyTracks(int disc, const std::optional<std::vector<Trac
         parts << tracksStatement(disc);
     if (discId)
         parts << discIdStatement(disc);
-    return apply(parts, [&] {
-        const qint64 discs =
-            std::max<qint64>(1, m_session.connection()
-                                    .single(ofRecording("SELECT UnitsNbr FROM Rec WHERE RecID = "))
-                                    .toInteger());
-        if (disc < 1 || disc > discs)
+    return apply(parts, tr("Change the tracks of recording %1"), [&] {
+        if (disc < 1 || disc > countDiscs())
             throw Error(tr("The recording has no disc %1.").arg(disc));
         if (tracks)
             storeTracks(disc, *tracks);

@@ -66,7 +66,8 @@ std::vector<PlacedWork> RecordingEditor::works() {
              run.integer(8),
              run.text(9).trimmed() + (number.isEmpty() ? QString() : QStringLiteral(", ") + number),
              run.text(2).trimmed(),
-             {}});
+             {},
+             personName(run.text(4), run.text(5))});
     }
     Query cast = connection.query(
         ofRecording("SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID FROM "
@@ -108,24 +109,50 @@ void RecordingEditor::checkNewWork(const PlacedWork& work) {
         checkCasting(work.work, casting);
 }
 
+// A work that stands on no recording any more is no longer in the collection.
+void RecordingEditor::takeOff(qint64 placedWork) {
+    Connection& connection = m_session.connection();
+    const QString key = QString::number(placedWork);
+    const QString work = QString::number(
+        connection.single(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompOnRecID = ") + key)
+            .toInteger());
+    connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = ") + key);
+    connection.execute(QStringLiteral("DELETE FROM CompOnRec WHERE CompOnRecID = ") + key);
+    if (!connection.exists(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompID = ") + work))
+        connection.execute(QStringLiteral("UPDATE Compositions SET InCollection = False WHERE CompID = ") +
+                           work);
+}
+
+void RecordingEditor::takeOffAll(const std::vector<qint64>& placedWorks) {
+    if (placedWorks.empty())
+        return;
+    for (const qint64 placed : placedWorks)
+        takeOff(placed);
+    Recordset rest =
+        Recordset::open(m_session.connection(), ofRecording("SELECT * FROM CompOnRec WHERE RecID = ") +
+                                                    QStringLiteral(" ORDER BY Pos"));
+    for (int row = 0; row < rest.rowCount(); ++row)
+        rest.update(row, {{QStringLiteral("Pos"), row + 1}});
+    rememberCasts();
+    rememberAgain(ofRecording(placedStatement));
+}
+
 void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
     Connection& connection = m_session.connection();
-    Recordset rows = Recordset::open(connection, ofRecording("SELECT * FROM CompOnRec WHERE RecID = ") +
-                                                     QStringLiteral(" ORDER BY Pos"));
+    const QString statement =
+        ofRecording("SELECT * FROM CompOnRec WHERE RecID = ") + QStringLiteral(" ORDER BY Pos");
+    Recordset rows = Recordset::open(connection, statement);
     QSet<qint64> kept;
     for (const PlacedWork& work : works)
         kept.insert(work.id);
-    for (int row = rows.rowCount() - 1; row >= 0; --row) {
-        const qint64 id = rows.value(row, QStringLiteral("CompOnRecID")).toInteger();
-        const QString work = rows.value(row, QStringLiteral("CompID")).toText();
-        if (kept.contains(id))
-            continue;
-        connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID = %1").arg(id));
-        rows.remove(row);
-        if (!connection.exists(QStringLiteral("SELECT CompID FROM CompOnRec WHERE CompID = ") + work))
-            connection.execute(
-                QStringLiteral("UPDATE Compositions SET InCollection = False WHERE CompID = ") + work);
-    }
+    std::vector<qint64> gone;
+    for (int row = 0; row < rows.rowCount(); ++row)
+        if (const qint64 id = rows.value(row, QStringLiteral("CompOnRecID")).toInteger(); !kept.contains(id))
+            gone.push_back(id);
+    for (const qint64 id : gone)
+        takeOff(id);
+    if (!gone.empty())
+        rows = Recordset::open(connection, statement);
     QHash<std::pair<qint64, qint64>, int> stored; // by id and work
     for (int row = 0; row < rows.rowCount(); ++row)
         stored.insert({rows.value(row, QStringLiteral("CompOnRecID")).toInteger(),
@@ -159,7 +186,7 @@ void RecordingEditor::placeWorks(const std::vector<PlacedWork>& works) {
 }
 
 bool RecordingEditor::applyWorks(std::vector<PlacedWork>& works) {
-    const bool stored = apply({ofRecording(placedStatement)}, [&] {
+    const bool stored = apply({ofRecording(placedStatement)}, tr("Change the works of recording %1"), [&] {
         if (!works.empty()) {
             placeWorks(works);
             return;
@@ -188,7 +215,7 @@ std::vector<Casting> RecordingEditor::cast(qint64 placedWork) {
 }
 
 bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& cast) {
-    return apply({castStatement(placedWork)}, [&] {
+    return apply({castStatement(placedWork)}, tr("Change the performers of a work on recording %1"), [&] {
         Connection& connection = m_session.connection();
         const qint64 work =
             connection
@@ -223,26 +250,90 @@ bool RecordingEditor::applyCast(qint64 placedWork, const std::vector<Casting>& c
 
 // ---- from tracks to works
 
-int RecordingEditor::addWorks(qint64 composer, const QStringList& titles) {
+void RecordingEditor::readWorkIds(qint64 composer, std::vector<TrackWork>& works) {
+    QHash<QString, qint64> ids;
+    Query run = m_session.connection().query(
+        QStringLiteral("SELECT CompID, CompTitle FROM Compositions WHERE CpsID = %1 ORDER BY CompID DESC")
+            .arg(composer));
+    while (run.next())
+        ids.insert(run.text(1).trimmed().toCaseFolded(), run.integer(0));
+    for (TrackWork& work : works)
+        work.work = ids.value(cleanName(work.title).toCaseFolded());
+}
+
+bool RecordingEditor::findWorks(qint64 composer, std::vector<TrackWork>& works) {
+    return guarded(m_session, [&] { readWorkIds(composer, works); });
+}
+
+void RecordingEditor::addToList(qint64 composer, TrackWork& work) {
+    const QString title =
+        m_session.fields().fit(QStringLiteral("Compositions"), QStringLiteral("CompTitle"), work.title);
+    Recordset rows =
+        Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
+    Recordset::Assignments values{{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}};
+    for (const char* text : {"CompSubTitle", "CompNbr", "CompYear", "Descr"})
+        values.emplace_back(QLatin1String(text), QString());
+    for (const char* link : {"MainWorkID", "CpsGenreID", "GenreID", "KeyID"})
+        values.emplace_back(QLatin1String(link), 0);
+    rows.add(values);
+    work.work = m_session.connection().lastKey();
+}
+
+void RecordingEditor::placeBehind(qint64 composer, const std::vector<TrackWork>& works) {
+    Connection& connection = m_session.connection();
+    const QString onRecording = QStringLiteral(" WHERE RecID = %1 AND ").arg(m_id);
+    if (!connection.exists(QStringLiteral("SELECT CpsID FROM CpsOnRec") + onRecording +
+                           QStringLiteral("CpsID = %1").arg(composer)))
+        Recordset::open(connection, QStringLiteral("SELECT * FROM CpsOnRec WHERE 1 = 0"))
+            .add({{QStringLiteral("CpsID"), composer}, {QStringLiteral("RecID"), m_id}});
+    qint64 position =
+        connection.single(ofRecording("SELECT MAX(Pos) FROM CompOnRec WHERE RecID = ")).toInteger();
+    Recordset rows = Recordset::open(connection, QStringLiteral("SELECT * FROM CompOnRec WHERE 1 = 0"));
+    for (const TrackWork& work : works) {
+        if (connection.exists(QStringLiteral("SELECT CompID FROM CompOnRec") + onRecording +
+                              QStringLiteral("CompID = %1").arg(work.work)))
+            continue;
+        rows.add({{QStringLiteral("RecID"), m_id},
+                  {QStringLiteral("CpsID"), composer},
+                  {QStringLiteral("CompID"), work.work},
+                  {QStringLiteral("Pos"), ++position},
+                  {QStringLiteral("ExtraitName"), QString()}});
+        connection.execute(
+            QStringLiteral("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(work.work));
+    }
+    rememberAgain(ofRecording(placedStatement));
+}
+
+int RecordingEditor::addWorks(qint64 composer, std::vector<TrackWork> works, bool place) {
     int added = 0;
-    const bool stored = guarded(m_session, [&] {
-        Connection& connection = m_session.connection();
-        if (!connection.exists(QStringLiteral("SELECT CpsID FROM Cps WHERE CpsID = %1").arg(composer)))
+    const auto add = [&] {
+        if (!m_session.connection().exists(
+                QStringLiteral("SELECT CpsID FROM Cps WHERE CpsID = %1").arg(composer)))
             throw Error(tr("This composer has been deleted meanwhile."));
-        Transaction transaction(connection);
-        Recordset rows =
-            Recordset::open(connection, QStringLiteral("SELECT * FROM Compositions WHERE 1 = 0"));
-        for (const QString& text : titles) {
-            if (cleanName(text).isEmpty())
+        std::erase_if(works, [](const TrackWork& work) { return cleanName(work.title).isEmpty(); });
+        readWorkIds(composer, works);
+        for (TrackWork& work : works) {
+            if (work.work != 0)
                 continue;
-            const QString title =
-                m_session.fields().fit(QStringLiteral("Compositions"), QStringLiteral("CompTitle"), text);
-            rows.add({{QStringLiteral("CpsID"), composer}, {QStringLiteral("CompTitle"), title}});
+            addToList(composer, work);
             ++added;
         }
+        if (place)
+            placeBehind(composer, works);
+    };
+    const auto addOnly = [&] {
+        Transaction transaction(m_session.connection(), tr("Add works"));
+        add();
+        transaction.describe(
+            tr("Add %1 works of %2")
+                .arg(added)
+                .arg(m_session.connection()
+                         .single(QStringLiteral("SELECT CpsLname FROM Cps WHERE CpsID = %1").arg(composer))
+                         .toText()));
         transaction.commit();
-    });
-    return stored ? added : -1;
+    };
+    return (place ? apply({}, tr("Add works to recording %1"), add) : guarded(m_session, addOnly)) ? added
+                                                                                                   : -1;
 }
 
 } // namespace tessaranth

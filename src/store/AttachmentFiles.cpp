@@ -3,10 +3,10 @@
 
 #include "platform/Errors.h"
 #include "platform/FileReader.h"
+#include "store/StepFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 namespace tessaranth {
 
@@ -29,17 +29,19 @@ QByteArray AttachmentFiles::read(Session::Folder folder, qint64 id, qint64 atMos
 
 void AttachmentFiles::write(Session::Folder folder, qint64 id, const QByteArray& bytes,
                             Existing existing) const {
-    QDir().mkpath(m_session.dataFolder(folder));
     const QString file = path(folder, id);
+    if (isTaken(file) && existing == Existing::Refuse)
+        throw FileError(
+            QCoreApplication::translate("AttachmentFiles", "%1 cannot be written: a file stands there")
+                .arg(QDir::toNativeSeparators(file)));
     if (isTaken(file) && !isPlainFile(file))
         throw FileError(QCoreApplication::translate("AttachmentFiles", "%1 cannot be written: it is no file")
                             .arg(QDir::toNativeSeparators(file)));
-    writeFile(file, bytes, existing);
+    m_session.stepFiles().write(int(folder), id, bytes);
 }
 
-bool AttachmentFiles::remove(Session::Folder folder, qint64 id) const {
-    const QString file = path(folder, id);
-    return QFile::remove(file) || !isTaken(file);
+void AttachmentFiles::remove(Session::Folder folder, qint64 id) const {
+    m_session.stepFiles().remove(int(folder), id);
 }
 
 qint64 AttachmentFiles::addRow(Recordset& rows, const QString& key, Recordset::Assignments values,

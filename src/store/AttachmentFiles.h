@@ -15,7 +15,7 @@ namespace tessaranth {
 /// opened, written to or followed.
 class AttachmentFiles {
 public:
-    explicit AttachmentFiles(const Session& session) : m_session(session) {}
+    explicit AttachmentFiles(Session& session) : m_session(session) {}
 
     QString path(Session::Folder folder, qint64 id) const;
     /// Nothing for an id that names no file.
@@ -23,12 +23,11 @@ public:
     bool exists(Session::Folder folder, qint64 id) const;
     /// Throws FileError, also for one of more than `atMost` bytes.
     QByteArray read(Session::Folder folder, qint64 id, qint64 atMost) const;
-    /// What stood there before stays whole until the new file is; makes the data folder when it is missing.
-    /// Throws FileError.
+    // Within a transaction, and with it: what stood there before stays until the rows are safe, then goes
+    // into the history. Writing makes the data folder when it is missing, and throws FileError.
     void write(Session::Folder folder, qint64 id, const QByteArray& bytes,
                Existing existing = Existing::Replace) const;
-    /// False when the file is still there afterwards; one that was missing counts as removed.
-    bool remove(Session::Folder folder, qint64 id) const;
+    void remove(Session::Folder folder, qint64 id) const; ///< a missing file counts as removed
 
     /// Adds a row and answers with its number. A number under which a file stands already is passed over: it
     /// may belong to a newer state of the catalog than the one that was restored. Throws SqlError.
@@ -36,7 +35,7 @@ public:
                   Session::Folder folder) const;
 
 private:
-    const Session& m_session;
+    Session& m_session;
 };
 
 } // namespace tessaranth

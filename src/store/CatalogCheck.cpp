@@ -260,7 +260,7 @@ std::optional<int> CatalogCheck::find(Progress& progress, const std::function<vo
 
 bool CatalogCheck::mend(const CatalogFault& fault, const std::function<void(const QString&)>& told) {
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Repair the catalog: %1").arg(fault.caption));
         const qint64 mended = fault.mend();
         transaction.commit();
         if (fault.afterwards)

@@ -40,6 +40,8 @@ OwnTable ownTable(SQLite::Database& database, const QByteArray& name) {
     OwnTable table{name, {}, false, {}};
     for (const AddedTable& added : addedTables())
         table.isAdded = table.isAdded || name == added.name;
+    for (const UpgradeStep& step : upgradeSteps())
+        table.isAdded = table.isAdded || (step.change == UpgradeStep::Change::AddTable && name == step.table);
     SQLite::Statement run(database,
                           "SELECT name, type, \"notnull\", dflt_value, pk FROM pragma_table_info(?1)");
     run.bind(1, name.toStdString());
@@ -163,7 +165,8 @@ void SchemaReading::readUpgrades() {
     while (run.executeStep()) {
         const int code = int(std::clamp<qint64>(run.getColumn(0).getInt64(), 0, 1'000'000'000));
         m_upgrades.insert(code);
-        m_shape.newestUpgrade = std::max(m_shape.newestUpgrade, code);
+        int& newest = code < firstOwnUpgradeCode ? m_shape.newestUpgrade : m_shape.newestOwnUpgrade;
+        newest = std::max(newest, code);
     }
 }
 

@@ -21,7 +21,8 @@ struct CatalogShape {
     /// "trigger x", "view x", "virtual table x", "computed column Rec.x".
     QStringList foreign;
     int ownTables = 0;        ///< of the tables that a catalog of any age has
-    int newestUpgrade = 0;    ///< the highest code that is recorded
+    int newestUpgrade = 0;    ///< the highest code that is recorded of the given steps,
+    int newestOwnUpgrade = 0; ///< and of our own
     bool hasOldIndex = false; ///< parts of the word index as this version does not make them
     bool isACatalog() const;  ///< one that may be damaged, but not something else altogether
 };

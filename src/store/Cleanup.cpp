@@ -5,6 +5,7 @@
 #include "store/Guarded.h"
 #include "store/Recordset.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QSet>
 #include <span>
@@ -103,8 +104,6 @@ public:
         }
     }
 
-    const QStringList& documents() const { return m_documents; }
-
 private:
     int mendRows() {
         const int total = m_rows.rowCount();
@@ -114,10 +113,11 @@ private:
             if (m_step.remedy == Remedy::SetToNone) {
                 m_rows.update(row, {{column, 0}});
             } else {
-                if (m_step.remedy == Remedy::DeleteRowsAndDocuments)
-                    if (const auto file = AttachmentFiles(m_session).path(
-                            Session::Folder::Documents, m_rows.value(row, QStringLiteral("CardID"))))
-                        m_documents.push_back(*file);
+                const AttachmentFiles files(m_session);
+                const Value& id = m_rows.value(row, QStringLiteral("CardID"));
+                if (m_step.remedy == Remedy::DeleteRowsAndDocuments &&
+                    files.path(Session::Folder::Documents, id))
+                    files.remove(Session::Folder::Documents, id.toInteger());
                 m_rows.remove(row);
             }
             m_progress.step(total - row, total);
@@ -188,7 +188,6 @@ private:
     const Step& m_step;
     Progress& m_progress;
     Recordset m_rows;
-    QStringList m_documents;
 };
 
 class Log {
@@ -221,14 +220,12 @@ bool Cleanup::run(Progress& progress, const std::function<void(const StepResult&
             StepResult result{QString::fromLatin1(step.progressText), QString::fromLatin1(step.nothingText),
                               0};
             progress.stage(result.progressText);
-            Transaction transaction(m_session.connection());
+            Transaction transaction(m_session.connection(),
+                                    QCoreApplication::translate("Cleanup", "Repair the catalog: %1")
+                                        .arg(QString::fromLatin1(step.countText).trimmed()));
             StepRun run(m_session, step, progress);
             result.count = run.run();
             transaction.commit();
-            // After the rows: a file without a row is found by the next alignment, a row without a file is
-            // a loss shown to the user.
-            for (const QString& document : run.documents())
-                QFile::remove(document);
             progress.percentage(100);
             if (result.count > 0)
                 result.resultText = QString::number(result.count) + QString::fromLatin1(step.countText);

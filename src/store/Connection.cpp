@@ -2,6 +2,7 @@
 #include "store/Connection.h"
 
 #include "store/ConnectionImpl.h"
+#include "store/RowImage.h"
 #include "store/TableDefinition.h"
 #include "store/TextIndex.h"
 
@@ -95,9 +96,12 @@ Query::Query(Query&&) noexcept = default;
 Query::~Query() = default;
 
 bool Query::next() {
+    ChangeLog& log = m_impl->connection->log;
+    const ChangeLog::Mark mark = log.mark();
     try {
         return m_impl->statement->executeStep();
     } catch (const SQLite::Exception& error) {
+        log.cutBack(mark); // SQLite has taken back what the statement had done before it failed
         throw sqlError(error);
     }
 }
@@ -144,6 +148,8 @@ Query Connection::queryNative(const QByteArray& statement, const std::vector<Val
 }
 
 Query Connection::queryStatement(const SqlStatement& statement) {
+    if (statement.kind != SqlStatement::Kind::Select)
+        requireTransaction();
     try {
         auto impl = std::make_unique<Query::Impl>();
         impl->connection = m_impl.get();
@@ -154,6 +160,28 @@ Query Connection::queryStatement(const SqlStatement& statement) {
     } catch (const SQLite::Exception& error) {
         throw sqlError(error);
     }
+}
+
+Query Connection::boundQuery(const QByteArray& statement,
+                             const std::vector<const RowImage::Cell*>& parameters) {
+    Query run = queryStatement({SqlStatement::Kind::Select, statement, {}, {}, {}});
+    int index = 0;
+    for (const RowImage::Cell* cell : parameters)
+        RowImage::bind(*run.m_impl->statement, ++index, *cell);
+    return run;
+}
+
+int Connection::executeNative(const QByteArray& statement,
+                              const std::vector<const RowImage::Cell*>& parameters) {
+    requireTransaction();
+    boundQuery(statement, parameters).next();
+    return m_impl->database.getChanges();
+}
+
+std::optional<qint64> Connection::singleNative(const QByteArray& statement,
+                                               const std::vector<const RowImage::Cell*>& parameters) {
+    Query run = boundQuery(statement, parameters);
+    return run.next() ? std::optional(run.integer(0)) : std::nullopt;
 }
 
 SqlStatement Connection::translateUpdatable(const QString& statement) const {
@@ -174,7 +202,9 @@ Query Connection::query(const QString& statement) {
 int Connection::execute(const QString& statement) {
     const SqlStatement translated = m_impl->dialect.translate(statement);
     if (translated.kind == SqlStatement::Kind::ChangeColumn) {
+        requireTransaction();
         changeColumn(translated.change);
+        m_impl->shapeChanged = true;
         return 0;
     }
     switch (translated.kind) {
@@ -191,6 +221,7 @@ int Connection::execute(const QString& statement) {
     switch (translated.kind) {
     case SqlStatement::Kind::CreateTable:
     case SqlStatement::Kind::AddColumn:
+        m_impl->shapeChanged = true;
         schemaChanged();
         return 0;
     default:
@@ -242,6 +273,7 @@ void Connection::Impl::run(const QByteArray& statements, bool alone) {
 }
 
 void Connection::runNative(const QByteArray& statements) {
+    requireTransaction();
     try {
         m_impl->run(statements, false);
     } catch (const SQLite::Exception& error) {
@@ -260,6 +292,7 @@ ColumnInfo ColumnInfo::fromDeclaration(const QString& name, const QString& decla
 
 void Connection::schemaChanged() {
     m_impl->schema.clear();
+    m_impl->log.forgetSchema();
     m_impl->textColumns.clear();
     m_impl->dialect.forgetSchema();
 }
@@ -327,6 +360,7 @@ static void keepSequence(SQLite::Database& database, const QByteArray& table, qi
 void Connection::changeColumn(const ColumnChange& change) {
     TextIndex(*this).drop(); // its triggers name tables that are about to be rebuilt
     const QByteArray table = change.table.toUtf8();
+    const ChangeLog::Mark mark = m_impl->log.mark();
     try {
         // A savepoint and not a Transaction: a change that fails is undone by itself and may be skipped.
         SQLite::Database& database = m_impl->database;
@@ -372,6 +406,7 @@ void Connection::changeColumn(const ColumnChange& change) {
             keepSequence(database, table, *last);
         savepoint.release();
     } catch (const SQLite::Exception& error) {
+        m_impl->log.cutBack(mark);
         throw sqlError(error);
     }
     schemaChanged();
@@ -379,26 +414,95 @@ void Connection::changeColumn(const ColumnChange& change) {
 
 // ---- transactions
 
-Transaction::Transaction(Connection& connection) : m_connection(connection) {
-    if (m_connection.m_impl->transactionDepth++ == 0)
+// Both guards of the change log: what is written outside a transaction would be announced by nobody, and what
+// is written to a table whose columns it does not know would be passed over.
+void Connection::requireTransaction() const {
+    if (m_impl->transactionDepth == 0 || sqlite3_get_autocommit(m_impl->database.getHandle()) != 0)
+        throw SqlError(QStringLiteral("a change of the catalog outside a transaction"));
+    m_impl->log.learn([this](const QString& table) { return columnsOf(table); });
+}
+
+CatalogChanges Connection::changes() {
+    CatalogChanges changes = m_impl->log.changes([this](qint64 placedWork) {
+        const RowImage::Cell id{0, 'i', placedWork, 0, {}};
+        return singleNative("SELECT RecID FROM CompOnRec WHERE CompOnRecID = ?", {&id}).value_or(0);
+    });
+    for (const CatalogChanges::Merge& merge : std::as_const(m_impl->merges))
+        changes.noteMerge(merge.from, merge.to);
+    if (m_impl->shapeChanged)
+        changes.noteEverything();
+    return changes;
+}
+
+void Connection::setAnnouncer(std::function<void(const CatalogChanges&)> announcer) {
+    m_impl->announcer = std::move(announcer);
+}
+
+void Connection::setKeeper(ChangeKeeper* keeper) {
+    m_impl->keeper = keeper;
+    m_impl->log.setKeeper(keeper);
+}
+
+void Connection::touch(const CardRef& thing) { m_impl->log.note(thing, CatalogChanges::How::Changed); }
+
+// In a catalog without the table, which is not up to date or in which somebody dropped it, there is no token;
+// then the history ends at the next opening.
+void Connection::storeToken(qint64 token) {
+    const RowImage::Cell cell{0, 'i', token, 0, {}};
+    if (!columns(QStringLiteral("TsrHistory")).empty())
+        boundQuery("INSERT OR REPLACE INTO TsrHistory (HistoryID, Token) VALUES (1, ?)", {&cell}).next();
+}
+
+Transaction::Transaction(Connection& connection, const QString& words)
+    : m_connection(connection), m_words(words) {
+    begin(true);
+}
+
+Transaction::Transaction(Connection& connection, Unrecorded) : m_connection(connection) { begin(false); }
+
+void Transaction::begin(bool recorded) {
+    Connection::Impl& impl = *m_connection.m_impl;
+    if (impl.transactionDepth == 0) {
         m_connection.runBare("BEGIN IMMEDIATE");
+        impl.log.begin(recorded);
+        impl.shapeChanged = false;
+        impl.merges.clear();
+    }
+    ++impl.transactionDepth;
+}
+
+void Transaction::merge(const CardRef& from, const CardRef& to) {
+    m_connection.m_impl->merges.push_back({from, to});
 }
 
 void Transaction::commit() {
+    Connection::Impl& impl = *m_connection.m_impl;
     m_open = false;
-    if (--m_connection.m_impl->transactionDepth > 0)
+    if (--impl.transactionDepth > 0)
         return;
-    if (std::exchange(m_connection.m_impl->innerFailed, false)) {
+    if (std::exchange(impl.innerFailed, false)) {
         m_connection.undo();
         throw SqlError(QStringLiteral("a part of the operation failed, so nothing of it was kept"));
     }
+    CatalogChanges changes;
     try {
+        changes = m_connection.changes();
+        if (impl.keeper) {
+            const bool breaks = impl.shapeChanged || impl.log.hasUnrecorded();
+            if (const auto token = impl.keeper->prepare({m_words, impl.log.rows(), changes, breaks}))
+                m_connection.storeToken(*token);
+        }
         m_connection.runBare("COMMIT");
-    } catch (const SqlError&) {
+    } catch (const Error&) {
         m_connection.undo();
         throw;
     }
+    impl.log.end();
+    if (impl.keeper)
+        impl.keeper->committed();
     m_connection.tellNotices();
+    if (impl.announcer)
+        impl.announcer(changes);
 }
 
 Transaction::~Transaction() {
@@ -424,6 +528,9 @@ void Connection::undo() {
     // A full disk may have undone everything already; rolling back twice would be an error of its own.
     if (sqlite3_get_autocommit(m_impl->database.getHandle()) == 0)
         m_impl->database.tryExec("ROLLBACK");
+    m_impl->log.end();
+    if (m_impl->keeper)
+        m_impl->keeper->cancelled();
     m_impl->notices.clear(); // with the transaction what they tell of is undone
     schemaChanged();
 }

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "store/CatalogChanges.h"
 #include "store/JetSql.h"
 #include "store/SqlError.h"
 #include "store/Value.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tessaranth {
 
+class ChangeKeeper;
 class Clock;
+
+namespace RowImage {
+struct Cell;
+}
 
 /// Why a catalog file could not be opened; `reason()` says it in a sentence for the user.
 class OpenError : public Error {
@@ -127,6 +134,19 @@ public:
     /// FileError and leaves what stood at `target` when anything fails.
     void copyTo(const QString& target, const std::function<void(int percentage)>& progress = {});
 
+    /// Told of every commit that changed something in the tables of the catalog.
+    void setAnnouncer(std::function<void(const CatalogChanges&)> announcer);
+    /// Keeps the rows of every transaction from now on; null for nobody. Must outlive the connection or be
+    /// taken back. Not within a transaction.
+    void setKeeper(ChangeKeeper* keeper);
+    /// Within a transaction: something of this thing changed that is in no row, such as its file.
+    void touch(const CardRef& thing);
+    /// A change in SQLite's own words with its parameters in their order; the number of rows it changed.
+    int executeNative(const QByteArray& statement, const std::vector<const RowImage::Cell*>& parameters);
+    /// The number in the first cell of the first row; nothing when there is no row.
+    std::optional<qint64> singleNative(const QByteArray& statement,
+                                       const std::vector<const RowImage::Cell*>& parameters);
+
     struct Impl;
 
 private:
@@ -135,6 +155,10 @@ private:
     explicit Connection(const QString& path);
     void changeColumn(const ColumnChange& change);
     void runBare(const char* statement);
+    void requireTransaction() const;
+    CatalogChanges changes();
+    void storeToken(qint64 token);
+    Query boundQuery(const QByteArray& statement, const std::vector<const RowImage::Cell*>& parameters);
     void undo();
     void schemaChanged();
     SqlStatement translateUpdatable(const QString& statement) const;
@@ -149,17 +173,34 @@ private:
 };
 
 /// Everything run while it lives stands or falls together; undone unless committed. A transaction inside
-/// another joins it; when the inner one is left without commit, the outer one cannot be committed.
+/// another joins it; when the inner one is left without commit, the outer one cannot be committed. The
+/// tables of the catalog can be changed only within one: outside, a statement that would throws SqlError.
+/// What it changed is announced at the commit and becomes one step of the history.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection);
+    /// For what cannot be taken back: upgrades and the care of the whole file. Where it changes rows, the
+    /// history ends and everything is announced as changed.
+    struct Unrecorded {};
+
+    /// `words` name the operation for the user, with its item: "Delete recording Tosca". Those of the
+    /// outermost transaction count.
+    Transaction(Connection& connection, const QString& words);
+    Transaction(Connection& connection, Unrecorded);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
+
+    /// Other words, for what is known only at the end: "Import 500 works of Mozart".
+    void describe(const QString& words) { m_words = words; }
+    /// Says that one item went into another; the rows alone would tell of a deletion.
+    void merge(const CardRef& from, const CardRef& to);
     void commit();
 
 private:
+    void begin(bool recorded);
+
     Connection& m_connection;
+    QString m_words;
     bool m_open = true;
 };
 

@@ -4,6 +4,7 @@
 // What the sources of Connection share; nobody else includes it.
 
 #include "store/CatalogShape.h"
+#include "store/ChangeLog.h"
 #include "store/Connection.h"
 #include "store/ReadingPlace.h"
 
@@ -45,14 +46,19 @@ struct Connection::Impl {
     std::shared_ptr<QTemporaryDir>
         copied; ///< the folder of a private copy; goes after the database is closed
     SQLite::Database database;
+    ChangeLog log{database.getHandle()}; ///< before any statement is prepared
+    ChangeKeeper* keeper = nullptr;
+    std::function<void(const CatalogChanges&)> announcer;
     JetSql dialect;
     std::unordered_multimap<QByteArray, StatementHandle, ByteHash> idle;
     QHash<QString, TableInfo> schema; ///< by lower-case name; read when first asked for
     QSet<QString> textColumns;
     int transactionDepth = 0;
+    bool innerFailed = false;            ///< a transaction within the open one was left without commit
+    bool shapeChanged = false;           ///< the open transaction changed a table's definition
+    QList<CatalogChanges::Merge> merges; ///< of the open transaction
     std::function<void(const QString&)> tell;
-    QStringList notices;      ///< to be told once the open transaction stands
-    bool innerFailed = false; ///< a transaction within the open one was left without commit
+    QStringList notices; ///< to be told once the open transaction stands
 };
 
 SqlError sqlError(const SQLite::Exception& error);

@@ -8,6 +8,7 @@
 #include "store/LikePattern.h"
 #include "store/TextIndex.h"
 #include "store/TextOrder.h"
+#include "store/UpgradeSteps.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -152,7 +153,7 @@ void checkShape(const CatalogShape& shape, const QString& path, int newestUpgrad
     if (!shape.isACatalog())
         throw OpenError(Kind::NotACatalog, tr("The file %1 is a database, but not a catalog: it lacks %2.")
                                                .arg(path, listed(shape.missing)));
-    if (shape.newestUpgrade > newestUpgrade)
+    if (shape.newestUpgrade > newestUpgrade || shape.newestOwnUpgrade > newestOwnUpgradeCode)
         throw OpenError(Kind::Newer,
                         tr("The catalog %1 was written by a newer version of the program.").arg(path));
     if (!shape.missing.isEmpty())

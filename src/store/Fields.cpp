@@ -94,7 +94,8 @@ const CatalogTable& catalogTable(const QString& table) {
 QString cleanName(const QString& text) {
     QString result = text;
     for (QChar& c : result)
-        if (c.category() == QChar::Other_Control)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     return result.trimmed();
 }
@@ -103,10 +104,14 @@ bool isYear(const QString& text) {
     return text.isEmpty() || (text.size() == 4 && std::all_of(text.begin(), text.end(), isDigit));
 }
 
-bool isLength(const QString& text) {
-    static const QRegularExpression pattern(QStringLiteral("\\A[0-9]{2}.[0-9]{2}\\z"),
-                                            QRegularExpression::DotMatchesEverythingOption);
-    return text.isEmpty() || pattern.match(text).hasMatch();
+std::optional<QString> trackLength(const QString& text) {
+    static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{2})[^0-9]?([0-5][0-9])\\z"));
+    if (text.isEmpty())
+        return QString();
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    return match.captured(1) + u':' + match.captured(2);
 }
 
 FieldRow::FieldRow(const CatalogTable& table) : m_table(&table) {
@@ -183,10 +188,12 @@ QString Fields::fit(const QString& table, const CatalogField& field, const QStri
             tr("%1: at most %2 characters.").arg(field.captionText()).arg(width(table, field.name())));
     if (field.kind == Year && !isYear(text))
         throw Error(tr("A year has four digits, or the field is empty."));
-    if (field.kind == Length && !isLength(text))
-        throw Error(tr("The length \"%1\" is not of the form mm:ss.").arg(text));
-    if (field.kind == Length && !text.isEmpty())
-        text[2] = u':';
+    if (field.kind == Length) {
+        const std::optional<QString> length = trackLength(text);
+        if (!length)
+            throw Error(tr("The length \"%1\" is not of the form mm:ss.").arg(text));
+        text = *length;
+    }
     if (field.kind == Choice && !field.choiceTexts().contains(text))
         throw Error(tr("%1: \"%2\" is none of the list.").arg(field.captionText(), text));
     return text;

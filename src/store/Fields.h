@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -84,8 +85,9 @@ const CatalogTable& catalogTable(const QString& table); ///< must be there
 QString cleanName(const QString& text);
 /// True for four digits and for an empty text.
 bool isYear(const QString& text);
-/// True for "mm:ss" or "mm.ss" (any one character between the digits), and for an empty text.
-bool isLength(const QString& text);
+/// A typed length of a track as it is stored, "04:30" of "04.30", "04:30" or "0430"; nothing when it is none,
+/// as one of 60 seconds or more. Empty for an empty text.
+std::optional<QString> trackLength(const QString& text);
 
 /// The values of one row as an editor holds them, by column. A new one holds what an empty row does.
 class FieldRow {

@@ -56,7 +56,7 @@ bool Maintenance::empty(Progress& progress) {
     return run(tr("Emptying the catalog"), progress, [&] {
         Connection& connection = m_session.connection();
         const QStringList tables = connection.tables();
-        Transaction transaction(connection);
+        Transaction transaction(connection, Transaction::Unrecorded());
         TextIndex(connection).drop(); // rather than taking every word out of it, row by row
         for (qsizetype i = 0; i < tables.size(); ++i) {
             if (!tables[i].startsWith(QLatin1String("MSys")))

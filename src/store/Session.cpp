@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Session.h"
 
+#include "store/History.h"
 #include "store/KeyNamesFile.h"
 
 #include <QDir>
@@ -47,7 +48,7 @@ Session::Session(QString applicationFolder, Messages& messages, const Clock& clo
       m_configuration(applicationFile(QStringLiteral("tsc.cfg")), m_applicationFolder),
       m_temporaryFolder(QDir::tempPath() + QStringLiteral("/TsrtTemp")) {}
 
-Session::~Session() = default;
+Session::~Session() { closeConnection(); }
 
 QString Session::applicationFile(const QString& name) const { return m_applicationFolder + u'/' + name; }
 
@@ -128,10 +129,21 @@ bool Session::saveRuntime() {
 }
 
 void Session::setConnection(std::unique_ptr<Connection> connection) {
+    closeConnection();
     m_connection = std::move(connection);
+    m_connection->setAnnouncer([this](const CatalogChanges& changes) { m_changes.announce(changes); });
+    m_history = std::make_unique<History>(*this);
+    m_connection->setKeeper(m_history.get());
     m_connection->setNotice([this](const QString& text) { m_messages.warning(applicationTitle, text); });
 }
 
-void Session::closeConnection() { m_connection.reset(); }
+void Session::closeConnection() {
+    if (m_connection)
+        m_connection->setKeeper(nullptr);
+    m_history.reset();
+    m_connection.reset();
+}
+
+StepFiles& Session::stepFiles() { return m_history->stepFiles(); }
 
 } // namespace tessaranth

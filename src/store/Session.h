@@ -6,6 +6,7 @@
 #include "platform/DesktopScheme.h"
 #include "platform/Messages.h"
 #include "store/Arrangements.h"
+#include "store/ChangeAnnouncer.h"
 #include "store/Configuration.h"
 #include "store/Connection.h"
 #include "store/Fields.h"
@@ -16,6 +17,9 @@
 #include <memory>
 
 namespace tessaranth {
+
+class History;
+class StepFiles;
 
 /// One musical key in the user's language.
 struct KeyName {
@@ -40,6 +44,12 @@ public:
     Configuration& configuration() { return m_configuration; }
     const Configuration& configuration() const { return m_configuration; }
     Connection& connection() { return *m_connection; }
+    /// Whoever shows what the catalog holds listens here; lives as long as the session, whatever is open.
+    ChangeAnnouncer& changes() { return m_changes; }
+    /// What was done to the catalog that is open, to be taken back; and the files of cards, which are written
+    /// and removed with their rows. Only while a connection is open.
+    History& history() { return *m_history; }
+    StepFiles& stepFiles();
     bool isOpen() const { return m_connection != nullptr; }
     clsDb& fieldLengths() { return m_fieldLengths; }
     const Fields& fields() const { return m_fields; } ///< checks values before they are stored
@@ -93,7 +103,9 @@ private:
     Desktop* m_desktop = &m_systemDesktop;
     Configuration m_configuration;
     Arrangements m_arrangements{m_configuration};
+    ChangeAnnouncer m_changes;
     std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<History> m_history;
     clsDb m_fieldLengths;
     Fields m_fields{m_fieldLengths};
     QString m_databasePath;

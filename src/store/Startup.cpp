@@ -7,6 +7,7 @@
 #include "platform/Registry.h"
 #include "store/CleanedCopy.h"
 #include "store/CompanionFiles.h"
+#include "store/History.h"
 #include "store/Maintenance.h"
 #include "store/Session.h"
 
@@ -34,10 +35,12 @@ StartResult Startup::run() {
         while (!m_result.started && m_options.asksForCatalog && !m_result.reason.isEmpty() && takeAnother())
             m_result.started = openCatalog();
     }
-    if (m_result.started)
+    if (m_result.started) {
         m_session.setDesktopScheme(desktopScheme());
-    else
+        m_session.history().open();
+    } else {
         m_session.closeConnection();
+    }
     return m_result;
 }
 
@@ -88,6 +91,8 @@ bool Startup::takeCleaned() {
 }
 
 bool Startup::takeAnother() {
+    if (m_options.hideSplash)
+        m_options.hideSplash();
     if (m_isForeign && takeCleaned())
         return true;
     const Question question{applicationTitle,
@@ -238,6 +243,10 @@ void Startup::removeLeftovers() {
     QStringList folders{m_session.applicationFolder(), QFileInfo(m_session.databasePath()).path()};
     for (const auto folder : {Session::Folder::Images, Session::Folder::Documents, Session::Folder::Labels})
         folders << m_session.dataFolder(folder);
+    const QString copies =
+        m_session.configuration().read(QStringLiteral("Maintenance"), QStringLiteral("DestFolder"));
+    if (!copies.isEmpty())
+        folders << copies;
     folders.removeDuplicates();
     for (const QString& folder : std::as_const(folders))
         tessaranth::removeLeftovers(folder);

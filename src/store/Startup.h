@@ -29,6 +29,7 @@ public:
         /// Where a catalog cannot be opened the user is asked for another one, and whether to open a cleaned
         /// copy of one that holds what is not of this program.
         bool asksForCatalog = false;
+        std::function<void()> hideSplash{}; ///< before the user is asked, who could not see it; may be empty
     };
 
     Startup(Session& session, Options options, Progress& progress);

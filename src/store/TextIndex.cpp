@@ -174,7 +174,7 @@ bool TextIndex::build(Progress& progress) {
     const auto& wanted = definitions();
     const auto found = presentOf(m_connection);
     progress.stage(tr("Preparing the search"));
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     qint64 done = 0;
     for (const TextIndexTable& table : allTables) {
         if (progress.stopped())
@@ -195,7 +195,7 @@ void TextIndex::drop() {
     const auto found = presentOf(m_connection);
     if (found.isEmpty())
         return;
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     for (const TextIndexTable& table : allTables)
         dropTable(m_connection, table, found);
     transaction.commit();

@@ -67,8 +67,11 @@ UpgradeResult Upgrade::run(Progress& progress) {
                 return m_result;
         }
         QFile indexes(QStringLiteral(":/schema/indexes.sql"));
-        if (indexes.open(QIODevice::ReadOnly))
+        if (indexes.open(QIODevice::ReadOnly)) {
+            Transaction transaction(m_connection, Transaction::Unrecorded());
             m_connection.runNative(indexes.readAll());
+            transaction.commit();
+        }
         progress.percentage(100);
     } catch (const Error& error) {
         m_result.kind = kindOf(error);
@@ -86,7 +89,7 @@ bool Upgrade::createMissingTables() {
     for (const AddedTable& table : addedTables()) {
         if (m_connection.tables().contains(QLatin1String(table.name), Qt::CaseInsensitive))
             continue;
-        Transaction transaction(m_connection);
+        Transaction transaction(m_connection, Transaction::Unrecorded());
         if (!m_connection.attempt(QString::fromUtf8(table.statement)))
             continue;
         if (QLatin1String(table.name) == QLatin1String("WKeys"))
@@ -145,6 +148,8 @@ bool Upgrade::applyChange(const UpgradeStep& step) {
         return changeWidth(table, column, type, step.width);
     case UpgradeStep::Change::Media:
         return changeMedia(step);
+    case UpgradeStep::Change::AddTable:
+        return m_connection.attempt(type);
     }
     return false;
 }
@@ -183,6 +188,8 @@ void Upgrade::migrateMedia(Progress& progress) {
 // A step whose column is there already fails as it must and stays unrecorded: so in a catalog that has been
 // emptied, at every start. Nothing is wrong with such a catalog.
 bool Upgrade::isAlreadySo(const UpgradeStep& step) const {
+    if (step.change == UpgradeStep::Change::AddTable)
+        return m_connection.tables().contains(QLatin1String(step.table), Qt::CaseInsensitive);
     if (step.change != UpgradeStep::Change::AddColumn && step.change != UpgradeStep::Change::Media)
         return false;
     const QStringList columns = m_connection.columnsOf(QLatin1String(step.table));
@@ -204,7 +211,7 @@ bool Upgrade::applyStep(const UpgradeStep& step, Recordset& upgrades, Progress& 
         }
     }
     const bool alreadySo = isAlreadySo(step);
-    Transaction transaction(m_connection);
+    Transaction transaction(m_connection, Transaction::Unrecorded());
     if (applyChange(step)) {
         upgrades.add({{QStringLiteral("DbUpgradeCode"), step.code}});
         for (const char* statement : step.data)

@@ -55,6 +55,8 @@ const char* const supportsData[] = {
     "INSERT INTO Supports (SupportType, IconName, DefIcon) " "VALUES('BluRay', 'BluRay', True)",
     "INSERT INTO Supports (SupportType, IconName, DefIcon) " "VALUES('HdDvd', 'HdDvd', True)"};
 
+const char* const historyData[] = {"INSERT INTO TsrHistory (HistoryID, Token) VALUES(1, 0)"};
+
 using enum UpgradeStep::Change;
 
 const UpgradeStep steps[] = {
@@ -85,6 +87,8 @@ const UpgradeStep steps[] = {
     {236567, AddColumn, "Supports", "DefIcon", "BIT", "FALSE", 0, supportsData},
     {236568, ChangeWidth, "Compositions", "CompNbr", "VARCHAR", "", 50, {}},
     {236569, Media, "Media", "MediaTitle", "VARCHAR", "", 250, {}},
+    {900001, AddTable, "TsrHistory", "", "CREATE TABLE TsrHistory( " "HistoryID   COUNTER   NOT NULL, " "Token   LONG  NOT NULL, "
+                                         "CONSTRAINT   TsrHistory_PK  PRIMARY KEY  (HistoryID))", "", 0, historyData},
 };
 
 const MediaColumn columnsOfMedia[] = {{"MediaFolder", "VARCHAR(250)", ""}, {"MediaSize", "LONG", "0"},

@@ -13,14 +13,14 @@ struct AddedTable {
 
 /// One numbered upgrade. Codes are not in numeric order: existing catalogs hold them as they are.
 struct UpgradeStep {
-    enum class Change { AddColumn, ChangeTypeAndDefault, ChangeWidth, Media };
+    enum class Change { AddColumn, ChangeTypeAndDefault, ChangeWidth, Media, AddTable };
     int code;
     Change change;
     const char* table;
     const char* column;
-    const char* type;                  ///< for ChangeWidth the type's word only
-    const char* defaultValue;          ///< as written after SET DEFAULT; may be empty
-    int width;                         ///< characters, for ChangeWidth
+    const char* type;         ///< for ChangeWidth the type's word only, for AddTable the whole statement
+    const char* defaultValue; ///< as written after SET DEFAULT; may be empty
+    int width;                ///< characters, for ChangeWidth
     std::span<const char* const> data; ///< statements run once the change is recorded
 };
 
@@ -38,5 +38,8 @@ std::span<const MediaColumn> mediaColumns();
 
 /// The highest code that this program knows; a catalog with a higher one is of a newer version.
 constexpr int newestUpgradeCode = 236569;
+/// Steps for tables of our own have numbers from here on; whoever knows only the given ones passes over them.
+constexpr int firstOwnUpgradeCode = 900001;
+constexpr int newestOwnUpgradeCode = 900001;
 
 } // namespace tessaranth

@@ -53,7 +53,7 @@ public:
 
     void run(Progress& progress) {
         progress.stage(tr("Writing the sample collection"));
-        Transaction transaction(m_connection);
+        Transaction transaction(m_connection, tr("Write the sample collection"));
         const std::pair<const char*, void (SampleImport::*)(const TsvFile&, int)> tables[] = {
             {"composers", &SampleImport::composer},
             {"performers", &SampleImport::performer},

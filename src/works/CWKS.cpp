@@ -186,17 +186,22 @@ bool CWKS::ModificaWork(Work& work) {
         for (const LinkColumn& column : linkColumns)
             values.emplace_back(QLatin1String(column.name), work.*column.value);
         values.emplace_back(QStringLiteral("Descr"), work.description.trimmed().remove(QChar(0)));
+        Transaction transaction(m_session.connection(),
+                                (work.id == 0 ? tr("Add work %1") : tr("Change work %1")).arg(work.title));
         Recordset rows =
             Recordset::open(m_session.connection(),
                             QStringLiteral("SELECT * FROM Compositions WHERE CompID = %1").arg(work.id));
         if (work.id == 0) {
             rows.add(values);
-            work.id = m_session.connection().lastKey();
         } else if (rows.isEmpty()) {
             throw Error(tr("This work has been deleted meanwhile."));
         } else {
             rows.update(0, values);
         }
+        const qint64 added = m_session.connection().lastKey();
+        transaction.commit();
+        if (work.id == 0)
+            work.id = added;
         saved = true;
     });
     return saved;
@@ -204,7 +209,7 @@ bool CWKS::ModificaWork(Work& work) {
 
 // ---- deleting
 
-void CWKS::deleteRows(qint64 id, bool withCharacters, QStringList& files) {
+void CWKS::deleteRows(qint64 id, bool withCharacters) {
     Connection& connection = m_session.connection();
     const QString key = QString::number(id);
     connection.execute(QStringLiteral("DELETE FROM CompOnRecPfr WHERE CompOnRecID IN "
@@ -215,8 +220,7 @@ void CWKS::deleteRows(qint64 id, bool withCharacters, QStringList& files) {
     if (withCharacters)
         connection.execute(QStringLiteral("DELETE FROM Personages WHERE CompID = ") + key);
     Attachments(m_session).deleteDocuments(QStringLiteral("SELECT * FROM Cards WHERE RelatedID = ") + key +
-                                               QStringLiteral(" AND RelatedCat = 'Comp'"),
-                                           files);
+                                           QStringLiteral(" AND RelatedCat = 'Comp'"));
 }
 
 bool CWKS::confirm(Question question, const std::vector<qint64>& ids) {
@@ -230,16 +234,14 @@ bool CWKS::confirm(Question question, const std::vector<qint64>& ids) {
     return m_session.messages().ask(question) == Answer::Yes;
 }
 
-bool CWKS::deleteWorks(const std::vector<qint64>& ids, bool withCharacters) {
+bool CWKS::deleteWorks(const std::vector<qint64>& ids, bool withCharacters, const QString& words) {
     const bool deleted = guarded(
         m_session,
         [&] {
-            QStringList files;
-            Transaction transaction(m_session.connection());
+            Transaction transaction(m_session.connection(), words);
             for (const qint64 id : ids)
-                deleteRows(id, withCharacters, files);
+                deleteRows(id, withCharacters);
             transaction.commit();
-            Attachments::removeFiles(files);
         },
         QStringLiteral("An unexpected error has occurred!"));
     if (deleted && m_cards)
@@ -255,7 +257,7 @@ bool CWKS::EliminaWork(qint64 id) {
     Question question;
     question.title = QStringLiteral("Delete work");
     question.text = QStringLiteral("Do you want permanently delete: \n") + old.title + QStringLiteral(" ?");
-    return confirm(question, {id}) && deleteWorks({id}, true);
+    return confirm(question, {id}) && deleteWorks({id}, true, tr("Delete work %1").arg(old.title));
 }
 
 bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
@@ -275,7 +277,7 @@ bool CWKS::EliminaWorkBatch(const std::vector<qint64>& ids) {
     question.title = QStringLiteral("Delete works");
     question.text = QString::number(ids.size()) + QStringLiteral(" works will be permanently deleted: \n") +
                     titles.join(u'\n') + QStringLiteral("\nConfirm?");
-    return confirm(question, ids) && deleteWorks(ids, false);
+    return confirm(question, ids) && deleteWorks(ids, false, tr("Delete %1 works").arg(ids.size()));
 }
 
 // ---- characters
@@ -314,7 +316,7 @@ qint64 CWKS::addCharacter(qint64 work, const QString& text) {
         if (hasCharacter(work, name, 0))
             throw Error(name + QStringLiteral(" is already in archive!"));
         requireWork(work);
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Add personage %1").arg(name));
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         rows.add({{QStringLiteral("CompID"), work}, {QStringLiteral("PersonageName"), name}});
@@ -336,7 +338,9 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
             return;
         if (hasCharacter(rows.value(0, QStringLiteral("CompID")).toInteger(), name, id))
             throw Error(name + QStringLiteral(" is already in archive!"));
+        Transaction transaction(m_session.connection(), tr("Rename personage %1").arg(name));
         rows.update(0, {{QStringLiteral("PersonageName"), name}});
+        transaction.commit();
         renamed = true;
     });
     return renamed;
@@ -344,7 +348,7 @@ bool CWKS::renameCharacter(qint64 id, const QString& text) {
 
 bool CWKS::deleteCharacters(const std::vector<qint64>& ids) {
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Delete %1 personages").arg(ids.size()));
         for (const qint64 id : ids) {
             const qint64 work =
                 m_session.connection()
@@ -366,7 +370,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
         constexpr qint64 largest = 16 << 20;
         const QString text = CodePages::decodeText(readFile(textFile, largest));
         requireWork(work);
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(), tr("Import personages"));
         Recordset rows =
             Recordset::open(m_session.connection(), QStringLiteral("SELECT * FROM Personages WHERE 1 = 0"));
         int number = 0;
@@ -381,6 +385,7 @@ int CWKS::importCharacters(qint64 work, const QString& textFile) {
             ++added;
         }
         markCharacters(work);
+        transaction.describe(tr("Import %1 personages").arg(added));
         transaction.commit();
     });
     return read ? added : -1;

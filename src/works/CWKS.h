@@ -73,8 +73,8 @@ public:
 private:
     void fit(Work& work, const Work& stored);
     bool confirm(Question question, const std::vector<qint64>& ids);
-    bool deleteWorks(const std::vector<qint64>& ids, bool withCharacters);
-    void deleteRows(qint64 id, bool withCharacters, QStringList& files);
+    bool deleteWorks(const std::vector<qint64>& ids, bool withCharacters, const QString& words);
+    void deleteRows(qint64 id, bool withCharacters);
     bool hasCharacter(qint64 work, const QString& name, qint64 except);
     void markCharacters(qint64 work);
     QString characterName(const QString& text);

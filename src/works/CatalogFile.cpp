@@ -189,9 +189,11 @@ bool CatalogFile::importFrom(const QString& path, Progress& progress) {
         if (!isFit(rows, progress))
             return false;
         progress.stage(QStringLiteral("Updating Data....."));
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Import %1 works of %2").arg(rows.rowCount()).arg(composerName()));
         CatalogImport import(m_session.connection(), m_composer);
         import.add(rows, progress);
+        transaction.describe(tr("Import %1 works of %2").arg(import.added()).arg(composerName()));
         if (progress.stopped())
             return false;
         remember(path);
@@ -262,8 +264,7 @@ bool CatalogFile::removeImported(Progress& progress) {
     const QString works = QStringLiteral("(SELECT CompID FROM Compositions") + isImported + u')';
     std::vector<qint64> gone;
     const bool removed = guarded(m_session, [&] {
-        QStringList files;
-        Transaction transaction(connection);
+        Transaction transaction(connection, tr("Remove the imported catalog of %1").arg(composerName()));
         progress.stage(QStringLiteral("Deleting works.."));
         // Works on recordings become the user's own likewise.
         connection.execute(
@@ -274,7 +275,7 @@ bool CatalogFile::removeImported(Progress& progress) {
             gone.push_back(run.integer(0));
         connection.execute(QStringLiteral("DELETE FROM Personages WHERE CompID IN ") + works);
         Attachments(m_session).deleteDocuments(
-            QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND RelatedID IN ") + works, files);
+            QStringLiteral("SELECT * FROM Cards WHERE RelatedCat = 'Comp' AND RelatedID IN ") + works);
         connection.execute(QStringLiteral("DELETE FROM Compositions") + isImported);
         keepUsedBranches();
         const CatalogBranch& mainWorks = catalogBranches()[CatalogBranch::MainWorks];
@@ -286,7 +287,6 @@ bool CatalogFile::removeImported(Progress& progress) {
         }
         connection.execute(QStringLiteral("DELETE FROM Catalogs") + ofComposer);
         transaction.commit();
-        Attachments::removeFiles(files);
         return true;
     });
     if (!removed)

@@ -135,7 +135,10 @@ qint64 ComposerCatalog::addNamed(Branch number, const QString& text) {
         return 0;
     guarded(m_session, [&] {
         const QString name = fit(branch, text, 0);
-        id = branch.names.add(m_session, m_composer, name);
+        Transaction transaction(m_session.connection(), tr("Add %1 to %2").arg(name, composerName()));
+        const qint64 added = branch.names.add(m_session, m_composer, name);
+        transaction.commit();
+        id = added;
     });
     return id;
 }
@@ -144,7 +147,10 @@ bool ComposerCatalog::renameTo(Branch number, qint64 node, const QString& text) 
     const CatalogBranch& branch = branches[number];
     return node != 0 && guarded(m_session, [&] {
                const QString name = fit(branch, text, node);
-               return branch.names.rename(m_session, node, name);
+               Transaction transaction(m_session.connection(), tr("Rename %1").arg(name));
+               const bool found = branch.names.rename(m_session, node, name);
+               transaction.commit();
+               return found;
            });
 }
 
@@ -198,7 +204,8 @@ bool ComposerCatalog::remove(Branch number, const std::vector<qint64>& all) {
     if (m_session.messages().ask(question) != Answer::Yes)
         return false;
     return guarded(m_session, [&] {
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Delete %1").arg(names.join(QStringLiteral(", "))));
         for (const qint64 node : chosen) {
             const QString isNode = branch.names.key + QStringLiteral(" = ") + QString::number(node);
             m_session.connection().execute(QStringLiteral("UPDATE Compositions SET ") + branch.names.key +
@@ -215,7 +222,8 @@ bool ComposerCatalog::assign(Branch number, qint64 node, const std::vector<qint6
     const CatalogBranch& branch = branches[number];
     return guarded(m_session, [&] {
         constexpr size_t atOnce = 500;
-        Transaction transaction(m_session.connection());
+        Transaction transaction(m_session.connection(),
+                                tr("Classify %1 works of %2").arg(works.size()).arg(composerName()));
         const std::span<const qint64> all(works);
         for (size_t from = 0; from < all.size(); from += atOnce)
             m_session.connection().execute(

@@ -39,7 +39,9 @@ bool KeyNames::rename(qint64 id, const QString& text) {
                                          QStringLiteral("SELECT * FROM WKeys WHERE WKeysID = %1").arg(id));
         if (rows.isEmpty())
             return false;
+        Transaction transaction(m_session.connection(), tr("Rename key %1").arg(name));
         rows.update(0, {{QStringLiteral("KeyName"), name}});
+        transaction.commit();
         m_session.loadKeyNames();
         return true;
     });

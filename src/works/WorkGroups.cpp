@@ -6,6 +6,8 @@
 #include "store/Guarded.h"
 #include "works/ComposerCatalog.h"
 
+#include <QCoreApplication>
+
 namespace tessaranth {
 
 namespace {
@@ -50,11 +52,16 @@ qint64 WorkGroups::addNamed(Kind kind, const QString& text) {
         return 0;
     guarded(m_session, [&] {
         const QString name = names.fit(m_session, text);
-        if (names.find(m_session, m_composer, name) != 0)
+        if (names.find(m_session, m_composer, name) != 0) {
             m_session.messages().warning(QStringLiteral("Duplicate record"),
                                          name + QStringLiteral(" is already in archive!"));
-        else
-            id = names.add(m_session, m_composer, name);
+            return;
+        }
+        Transaction transaction(m_session.connection(),
+                                QCoreApplication::translate("WorkGroups", "Add %1 to a composer").arg(name));
+        const qint64 added = names.add(m_session, m_composer, name);
+        transaction.commit();
+        id = added;
     });
     return id;
 }

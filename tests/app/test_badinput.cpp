@@ -139,6 +139,10 @@ void TestBadInput::catalog() {
           QStringList{"list", "Rec"}, QStringList{"maintain", "compact"}, QStringList{"maintain", "backup"},
           QStringList{"maintain", "empty", "--yes"}}) {
         const CliResult result = runCli(home.folder(), words);
+        if (told == "is read-only" && words.front() == "check") { // looks without writing
+            QVERIFY2(result.code == 0 && filesOf(home.folder()) == before, qPrintable(result.err));
+            continue;
+        }
         QCOMPARE(result.code, 1);
         QVERIFY2(result.err.contains(told) && result.err.contains(home.catalog()), qPrintable(result.err));
         QVERIFY2(result.out.isEmpty(), qPrintable(result.out));

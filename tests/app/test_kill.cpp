@@ -34,6 +34,8 @@ Contents contentsOf(const QString& catalog) {
         require(faults.isEmpty(), catalog + ": " + faults.join("; "));
         Contents contents;
         for (const QString& table : connection->tables()) {
+            if (table == "TsrHistory") // its token is another one after each commit
+                continue;
             QCryptographicHash hash(QCryptographicHash::Sha1);
             Content& content = contents[table];
             Query rows = connection->query("SELECT * FROM " + table);

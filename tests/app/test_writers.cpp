@@ -257,8 +257,9 @@ void TestWriters::otherCatalog() {
         QString catalog, pictures, backup;
     } others[] = {{"out/Tessaranth.tsb", "out/Tessaranth_Images", "out/Tessaranth.bak"},
                   {"other.tsb", "other_Images", "other.bak"},
-                  {"other.bak", "other.bak_Images", "other.bak.bak"}};
-    QVERIFY(QFile::copy(home.file("Tessaranth.bak"), home.file("other.tsb")));
+                  {"third.bak", "third.bak_Images", "third.bak.bak"}};
+    for (const char* name : {"other.tsb", "third.bak"})
+        QVERIFY(QFile::copy(home.file("Tessaranth.bak"), home.file(name)));
     for (const auto& other : others) {
         const QStringList open{"--catalog", home.file(other.catalog)};
         const CliResult added = home.cli(open + QStringList{"attach", "image", "Rec", "1", picture});

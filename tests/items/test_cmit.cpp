@@ -2,6 +2,7 @@
 // The lists of items of every kind, and those narrowed by the beginning of a name.
 #include "store/TextOrder.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 using namespace tessaranth;
 
@@ -136,7 +137,7 @@ void TestCmit::failedListKeepsWhatWasShown() {
     ItemList list;
     QVERIFY(items.ElencoInLv(ItemKind::Genre, list));
     const int rows = list.rowCount();
-    catalog.session->connection().runNative("DROP TABLE Genres");
+    writeNative(catalog.session->connection(), "DROP TABLE Genres");
     QVERIFY(!items.ElencoInLv(ItemKind::Genre, list));
     QCOMPARE(list.rowCount(), rows);
     QCOMPARE(catalog.messages.told.size(), 1);

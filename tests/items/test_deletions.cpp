@@ -3,6 +3,7 @@
 #include "store/AttachmentFiles.h"
 #include "store/CatalogCheck.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 #include <QDir>
 
@@ -360,7 +361,8 @@ void TestDeletions::failureAnywhereTakesAllBack() {
     for (const QString& table : tables.split(' '))
         for (const bool merge : {false, true}) {
             for (const char* event : {"UPDATE", "DELETE"})
-                sample.session->connection().runNative(
+                writeNative(
+                    sample.session->connection(),
                     QString(
                         "CREATE TRIGGER refuse%1 BEFORE %1 ON %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
                         .arg(event, table)
@@ -375,7 +377,7 @@ void TestDeletions::failureAnywhereTakesAllBack() {
             QVERIFY2(sample.messages.told.join(' ').contains("refused"), where);
             QVERIFY2(sample.contents() == before, where);
             for (const char* event : {"UPDATE", "DELETE"})
-                sample.session->connection().runNative("DROP TRIGGER refuse" + QByteArray(event));
+                writeNative(sample.session->connection(), "DROP TRIGGER refuse" + QByteArray(event));
         }
 }
 
@@ -383,8 +385,8 @@ void TestDeletions::deletingSeveralIsOneStep() {
     Sample sample;
     const QStringList files = sample.attach("Cps", 5);
     const QString before = sample.contents();
-    sample.session->connection().runNative("CREATE TRIGGER refuse BEFORE DELETE ON Cps WHEN old.CpsID = 7 "
-                                           "BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    writeNative(sample.session->connection(), "CREATE TRIGGER refuse BEFORE DELETE ON Cps WHEN old.CpsID = 7 "
+                                              "BEGIN SELECT RAISE(ABORT, 'refused'); END");
     QVERIFY(!sample.items().EliminaItem(ItemKind::Composer, {5, 6, 7}, sample.progress));
     QCOMPARE(sample.messages.told.size(), 1);
     QVERIFY(sample.contents() == before);
@@ -401,7 +403,7 @@ void TestDeletions::uniqueIndexEndsOrFoldsAMerge() {
         sample.run(QString("INSERT INTO CpsOnRec (CpsID, RecID) VALUES (%1)").arg(link));
     sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Pfr', 2)");
     sample.run("INSERT INTO Relations (UserDefID, ItemType, ItemID) VALUES (9, 'Cps', 1)");
-    connection.runNative("CREATE UNIQUE INDEX once ON CpsOnRec (CpsID, RecID)");
+    writeNative(connection, "CREATE UNIQUE INDEX once ON CpsOnRec (CpsID, RecID)");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(sample.items().Migra(ItemKind::Composer, 2, 1));
     QCOMPARE(sample.rowsOf("CpsOnRec", "CpsID = 1"), 2);
@@ -409,11 +411,12 @@ void TestDeletions::uniqueIndexEndsOrFoldsAMerge() {
 
     // Works are no links: what the index refuses ends the merge.
     for (const char* composer : {"1", "3"})
-        connection.runNative(QByteArray("UPDATE Compositions SET CompTitle = 'Same' WHERE CompID = (SELECT "
-                                        "MIN(CompID) FROM Compositions WHERE CpsID = ") +
-                             composer + ')');
-    connection.runNative(
-        "CREATE UNIQUE INDEX title ON Compositions (CpsID, CompTitle) WHERE CompTitle = 'Same'");
+        writeNative(connection,
+                    QByteArray("UPDATE Compositions SET CompTitle = 'Same' WHERE CompID = (SELECT "
+                               "MIN(CompID) FROM Compositions WHERE CpsID = ") +
+                        composer + ')');
+    writeNative(connection,
+                "CREATE UNIQUE INDEX title ON Compositions (CpsID, CompTitle) WHERE CompTitle = 'Same'");
     const QString before = sample.contents();
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(!sample.items().Migra(ItemKind::Composer, 3, 1));
@@ -552,12 +555,12 @@ void TestDeletions::lookupMoves() {
 void TestDeletions::logoOutlivesAMergeThatFailed() {
     Sample sample;
     const QString logo = sample.addFile(Session::Folder::Labels, "1");
-    sample.session->connection().runNative(
-        "CREATE TRIGGER broken BEFORE DELETE ON Labels BEGIN SELECT RAISE(ROLLBACK, 'broken'); END");
+    writeNative(sample.session->connection(),
+                "CREATE TRIGGER broken BEFORE DELETE ON Labels BEGIN SELECT RAISE(ROLLBACK, 'broken'); END");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(!sample.items().Migra(ItemKind::Label, 1, 2));
     QVERIFY(QFile::exists(logo));
-    sample.session->connection().runNative("DROP TRIGGER broken");
+    writeNative(sample.session->connection(), "DROP TRIGGER broken");
     sample.messages.willAnswer(Answer::Ok);
     QVERIFY(sample.items().Migra(ItemKind::Label, 1, 2));
     QVERIFY(!QFile::exists(logo) &&

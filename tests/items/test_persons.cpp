@@ -2,6 +2,7 @@
 // Adding and changing persons and the names of lookup lists, and the reference archives.
 #include "items/PersonArchive.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 using namespace tessaranth;
 
@@ -132,8 +133,8 @@ void TestPersons::duplicatesAreRefused() {
     for (const int kind : {ItemKind::Composer, ItemKind::Performer}) {
         ItemCatalog catalog;
         const QString code = itemKind(kind)->code;
-        catalog.session->connection().execute(
-            QString("INSERT INTO %1 (%1Lname) VALUES ('From an old catalog')").arg(code));
+        write(catalog.session->connection(),
+              QString("INSERT INTO %1 (%1Lname) VALUES ('From an old catalog')").arg(code));
         for (Person person : {Person{0, "Dvořák", "Antonín", {}, {}, {}},
                               Person{0, "Anonymous", {}, {}, {}, {}}, Person{0, "O'Neil", {}, {}, {}, {}}})
             QVERIFY(catalog.items().AggiungiItem(kind, person));

@@ -5,6 +5,7 @@
 #include "recordings/CREC.h"
 #include "recordings/RecordingEditor.h"
 #include "recordings/RecordingLists.h"
+#include "recordings/WorkOrder.h"
 #include "support/ItemCatalog.h"
 #include "works/CWKS.h"
 
@@ -24,14 +25,19 @@ private slots:
     void artistsKeepTheirOrder();
     void whoLeavesTheRecordingLeavesItsWorks();
     void worksArePlacedMovedAndTakenOff();
+    void composersGoWithTheirWorks();
+    void worksMoveInTheTreeAndOnTheDisc();
+    void deletingCountsRecordings();
     void refusesWhoIsNotOnTheRecording();
     void castIsOneRowARole();
     void tracksOfOneDiscOnly();
     void refusesBadTracks();
+    void asksWhatBecomesOfUpperDiscs();
     void readsPastedTracks();
     void doublesAreTold();
     void nothingIsWrittenOnceItIsDeleted();
     void asksBeforeReplacingWhatChangedElsewhere();
+    void movementsTellTheirWork();
     void tracksBecomeWorks();
     void listsTellWhatIsThere();
     void discsOpenTheirCards();
@@ -191,10 +197,11 @@ void TestRecordings::readsUnitsAndLengths() {
     QCOMPARE(RecordingEditor::units("999"), std::optional<int>(999));
     for (const char* text : {"", "0", "abc", "1.5", "1000", "-1", "+1", "99999999999999999999", "1 2"})
         QVERIFY2(!RecordingEditor::units(text), text);
-    for (const char* text : {"", "04:30", "04.30", "00x00"})
-        QVERIFY2(isLength(text), text);
-    for (const char* text : {"4.30", "4:30", "04:3", "04:300", "0430", "ab:cd"})
-        QVERIFY2(!isLength(text), text);
+    for (const auto& [typed, stored] :
+         {std::pair("", ""), {"04:30", "04:30"}, {"04.30", "04:30"}, {"0430", "04:30"}, {"99'59", "99:59"}})
+        QCOMPARE(trackLength(typed), std::optional<QString>(stored));
+    for (const char* text : {"4.30", "4:30", "430", "04:3", "04:300", "04.60", "04530", "ab:cd", " "})
+        QVERIFY2(!trackLength(text), text);
 }
 
 // ---- artists and works
@@ -269,6 +276,88 @@ void TestRecordings::worksArePlacedMovedAndTakenOff() {
     QCOMPARE(m_cards.reloaded.size(), 4);
 }
 
+void TestRecordings::composersGoWithTheirWorks() {
+    std::vector<PlacedWork> works{{0, m_verdi, m_aida, {}, {}, {{m_callas, 0}}},
+                                  {0, m_bizet, m_carmen, {}, {}, {{m_callas, 0}}},
+                                  {0, m_verdi, m_aida, {}, "Act 2", {}}};
+    QVERIFY(editor(m_rec).applyWorks(works));
+    m_catalog->messages.willAnswer(Answer::No);
+    QVERIFY(!editor(m_rec).applyArtists({{m_bizet}}, {{}}));
+    QVERIFY(m_catalog->messages.asked.back().text.contains("Aida\nAida"));
+    QCOMPARE(editor(m_rec).composers().size() + editor(m_rec).performers().size(), size_t(5));
+    m_catalog->messages.willAnswer(Answer::Yes);
+    QVERIFY(editor(m_rec).applyArtists({{m_bizet}}, std::nullopt));
+    QCOMPARE(placed(m_rec), QStringList{QString("%1|%2|1|").arg(m_bizet).arg(m_carmen)});
+    QCOMPARE(m_catalog->count("CompOnRecPfr"), 1);
+    QVERIFY(!isCollected(m_aida) && isCollected(m_carmen));
+}
+
+void TestRecordings::worksMoveInTheTreeAndOnTheDisc() {
+    using Works = std::vector<PlacedWork>;
+    using Numbers = std::vector<int>;
+    const auto disc = [](const QString& titles) { // the composer is the capital letter
+        Works works;
+        for (const QString& title : titles.split(' '))
+            works.push_back({0, title[0].unicode(), 0, title, {}, {}, title.left(1)});
+        return works;
+    };
+    QVERIFY(doesComposerReturn(disc("C1 B1 C2")) && !doesComposerReturn(disc("C1 C2 B1")));
+    const std::vector<ComposerNode> nodes = byComposer(disc("C1 B1 C2"));
+    QCOMPARE(nodes.size(), size_t(2));
+    QVERIFY(nodes[0].name == "C" && nodes[0].works == (Numbers{0, 2}));
+    const struct {
+        std::function<Numbers(Works&)> move;
+        const char* before;
+        const char* after;
+        Numbers now;
+    } cases[] = {{[](Works& w) { return stepOnDisc(w, {2}, -1); }, "C1 B1 C2", "C1 C2 B1", {1}},
+                 {[](Works& w) {
+                      return stepOnDisc(w, {0, 2}, 1);
+                  },
+                  "C1 B1 C2 D1",
+                  "B1 D1 C1 C2",
+                  {2, 3}},
+                 {[](Works& w) { return stepOnDisc(w, {0}, -1); }, "C1 B1", "C1 B1", {}},
+                 {[](Works& w) { return moveOnDisc(w, {1}, 3); }, "C1 B1 C2", "C1 C2 B1", {2}},
+                 {[](Works& w) { return stepInTree(w, {2}, -1); }, "C1 B1 C2", "C2 B1 C1", {0}},
+                 {[](Works& w) { return stepInTree(w, {0}, 1); }, "C1 B1 C2 C3", "C2 B1 C1 C3", {2}},
+                 {[](Works& w) { return stepInTree(w, {0}, -1); }, "C1 B1 C2", "C1 B1 C2", {}},
+                 {[](Works& w) { return stepInTree(w, {1}, -1); }, "C1 B1 C2", "B1 C1 C2", {0}},
+                 {[](Works& w) {
+                      return stepInTree(w, {0, 2}, 1);
+                  },
+                  "C1 B1 C2 B2",
+                  "B1 B2 C1 C2",
+                  {2, 3}},
+                 {[](Works& w) {
+                      return stepInTree(w, {0, 1}, 1);
+                  },
+                  "C1 B1 C2",
+                  "C1 B1 C2",
+                  {}},
+                 {[](Works& w) { return moveInTree(w, {0}, 4); }, "C1 B1 C2 C3", "C2 B1 C3 C1", {3}},
+                 {[](Works& w) { return dropOnComposer(w, {2}, 'C'); }, "C1 B1 C2", "C2 B1 C1", {0}},
+                 {[](Works& w) { return dropOnComposer(w, {2}, 'B'); }, "C1 B1 C2", "C1 B1 C2", {}}};
+    for (const auto& [move, before, after, now] : cases) {
+        Works works = disc(before);
+        QCOMPARE(move(works), now);
+        QStringList titles;
+        for (const PlacedWork& work : works)
+            titles << work.title;
+        QCOMPARE(titles.join(' '), after);
+    }
+}
+
+void TestRecordings::deletingCountsRecordings() {
+    std::vector<PlacedWork> works{{0, m_verdi, m_aida, {}, "Act 1", {}},
+                                  {0, m_verdi, m_aida, {}, "Act 2", {}},
+                                  {0, m_bizet, m_carmen, {}, {}, {}}};
+    std::vector<PlacedWork> other{{0, m_bizet, m_carmen, {}, {}, {}}};
+    QVERIFY(editor(m_rec).applyWorks(works) && editor(m_other).applyWorks(other));
+    QVERIFY(m_catalog->items().EliminaItem(ItemKind::Recording, {m_rec}, m_catalog->progress));
+    QVERIFY(!isCollected(m_aida) && isCollected(m_carmen));
+}
+
 void TestRecordings::refusesWhoIsNotOnTheRecording() {
     QVERIFY(editor(m_rec).applyArtists({{m_verdi}}, {{m_callas}}));
     const std::vector<PlacedWork> bad{{0, m_bizet, m_carmen, {}, {}, {}},
@@ -340,13 +429,55 @@ void TestRecordings::refusesBadTracks() {
     RecordingEditor one = editor(m_rec);
     QVERIFY(one.applyTracks(1, {{{"Kept", ""}}}, "00000001"));
     const QStringList before = rows("SELECT * FROM Tracks") + rows("SELECT * FROM DiscIds");
-    for (const Track& bad : {Track{"a", "4.30"}, Track{"a", "04:301"}, Track{QString(251, 'a'), ""}})
+    for (const Track& bad : {Track{"a", "4.30"}, Track{"a", "04:60"}, Track{QString(251, 'a'), ""}})
         QVERIFY(!one.applyTracks(1, {{{"Lost", ""}, bad}}, "00000002"));
     QVERIFY(!one.applyTracks(1, {{{"Lost", ""}}}, "0123456789abc"));
     for (const int disc : {0, 3})
         QVERIFY(!one.applyTracks(disc, {{{"Lost", ""}}}, std::nullopt));
     QCOMPARE(rows("SELECT * FROM Tracks") + rows("SELECT * FROM DiscIds"), before);
     QCOMPARE(m_catalog->messages.told.size(), 6);
+    // What another program has stored does not get in the way of other edits.
+    m_catalog->run("UPDATE Tracks SET TrackLen = '4:30'");
+    QVERIFY(editor(m_rec).applyTracks(1, {{{"Renamed", "4:30"}, {"New", "0430"}}}, std::nullopt));
+    QCOMPARE(rows("SELECT TrackName, TrackLen FROM Tracks"), (QStringList{"Renamed|4:30", "New|04:30"}));
+}
+
+// ---- discs above the units
+
+void TestRecordings::asksWhatBecomesOfUpperDiscs() {
+    const QString discs = QString("SELECT UnitsNbr FROM Rec WHERE RecID = %1").arg(m_rec);
+    for (int disc = 1; disc <= 2; ++disc)
+        QVERIFY(editor(m_rec).applyTracks(disc, {{{"Kept", ""}}}, QString("0000000%1").arg(disc)));
+    RecordingSpecs specs = editor(m_rec).specs();
+    specs.set("UnitsNbr", 1);
+    m_catalog->messages.willAnswer(Answer::Cancel);
+    QVERIFY(!editor(m_rec).applySpecs(specs));
+    m_catalog->messages.willAnswer(Answer::No);
+    QVERIFY(editor(m_rec).applySpecs(specs));
+    QCOMPARE(specs.units(), 2);
+    QCOMPARE(rows(discs), QStringList("2"));
+    QCOMPARE(m_catalog->count("Tracks"), 2);
+    specs.set("UnitsNbr", 1);
+    m_catalog->messages.willAnswer(Answer::Yes);
+    QVERIFY(editor(m_rec).applySpecs(specs));
+    QCOMPARE(rows("SELECT Disc FROM Tracks") + rows("SELECT DiscNbr FROM DiscIds"), (QStringList{"1", "1"}));
+    specs.set("UnitsNbr", 3);
+    QVERIFY(editor(m_rec).applySpecs(specs)); // nothing on the discs above the next
+    specs.set("UnitsNbr", 2);
+    QVERIFY(editor(m_rec).applySpecs(specs));
+
+    // Whatever lies above the units is within reach, and no edit of something else asks about it.
+    m_catalog->run("UPDATE Tracks SET Disc = 3");
+    specs.set("RecTitle", "Renamed");
+    QVERIFY(editor(m_rec).applySpecs(specs));
+    QCOMPARE(editor(m_rec).discs(), 3);
+    QVERIFY(editor(m_rec).applyTracks(3, {{{"Within reach", ""}}}, std::nullopt));
+    m_catalog->run("UPDATE Rec SET UnitsNbr = 2000000000");
+    QCOMPARE(editor(m_rec).discs(), 999);
+    m_catalog->run("UPDATE Rec SET UnitsNbr = 1");
+    m_catalog->messages.willAnswer(Answer::Ok);
+    QVERIFY(m_catalog->items().Migra(ItemKind::Recording, m_rec, m_other));
+    QCOMPARE(rows("SELECT UnitsNbr FROM Rec"), QStringList("3"));
 }
 
 void TestRecordings::readsPastedTracks() {
@@ -445,14 +576,47 @@ void TestRecordings::asksBeforeReplacingWhatChangedElsewhere() {
     QVERIFY(!first.applySpecs(specs));
 }
 
+void TestRecordings::movementsTellTheirWork() {
+    const std::pair<QString, QString> cases[] = {
+        {"Symphony No. 5: I. Allegro|Symphony no. 5: II. Andante| |Coriolan",
+         "Symphony No. 5=0,1|Coriolan=3"},
+        {"Suite: No. 2 - 1. Prelude|Suite: No. 2 - 2. Air|Suite: No. 3 - 1. Prelude",
+         "Suite: No. 2=0,1|Suite: No. 3 - 1. Prelude=2"},
+        {"Carmen: Habanera|Aida|Carmen: Act 4: Finale|Carmen: Seguidilla",
+         "Carmen=0,3|Aida=1|Carmen: Act 4: Finale=2"},
+        {"Sonata No. 2|Sonata No. 2|Lied, op. 3", "Sonata No. 2=0,1|Lied, op. 3=2"}};
+    for (const auto& [names, expected] : cases) {
+        QStringList merged;
+        for (const TrackWork& work : worksOfTracks(names.split('|'), true)) {
+            QStringList tracks;
+            for (const int track : work.tracks)
+                tracks << QString::number(track);
+            merged << work.title + '=' + tracks.join(',');
+        }
+        QCOMPARE(merged.join('|'), expected);
+    }
+    QCOMPARE(worksOfTracks({"A: I. x", "A: II. y", ""}, false).size(), size_t(2));
+}
+
 void TestRecordings::tracksBecomeWorks() {
-    const qint64 before = m_catalog->count("Compositions");
-    QCOMPARE(editor(m_rec).addWorks(m_bizet, {" Habanera ", " ", "L'amour"}), 2);
-    QCOMPARE(rows(QString("SELECT CpsID, CompTitle FROM Compositions WHERE CompID > %1").arg(m_carmen)),
-             (QStringList{QString("%1|Habanera").arg(m_bizet), QString("%1|L'amour").arg(m_bizet)}));
-    QCOMPARE(editor(m_rec).addWorks(m_bizet, {"Good", QString(251, 'x')}), -1);
-    QCOMPARE(editor(m_rec).addWorks(4711, {"Good"}), -1);
-    QCOMPARE(m_catalog->count("Compositions"), before + 2);
+    const auto works = [](const QStringList& titles) { return worksOfTracks(titles, false); };
+    QCOMPARE(editor(m_rec).addWorks(m_bizet, works({" Habanera ", " ", "L'amour"}), false), 2);
+    const char* texts = "SELECT CompTitle FROM Compositions WHERE CompSubTitle = '' AND CompNbr = '' AND "
+                        "CompYear = '' AND Descr = '' AND GenreID = 0 AND CompTitle > 'H'";
+    QCOMPARE(rows(texts), (QStringList{"Habanera", "L'amour"}));
+    QCOMPARE(editor(m_rec).addWorks(m_bizet, works({"Good", QString(251, 'x')}), true), -1);
+    QCOMPARE(editor(m_rec).addWorks(4711, works({"Good"}), true), -1);
+    QVERIFY(placed(m_rec).isEmpty());
+    // Another time nothing is doubled, in the list or on the recording.
+    std::vector<TrackWork> again = works({"HABANERA", "Toreador"});
+    QVERIFY(editor(m_rec).findWorks(m_bizet, again) && again[0].work != 0 && again[1].work == 0);
+    QVERIFY(editor(m_rec).applyArtists({{m_verdi}}, std::nullopt));
+    QCOMPARE(editor(m_rec).addWorks(m_bizet, again, true), 1);
+    QCOMPARE(editor(m_rec).addWorks(m_bizet, again, true), 0);
+    QCOMPARE(placed(m_rec).size(), 2);
+    QCOMPARE(editor(m_rec).works()[1].title, "Toreador");
+    QVERIFY(isCollected(again[0].work));
+    QCOMPARE(editor(m_rec).composers().size(), size_t(2)); // the composer came with his works
 }
 
 void TestRecordings::listsTellWhatIsThere() {

@@ -4,6 +4,7 @@
 #include "store/Maintenance.h"
 #include "store/TextIndex.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 using namespace tessaranth;
 
@@ -102,7 +103,7 @@ private slots:
         QVERIFY(is("0028", {"Recordings: Requiem"}));
         QVERIFY(is("lacri", {"Tracks: Lacrimosa"}));
         {
-            Transaction undone(catalog.session->connection());
+            Transaction undone(catalog.session->connection(), QStringLiteral("test"));
             catalog.run("UPDATE Rec SET RecTitle = 'Gloria'");
         }
         QVERIFY(is("gloria", {}));
@@ -121,7 +122,7 @@ private slots:
         const QStringList before = found(catalog, "bach");
         QVERIFY(before.size() > 5);
 
-        connection.runNative("DROP TRIGGER QuickRec_Rec_AFTERINSERT");
+        writeNative(connection, "DROP TRIGGER QuickRec_Rec_AFTERINSERT");
         catalog.run("INSERT INTO Rec (RecTitle) VALUES ('Bachiana')");
         QVERIFY(!TextIndex(connection).isCurrent());
         QVERIFY(QuickSearch(*catalog.session).prepare(progress));

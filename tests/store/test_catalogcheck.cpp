@@ -8,6 +8,7 @@
 #include "store/TextIndexCheck.h"
 #include "support/CommandLine.h"
 #include "support/ItemCatalog.h"
+#include "support/Writing.h"
 
 #include <QDir>
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -48,8 +49,8 @@ struct Whole : ItemCatalog {
         run("UPDATE Compositions SET Pers = True WHERE CompID = " + work);
     }
     void plant(const QByteArray& statement) const {
-        Transaction transaction(session->connection());
-        session->connection().runNative(statement);
+        Transaction transaction(session->connection(), QStringLiteral("test"));
+        writeNative(session->connection(), statement);
         transaction.commit();
     }
     QStringList findings() {
@@ -393,7 +394,7 @@ void TestCatalogCheck::brokenIndexRefusesNoSave() {
         SQLite::Database(catalog.catalog().toStdString(), SQLite::OPEN_READWRITE).exec(statements);
         QVERIFY(catalog.start().started);
         {
-            Transaction transaction(catalog.session->connection());
+            Transaction transaction(catalog.session->connection(), QStringLiteral("test"));
             QCOMPARE(catalog.run("UPDATE Rec SET RecTitle = 'Kept' WHERE RecID < 4"), 3);
             catalog.run("INSERT INTO Rec (RecTitle) VALUES ('New')");
             Recordset rows =
@@ -423,7 +424,7 @@ void TestCatalogCheck::brokenIndexRefusesNoSave() {
         .exec("DROP TABLE QuickRec_config");
     QVERIFY(catalog.start().started);
     {
-        Transaction undone(catalog.session->connection());
+        Transaction undone(catalog.session->connection(), QStringLiteral("test"));
         catalog.run("UPDATE Rec SET RecTitle = 'Gone' WHERE RecID = 1");
     }
     QCOMPARE(catalog.messages.told, QStringList());

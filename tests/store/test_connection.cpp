@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Connection.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QDir>
 #include <QTest>
@@ -85,7 +86,7 @@ void TestConnection::secondOpeningIsLockedOut() {
     } catch (const OpenError& error) {
         QCOMPARE(error.kind(), OpenError::Kind::Locked);
     }
-    first->execute("INSERT INTO Genres (GenreName) VALUES ('Opera')");
+    write(*first, "INSERT INTO Genres (GenreName) VALUES ('Opera')");
     first.reset();
     QVERIFY(Connection::open(home.catalog(), home.clock, 236569)->exists("SELECT * FROM Genres"));
 }
@@ -98,7 +99,7 @@ void TestConnection::inspectionWritesNothing() {
         auto connection = Connection::open(home.catalog(), home.clock, 236569, Connection::Mode::Inspect);
         QCOMPARE(connection->single("SELECT COUNT(*) FROM Rec").toInteger(), 7);
         QVERIFY(connection->integrityFaults().isEmpty());
-        QVERIFY_EXCEPTION_THROWN(connection->execute("DELETE FROM Rec"), SqlError);
+        QVERIFY_EXCEPTION_THROWN(write(*connection, "DELETE FROM Rec"), SqlError);
     }
     QCOMPARE(bytesOf(home.catalog()), before);
 }
@@ -109,31 +110,31 @@ void TestConnection::transactionsStandOrFall() {
     auto connection = Connection::open(home.catalog(), home.clock, 236569);
     const auto genres = [&] { return connection->single("SELECT COUNT(*) FROM Genres").toInteger(); };
     {
-        Transaction outer(*connection);
-        connection->execute("INSERT INTO Genres (GenreName) VALUES ('Opera')");
+        Transaction outer(*connection, QStringLiteral("test"));
+        write(*connection, "INSERT INTO Genres (GenreName) VALUES ('Opera')");
         QVERIFY(!connection->attempt("INSERT INTO NoSuchTable (A) VALUES (1)"));
         QVERIFY(
             !connection->attempt("INSERT INTO Tracks (RecID) VALUES (1)")); // columns that may not be Null
         {
-            Transaction inner(*connection);
-            connection->execute("INSERT INTO Genres (GenreName) VALUES ('Lied')");
+            Transaction inner(*connection, QStringLiteral("test"));
+            write(*connection, "INSERT INTO Genres (GenreName) VALUES ('Lied')");
             inner.commit();
         }
         outer.commit();
     }
     QCOMPARE(genres(), 2);
     {
-        Transaction undone(*connection);
-        connection->execute("DELETE * FROM Genres");
-        connection->execute("ALTER TABLE Genres ADD COLUMN Extra LONG");
+        Transaction undone(*connection, QStringLiteral("test"));
+        write(*connection, "DELETE * FROM Genres");
+        write(*connection, "ALTER TABLE Genres ADD COLUMN Extra LONG");
         QCOMPARE(connection->columnsOf("genres").size(), 3);
     }
     QCOMPARE(genres(), 2);
     QCOMPARE(connection->columnsOf("Genres"), QStringList({"GenreID", "GenreName"}));
     {
-        Transaction outer(*connection);
-        connection->execute("INSERT INTO Genres (GenreName) VALUES ('Mass')");
-        { Transaction inner(*connection); } // left without commit
+        Transaction outer(*connection, QStringLiteral("test"));
+        write(*connection, "INSERT INTO Genres (GenreName) VALUES ('Mass')");
+        { Transaction inner(*connection, QStringLiteral("test")); } // left without commit
         QVERIFY_EXCEPTION_THROWN(outer.commit(), SqlError);
     }
     QCOMPARE(genres(), 2);
@@ -145,7 +146,7 @@ void TestConnection::textsCompareAsCollectorsExpect() {
     auto connection = Connection::open(home.catalog(), home.clock, 236569);
     for (const char* name :
          {"Zelenka", "Élgar", "Elgar", "élgar", "O'Neil", "Dvořák", "dvorak", "100%", "1000"})
-        connection->execute("INSERT INTO Cps (CpsLname) VALUES ('" + quoted(name) + "')");
+        write(*connection, "INSERT INTO Cps (CpsLname) VALUES ('" + quoted(name) + "')");
     const auto names = [&](const QString& tail) {
         QStringList found;
         Query run = connection->query("SELECT CpsLname FROM Cps " + tail);
@@ -170,15 +171,15 @@ void TestConnection::changingAColumnKeepsEverythingElse() {
     auto connection = Connection::open(home.catalog(), home.clock, 236569);
     const Value recordings = connection->single("SELECT COUNT(*) FROM Rec");
     QVERIFY(recordings.toInteger() > 0);
-    connection->execute("DELETE FROM Rec WHERE RecID = " +
-                        connection->single("SELECT MAX(RecID) FROM Rec").toText());
-    connection->execute("ALTER TABLE Rec ALTER COLUMN ProdNbr VARCHAR(60)");
-    connection->execute("ALTER TABLE Rec ALTER COLUMN ProdNbr SET DEFAULT 'it''s 5 o''clock'");
-    connection->execute("INSERT INTO Rec (RecTitle) VALUES ('New')");
+    write(*connection,
+          "DELETE FROM Rec WHERE RecID = " + connection->single("SELECT MAX(RecID) FROM Rec").toText());
+    write(*connection, "ALTER TABLE Rec ALTER COLUMN ProdNbr VARCHAR(60)");
+    write(*connection, "ALTER TABLE Rec ALTER COLUMN ProdNbr SET DEFAULT 'it''s 5 o''clock'");
+    write(*connection, "INSERT INTO Rec (RecTitle) VALUES ('New')");
     QCOMPARE(connection->lastKey(), recordings.toInteger() + 1);
     QCOMPARE(connection->single("SELECT ProdNbr FROM Rec WHERE RecTitle = 'new'").toText(), "it's 5 o'clock");
-    connection->execute("ALTER TABLE Rec ALTER COLUMN ProdNbr SET DEFAULT ");
-    connection->execute("ALTER TABLE Rec ALTER COLUMN ProdNbr VARCHAR(50)");
+    write(*connection, "ALTER TABLE Rec ALTER COLUMN ProdNbr SET DEFAULT ");
+    write(*connection, "ALTER TABLE Rec ALTER COLUMN ProdNbr VARCHAR(50)");
     QVERIFY(connection->integrityFaults().isEmpty());
     connection.reset();
     QCOMPARE(TestHome::schemaOf(home.catalog()), before);

@@ -3,6 +3,7 @@
 #include "store/UpgradeSteps.h"
 #include "store/clsDb.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QTest>
 
@@ -20,7 +21,7 @@ void FieldLengthsTest::lengths() {
     const FixedClock clock;
     writeCatalogTemplate(folder.filePath("a.tsb"), {});
     const auto connection = Connection::open(folder.filePath("a.tsb"), clock, newestUpgradeCode);
-    connection->runNative("CREATE TABLE Own (ID INTEGER, Note TEXT, Short VARCHAR(3))");
+    writeNative(*connection, "CREATE TABLE Own (ID INTEGER, Note TEXT, Short VARCHAR(3))");
     clsDb lengths;
     QCOMPARE(lengths.maxLength("Rec", "RecTitle"), 0);
     lengths.load(*connection);

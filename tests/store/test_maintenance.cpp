@@ -2,6 +2,7 @@
 #include "store/Cleanup.h"
 #include "store/Maintenance.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QDir>
 #include <QTest>
@@ -73,7 +74,7 @@ void TestMaintenance::exitDoesWhatTheConfigurationSays() {
 
     QVERIFY(home.start().started);
     home.session->configuration().write("Maintenance", "Backup", "1");
-    home.session->connection().execute("DELETE * FROM Tracks");
+    write(home.session->connection(), "DELETE * FROM Tracks");
     QVERIFY(home.session->connection().freePages() > 0);
     const qint64 size = QFileInfo(home.catalog()).size();
     shutDown(*home.session, home.progress);
@@ -112,7 +113,7 @@ void TestMaintenance::cleanupMendsEveryKindOfOrphan() {
              "'Descr')",
              "INSERT INTO Cards (CardID, RelatedCat, RelatedID, CardTitle) VALUES (2, 'Rec', 99999, 'Not of "
              "a work')"})
-        connection.execute(statement);
+        write(connection, statement);
     QFile file(document);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.close();

@@ -3,6 +3,7 @@
 #include "store/Connection.h"
 #include "store/Recordset.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QTest>
 
@@ -41,6 +42,7 @@ void TestRecordset::cleanup() {
 }
 
 void TestRecordset::changesReachTheCatalogAtOnce() {
+    const Transaction open(*m_connection, QStringLiteral("test"));
     Recordset set = Recordset::open(*m_connection, "SELECT * FROM Rec WHERE 1 = 0");
     QVERIFY(set.isEmpty());
     const int row = set.add({{"rectitle", "L'enfance du Christ"}});
@@ -60,11 +62,12 @@ void TestRecordset::changesReachTheCatalogAtOnce() {
 }
 
 void TestRecordset::tablesWithoutAKeyAndJoins() {
-    m_connection->execute("INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (5, 1, 1)");
-    m_connection->execute("INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (6, 1, 1)");
+    const Transaction open(*m_connection, QStringLiteral("test"));
+    write(*m_connection, "INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (5, 1, 1)");
+    write(*m_connection, "INSERT INTO CompOnRec (RecID, CompID, Pos) VALUES (6, 1, 1)");
     for (const char* values : {"1, 10, 0", "1, 10, 0", "1, 11, 3", "2, 10, 0"})
-        m_connection->execute(
-            QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (%1)").arg(values));
+        write(*m_connection,
+              QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (%1)").arg(values));
     Recordset set = Recordset::open(
         *m_connection, "SELECT CompOnRecPfr.CompOnRecID, CompOnRecPfr.PfrID, CompOnRecPfr.PersonageID "
                        "FROM CompOnRec INNER JOIN CompOnRecPfr ON CompOnRec.CompOnRecID = "

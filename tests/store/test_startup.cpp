@@ -2,6 +2,7 @@
 #include "platform/AppFolder.h"
 #include "store/Startup.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QDir>
 #include <QTest>
@@ -57,7 +58,7 @@ void TestStartup::secondStartFindsEverythingAsItWas() {
     home.useSample();
     QVERIFY(home.start().started);
     home.session->configuration().write("Misc", "WKey", "0");
-    home.session->connection().execute("UPDATE Rec SET Notes = 'kept' WHERE RecID = 1");
+    write(home.session->connection(), "UPDATE Rec SET Notes = 'kept' WHERE RecID = 1");
     const QByteArray configuration = bytesOf(home.file("tsc.cfg"));
     QVERIFY(home.start().started);
     QCOMPARE(bytesOf(home.file("tsc.cfg")), configuration);
@@ -142,7 +143,7 @@ void TestStartup::sessionListsAreLoaded() {
     QLocale::setDefault(QLocale(QLocale::German));
     home.session->loadKeyNames();
     QCOMPARE(home.session->keyNames().front().name, "C-Dur");
-    home.session->connection().execute("DELETE FROM WKeys WHERE LangID = 7");
+    write(home.session->connection(), "DELETE FROM WKeys WHERE LangID = 7");
     home.session->loadKeyNames();
     QCOMPARE(home.session->keyNames().front().name, "C major");
     QLocale::setDefault(QLocale::c());

@@ -161,9 +161,9 @@ void TestStatements::answers() {
     QFETCH(QString, statement);
     QFETCH(int, rows);
     QFETCH(QString, first);
-    const Transaction undone(*m_shared);
+    const Transaction undone(*m_shared, QStringLiteral("test"));
     if (!isQuery(statement)) {
-        QCOMPARE(m_shared->execute(statement), rows);
+        QCOMPARE(write(*m_shared, statement), rows);
         return;
     }
     const Answer answer = answerOf(m_shared->query(statement));
@@ -197,8 +197,8 @@ void TestStatements::changesAsWritten() {
     plain.replace(QRegularExpression(QStringLiteral("IsNull\\((\\w+)\\)")), QStringLiteral("\\1 IS NULL"));
     database.exec(plain.replace(QLatin1String("DELETE * "), QLatin1String("DELETE ")).toStdString());
 
-    const Transaction undone(*m_shared);
-    m_shared->execute(statement);
+    const Transaction undone(*m_shared, QStringLiteral("test"));
+    write(*m_shared, statement);
     QCOMPARE(sorted(answerOf(m_shared->query(all)).rows), sorted(answerOf(database, all).rows));
 }
 
@@ -221,15 +221,14 @@ void TestStatements::definitions() {
     auto connection = openCopy();
     const QString path = connection->path();
     if (column.isEmpty())
-        connection->runNative("DROP TABLE " + table.toUtf8());
+        writeNative(*connection, "DROP TABLE " + table.toUtf8());
     else if (adds)
-        connection->runNative("ALTER TABLE " + table.toUtf8() + " DROP COLUMN " + column.toUtf8());
+        writeNative(*connection, "ALTER TABLE " + table.toUtf8() + " DROP COLUMN " + column.toUtf8());
     else if (setsDefault)
-        connection->execute(
-            QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 SET DEFAULT 7").arg(table, column));
+        write(*connection, QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 SET DEFAULT 7").arg(table, column));
     else
-        connection->execute(QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 VARCHAR(5)").arg(table, column));
-    QCOMPARE(connection->execute(statement), 0);
+        write(*connection, QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 VARCHAR(5)").arg(table, column));
+    QCOMPARE(write(*connection, statement), 0);
     QCOMPARE(connection->integrityFaults(), QStringList());
     QVERIFY(connection->columnsOf(table).contains(column) || column.isEmpty());
     connection.reset();
@@ -277,7 +276,7 @@ void TestStatements::refuses() {
             if (asQuery)
                 m_shared->query(statement).next();
             else
-                m_shared->execute(statement);
+                write(*m_shared, statement);
             QFAIL("not refused");
         } catch (const SqlError& error) {
             QCOMPARE(error.position(), stop);
@@ -294,7 +293,7 @@ void TestStatements::refusesAnUnknownTable() {
                                              "WHERE PfrLname = 'Abbado' AND PfrFname = 'Claudio'");
     QVERIFY_EXCEPTION_THROWN(m_shared->exists(statement), SqlError);
     QVERIFY_EXCEPTION_THROWN(m_shared->exists(QStringLiteral("SELECT CpsNmae FROM Cps")), SqlError);
-    QVERIFY_EXCEPTION_THROWN(m_shared->execute(QStringLiteral("DELETE FROM Performers")), SqlError);
+    QVERIFY_EXCEPTION_THROWN(write(*m_shared, QStringLiteral("DELETE FROM Performers")), SqlError);
 }
 
 void TestStatements::sharesOneTranslation_data() {
@@ -334,11 +333,11 @@ void TestStatements::findsUserText_data() {
 // Among names that its wildcards would match, a text finds its own row and no other.
 void TestStatements::findsUserText() {
     QFETCH(QString, text);
-    const Transaction undone(*m_shared);
+    const Transaction undone(*m_shared, QStringLiteral("test"));
     for (const char* other : {"O'Neill", "1000%", "100", "ab", "a[[b", "xwy", "b", "x", "y"})
-        m_shared->execute(QStringLiteral("INSERT INTO Labels (LabelName) VALUES('%1')")
-                              .arg(quoted(QString::fromUtf8(other))));
-    m_shared->execute(QStringLiteral("INSERT INTO Labels (LabelName) VALUES('%1')").arg(quoted(text)));
+        write(*m_shared, QStringLiteral("INSERT INTO Labels (LabelName) VALUES('%1')")
+                             .arg(quoted(QString::fromUtf8(other))));
+    write(*m_shared, QStringLiteral("INSERT INTO Labels (LabelName) VALUES('%1')").arg(quoted(text)));
     const Value key(m_shared->lastKey());
     const QString equal = QStringLiteral("SELECT LabelID FROM Labels WHERE LabelName = '%1'");
     const QString like = QStringLiteral("SELECT LabelID FROM Labels WHERE LabelName LIKE '%1'");
@@ -383,11 +382,11 @@ void TestStatements::comparesWithoutCase() {
 
 // SQLite has no such statement: what must stay is as much at stake as what must go.
 void TestStatements::deletesAcrossAJoin() {
-    const Transaction undone(*m_shared);
+    const Transaction undone(*m_shared, QStringLiteral("test"));
     QCOMPARE(
-        m_shared->execute(QStringLiteral("DELETE CompOnRecPfr.* FROM CompOnRec INNER JOIN CompOnRecPfr ON "
-                                         "CompOnRec.CompOnRecID = CompOnRecPfr.CompOnRecID "
-                                         "WHERE CompOnRec.RecID = 3")),
+        write(*m_shared, QStringLiteral("DELETE CompOnRecPfr.* FROM CompOnRec INNER JOIN CompOnRecPfr ON "
+                                        "CompOnRec.CompOnRecID = CompOnRecPfr.CompOnRecID "
+                                        "WHERE CompOnRec.RecID = 3")),
         3);
     Query left = m_shared->query(QStringLiteral("SELECT CompOnRecID FROM CompOnRecPfr ORDER BY CompOnRecID"));
     QStringList keys;
@@ -415,7 +414,7 @@ void TestStatements::keysOfUpdatableSets() {
     QCOMPARE(tableOf(join), QStringLiteral("CompOnRecPfr"));
 
     // Two of the three rows are alike: only the row's own key tells which one goes.
-    const Transaction undone(*m_shared);
+    const Transaction undone(*m_shared, QStringLiteral("test"));
     Recordset roles = Recordset::open(*m_shared, QString::fromUtf8(join));
     QCOMPARE(roles.rowCount(), 3);
     QCOMPARE(roles.fields().size(), size_t(3));
@@ -429,4 +428,5 @@ void TestStatements::keysOfUpdatableSets() {
 }
 
 QTEST_GUILESS_MAIN(TestStatements)
+#include "support/Writing.h"
 #include "test_statements.moc"

@@ -4,6 +4,7 @@
 #include "items/CMIT.h"
 #include "items/OpenCards.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 
 #include <QTest>
 
@@ -17,7 +18,7 @@ struct ItemCatalog : TestHome {
             QTest::qFail("the catalog does not open", __FILE__, __LINE__);
     }
     CMIT items() const { return CMIT(*session); }
-    int run(const QString& statement) const { return session->connection().execute(statement); }
+    int run(const QString& statement) const { return write(session->connection(), statement); }
     Value single(const QString& statement) const { return session->connection().single(statement); }
     qint64 number(const QString& statement) const { return single(statement).toInteger(); }
     QString text(const QString& statement) const { return single(statement).toText(); }

@@ -24,8 +24,9 @@ public:
     TestHome();
     ~TestHome();
 
-    QString folder() const { return m_folder.path(); }
-    QString file(const QString& name) const { return m_folder.filePath(name); }
+    QString folder() const { return m_elsewhere.isEmpty() ? m_folder.path() : m_elsewhere; }
+    QString file(const QString& name) const { return folder() + u'/' + name; }
+    void useFolder(const QString& folder) { m_elsewhere = folder; } ///< another test's
     QString catalog() const { return file(QStringLiteral("Tessaranth.tsb")); }
 
     void useTemplate(); ///< puts an empty catalog of the current level in place
@@ -51,6 +52,7 @@ private:
     void copyShipped(const QString& name, const QString& target);
 
     QTemporaryDir m_folder;
+    QString m_elsewhere;
 };
 
 QByteArray bytesOf(const QString& path);

@@ -4,6 +4,7 @@
 #include "items/ItemKind.h"
 #include "support/FakeDesktop.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
 #include "widgets/TabStrip.h"
@@ -267,7 +268,7 @@ void TestCardWindows::whatHangsOffACardGoesWithIt() {
     }
     // The work's editor on a card whose work was deleted elsewhere says so and opens nothing.
     auto* stale = cards().window(OpenCards::key("Comp", last));
-    connection.execute(QString("DELETE FROM Compositions WHERE CompID = %1").arg(last));
+    write(connection, QString("DELETE FROM Compositions WHERE CompID = %1").arg(last));
     auto* recordings = stale->findChild<QTreeView*>("lvRec");
     cards().activate(stale->key());
     recordings->setFocus();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "items/ItemKind.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
 #include "window/CardWindows.h"
@@ -175,7 +176,7 @@ void TestMainWindow::emptyStatesSayWhatToDo() {
     QVERIFY(state->isVisible());
     QVERIFY(state->text().contains("\"nobody\"") && state->text().contains("Clear the filter"));
     type("");
-    m_home->session->connection().execute("DELETE * FROM UserDef");
+    write(m_home->session->connection(), "DELETE * FROM UserDef");
     m_window->toolbox()->showKind(ItemKind::Custom);
     QVERIFY(state->isVisible());
     QVERIFY(state->text().contains("no custom items"));
@@ -283,9 +284,8 @@ void TestMainWindow::emptyingAsksFirst() {
 void TestMainWindow::dateNoteBecomesADocument() {
     m_window->openCard("Cps", 1); // another card stands open beside it
     QTreeView* view = m_window->toolbox()->view();
-    m_home->session->connection().execute("DELETE FROM Cps WHERE CpsLname = 'Machaut'");
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        m_home->session->connection().execute("DELETE FROM Cps WHERE CpsLname = 'Machaut'");
+        write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
         QTimer::singleShot(0, this, [] {
             QWidget* editor = QApplication::activeModalWidget();
             QVERIFY(editor);
@@ -301,6 +301,8 @@ void TestMainWindow::dateNoteBecomesADocument() {
             QTest::keyClick(editor->focusWidget(), Qt::Key_Return);
         });
         m_home->messages.willAnswer(answer);
+        m_window->activateWindow(); // the editor of before was the active one
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         view->setFocus();
         QTest::keyClick(view, Qt::Key_Insert);
         QCOMPARE(m_home->messages.asked.back().text,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Recordset.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "works/CatalogFile.h"
 #include "works/ComposerCatalog.h"
 
@@ -87,18 +88,17 @@ void TestComposerCatalog::init() {
 
 qint64 TestComposerCatalog::composer(const char* last, const char* first) {
     Connection& connection = m_home->session->connection();
-    connection.execute(
-        QStringLiteral("INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('%1', '%2', 'BWV')")
-            .arg(QString::fromUtf8(last), QString::fromUtf8(first)));
+    write(connection,
+          QStringLiteral("INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('%1', '%2', 'BWV')")
+              .arg(QString::fromUtf8(last), QString::fromUtf8(first)));
     return connection.lastKey();
 }
 
 qint64 TestComposerCatalog::work(qint64 composer, const QString& title, bool imported) {
     Connection& connection = m_home->session->connection();
-    connection.execute(
-        QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, wkl) VALUES (%1, '%2', %3)")
-            .arg(composer)
-            .arg(title, imported ? QStringLiteral("True") : QStringLiteral("False")));
+    write(connection, QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, wkl) VALUES (%1, '%2', %3)")
+                          .arg(composer)
+                          .arg(title, imported ? QStringLiteral("True") : QStringLiteral("False")));
     return connection.lastKey();
 }
 
@@ -189,11 +189,11 @@ void TestComposerCatalog::listsWorks() {
     const qint64 book = catalog.addNamed(CatalogBranch::MainWorks, QStringLiteral("Clavier-Büchlein"));
     const qint64 id = work(bach, QStringLiteral("Invention"));
     work(bach, QStringLiteral("Sinfonia"));
-    m_home->session->connection().execute(
-        QStringLiteral("UPDATE Compositions SET CompNbr = '772', CompYear = '1723', MainWorkID = %1, "
-                       "InCollection = True WHERE CompID = %2")
-            .arg(book)
-            .arg(id));
+    write(m_home->session->connection(),
+          QStringLiteral("UPDATE Compositions SET CompNbr = '772', CompYear = '1723', MainWorkID = %1, "
+                         "InCollection = True WHERE CompID = %2")
+              .arg(book)
+              .arg(id));
     ItemList list;
     QVERIFY(catalog.works(CatalogBranch::Genres, std::nullopt, list));
     QCOMPARE(list.rowCount(), 2);
@@ -273,10 +273,10 @@ void TestComposerCatalog::exportRefusesUnclassified() {
     const qint64 second = work(bach, QStringLiteral("Two"));
     // 0, nothing, and a genre that is gone: all three would leave the work out of the file.
     for (const char* genre : {"0", "NULL", "4711"}) {
-        m_home->session->connection().execute(
-            QStringLiteral("UPDATE Compositions SET CpsGenreID = %1 WHERE CompID = %2")
-                .arg(QLatin1String(genre))
-                .arg(second));
+        write(m_home->session->connection(),
+              QStringLiteral("UPDATE Compositions SET CpsGenreID = %1 WHERE CompID = %2")
+                  .arg(QLatin1String(genre))
+                  .arg(second));
         QVERIFY(!CatalogFile(*m_home->session, bach).exportTo(file("bach.tcat")));
         QCOMPARE(m_home->messages.told.back(),
                  QStringLiteral("Not all the works are classified by Catalog Genre.\nIn order to export the "
@@ -341,7 +341,7 @@ void TestComposerCatalog::importReusesNames() {
     ComposerCatalog catalog(*m_home->session, bach);
     catalog.addNamed(CatalogBranch::Genres, QStringLiteral("Études"));
     catalog.addNamed(CatalogBranch::MainWorks, QStringLiteral("Book One"));
-    m_home->session->connection().execute(QStringLiteral("INSERT INTO Genres (GenreName) VALUES ('Piano')"));
+    write(m_home->session->connection(), QStringLiteral("INSERT INTO Genres (GenreName) VALUES ('Piano')"));
     Recordset rows = catalogRows();
     for (int i = 0; i < 3; ++i)
         addRow(rows, {QStringLiteral("Work"),
@@ -388,8 +388,8 @@ void TestComposerCatalog::importIsAllOrNothing() {
         QCOMPARE(rowCounts(), before);
     }
     // A failure half-way through the writing.
-    m_home->session->connection().runNative(
-        "CREATE TRIGGER full BEFORE INSERT ON Catalogs BEGIN SELECT RAISE(ABORT, 'disk full'); END");
+    writeNative(m_home->session->connection(),
+                "CREATE TRIGGER full BEFORE INSERT ON Catalogs BEGIN SELECT RAISE(ABORT, 'disk full'); END");
     QVERIFY(!CatalogFile(*m_home->session, bach).importFrom(file("x.tcat"), progress));
     QVERIFY(m_home->messages.told.back().contains(QLatin1String("disk full")));
     QCOMPARE(rowCounts(), before);
@@ -420,26 +420,26 @@ void TestComposerCatalog::removalKeepsWhatTheUserMade() {
         ComposerCatalog arrangement(*m_home->session, bach);
         QVERIFY(arrangement.assign(branch.number, arrangement.nodes(branch.number)[1].id, {mine}));
     }
-    connection.execute(
-        QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CpsGenreID, MainWorkID) VALUES "
-                       "(%1, 'Loose', NULL, NULL)")
-            .arg(bach));
+    write(connection,
+          QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CpsGenreID, MainWorkID) VALUES "
+                         "(%1, 'Loose', NULL, NULL)")
+              .arg(bach));
     // One of the imported ones stands on a recording, another has only texts.
     const qint64 recorded = imported + 1;
-    connection.execute(QStringLiteral("INSERT INTO Rec (RecID, RecTitle) VALUES (1, 'R')"));
+    write(connection, QStringLiteral("INSERT INTO Rec (RecID, RecTitle) VALUES (1, 'R')"));
     for (const qint64 id : {imported, recorded, mine}) {
-        connection.execute(
-            QStringLiteral("INSERT INTO Personages (CompID, PersonageName) VALUES (%1, 'P')").arg(id));
+        write(connection,
+              QStringLiteral("INSERT INTO Personages (CompID, PersonageName) VALUES (%1, 'P')").arg(id));
         if (id != imported) {
-            connection.execute(
-                QStringLiteral("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (1, 1, %1)").arg(id));
-            connection.execute(QStringLiteral("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
-                                   .arg(connection.lastKey()));
+            write(connection,
+                  QStringLiteral("INSERT INTO CompOnRec (RecID, CpsID, CompID) VALUES (1, 1, %1)").arg(id));
+            write(connection, QStringLiteral("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
+                                  .arg(connection.lastKey()));
         }
-        connection.execute(
-            QStringLiteral(
-                "INSERT INTO Cards (RelatedCat, RelatedID, CardTitle) VALUES ('Comp', %1, 'Descr')")
-                .arg(id));
+        write(connection,
+              QStringLiteral(
+                  "INSERT INTO Cards (RelatedCat, RelatedID, CardTitle) VALUES ('Comp', %1, 'Descr')")
+                  .arg(id));
     }
     CatalogFile catalog(*m_home->session, bach);
     m_home->messages.willAnswer(Answer::Yes);
@@ -458,7 +458,7 @@ void TestComposerCatalog::removalKeepsWhatTheUserMade() {
         QVERIFY(nodes[1].name.startsWith(QLatin1String("A kept")));
     }
     // What stayed is the user's own now: the next import and removal leave it alone, used or not.
-    connection.execute(QStringLiteral("DELETE FROM Compositions WHERE CpsID = %1").arg(bach));
+    write(connection, QStringLiteral("DELETE FROM Compositions WHERE CpsID = %1").arg(bach));
     QVERIFY(catalog.importFrom(file("x.tcat"), progress));
     QVERIFY(catalog.removeImported(progress));
     QCOMPARE(ComposerCatalog(*m_home->session, bach).nodes(CatalogBranch::Genres).size(), size_t(3));
@@ -468,12 +468,12 @@ void TestComposerCatalog::comingAgainDoublesNothing() {
     const qint64 bach = composer("Bach", "J. S.");
     Connection& connection = m_home->session->connection();
     // Typed by the user, in his own way and without a genre; and one that has another number.
-    connection.execute(QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, "
-                                      "'messe  IN h-Moll', 'BWV 232')")
-                           .arg(bach));
-    connection.execute(
-        QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, 'Minuet', '9')")
-            .arg(bach));
+    write(connection, QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, "
+                                     "'messe  IN h-Moll', 'BWV 232')")
+                          .arg(bach));
+    write(connection,
+          QStringLiteral("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, 'Minuet', '9')")
+              .arg(bach));
     Recordset rows = catalogRows();
     const auto row = [&rows](const char* title, const char* number) {
         addRow(rows, {QString::fromLatin1(title),

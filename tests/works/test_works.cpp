@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CommandLine.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "text/RichText.h"
 #include "works/CWKS.h"
 #include "works/ComposerCatalog.h"
@@ -57,7 +58,7 @@ void TestWorks::init() {
     m_home->useTemplate();
     QVERIFY(m_home->start().started);
     Connection& connection = m_home->session->connection();
-    connection.execute("INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
+    write(connection, "INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
     m_composer = connection.lastKey();
     m_works = std::make_unique<CWKS>(*m_home->session);
 }
@@ -98,8 +99,8 @@ void TestWorks::listsSayWhatTheWorkIs() {
     work.year = "1740-46";
     work.description = "  Two lines:\nsecond ";
     QVERIFY(m_works->ModificaWork(work));
-    m_home->session->connection().execute(
-        QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
+    write(m_home->session->connection(),
+          QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
 
     ItemList shorter, complete;
     QVERIFY(m_works->ElencoInLvS(m_composer, shorter));
@@ -169,12 +170,12 @@ void TestWorks::numbersFollowTheAcronym() {
 // A work without composer would be in no list.
 void TestWorks::goneIsRefused() {
     Work work = m_works->work(add("Kept", "1"));
-    m_home->session->connection().execute("DELETE FROM Cps");
+    write(m_home->session->connection(), "DELETE FROM Cps");
     QCOMPARE(add("Of nobody"), 0);
     QCOMPARE(WorkGroups(*m_home->session, m_composer).addNamed(WorkGroups::Genres, "Of nobody"), 0);
     QCOMPARE(ComposerCatalog(*m_home->session, m_composer).addNamed(CatalogBranch::MainWorks, "Of nobody"),
              0);
-    m_home->session->connection().execute("DELETE FROM Compositions");
+    write(m_home->session->connection(), "DELETE FROM Compositions");
     QVERIFY(!m_works->ModificaWork(work));
     QCOMPARE(m_home->messages.told, QStringList(3, "This card has been deleted meanwhile.")
                                         << "This work has been deleted meanwhile.");
@@ -268,7 +269,7 @@ void TestWorks::groupsAreAddedOnce() {
     m_home->messages.willType("");
     QCOMPARE(groups.add(WorkGroups::Genres), 0);
     // Another composer may have one of the same name.
-    m_home->session->connection().execute("INSERT INTO Cps (CpsLname) VALUES ('Other')");
+    write(m_home->session->connection(), "INSERT INTO Cps (CpsLname) VALUES ('Other')");
     QVERIFY(WorkGroups(*m_home->session, m_composer + 1).addNamed(WorkGroups::MainWorks, "Mass in B minor"));
     QCOMPARE(groups.groups(WorkGroups::MainWorks).size(), 1u);
 }
@@ -284,8 +285,8 @@ void TestWorks::charactersAreTypedAndRenamed() {
     QVERIFY(m_works->renameCharacter(judas, "judas")); // its own name in another case
     QCOMPARE(characters(work), QStringList({"judas", "Peter's"}));
     QVERIFY(m_home->session->connection().exists("SELECT * FROM Compositions WHERE Pers = True"));
-    m_home->session->connection().execute(
-        QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
+    write(m_home->session->connection(),
+          QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
     QVERIFY(m_works->deleteCharacters({peter, judas}));
     QCOMPARE(count("Personages"), 0);
     QCOMPARE(count("CompOnRecPfr WHERE PersonageID = 0"), 1); // the singer stays, without a role
@@ -321,9 +322,9 @@ void TestWorks::deletingOneTakesItsCharacters() {
     QVERIFY(WorkDescription(*m_home->session, other).write(RichText::fromText("Stays")));
     Connection& connection = m_home->session->connection();
     for (const qint64 id : {work, other}) {
-        connection.execute(QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
-        connection.execute(QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
-                               .arg(connection.lastKey()));
+        write(connection, QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
+        write(connection, QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
+                              .arg(connection.lastKey()));
     }
     QCOMPARE(QDir(documents()).entryList(QDir::Files).size(), 2);
 
@@ -362,9 +363,9 @@ void TestWorks::deletingSeveralLeavesTheirCharacters() {
 void TestWorks::descriptionIsADocument() {
     const qint64 work = add("Winterreise");
     Connection& connection = m_home->session->connection();
-    connection.execute(QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
-                               "VALUES ('Comp', %1, 'Notes', 4)")
-                           .arg(work));
+    write(connection, QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
+                              "VALUES ('Comp', %1, 'Notes', 4)")
+                          .arg(work));
     WorkDescription description(*m_home->session, work);
     QVERIFY(description.document() == 0 && !description.read());
     const QByteArray text = RichText::fromText("Fremd bin ich \\eingezogen {1}\n\tüber 春 🎻\n\nEnde");

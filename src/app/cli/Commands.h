@@ -54,6 +54,7 @@ void addRecordingCommands(CLI::App& app, CliContext& context, Action& action);
 void addWorkCommands(CLI::App& app, CliContext& context, Action& action);
 void addAttachCommands(CLI::App& app, CliContext& context, Action& action);
 void addClassCommands(CLI::App& app, CliContext& context, Action& action);
+void addHistoryCommands(CLI::App& app, CliContext& context, Action& action);
 /// All of them.
 void addCommands(CLI::App& app, CliContext& context, Action& action);
 

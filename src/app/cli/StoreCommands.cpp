@@ -63,7 +63,10 @@ namespace {
 
 int runSql(CliContext& context, Session& session, const QString& statement) {
     if (!session.connection().returnsRows(statement)) {
+        Transaction transaction(session.connection(),
+                                QStringLiteral("SQL: ") + statement.simplified().left(80));
         const int changed = session.connection().execute(statement);
+        transaction.commit();
         std::cerr << changed << " row(s) changed\n";
         return 0;
     }
@@ -102,7 +105,7 @@ int runUpgrade(CliContext& context) {
 void addCommands(CLI::App& app, CliContext& context, Action& action) {
     for (const auto add :
          {addStoreCommands, addMaintenanceCommands, addItemCommands, addPersonCommands, addCatalogCommands,
-          addRecordingCommands, addWorkCommands, addAttachCommands, addClassCommands})
+          addRecordingCommands, addWorkCommands, addAttachCommands, addClassCommands, addHistoryCommands})
         add(app, context, action);
 }
 

@@ -47,7 +47,7 @@ void showMedia(TourCamera& camera, const FormContext& context, OpenCards& cards)
     take<MediaPanel>(camera, empty, "panel-media-empty");
     const CardOwner recording{QStringLiteral("Rec"),
                               first(context.session, "SELECT RecID FROM Rec ORDER BY RecTitle")};
-    const Transaction undone(context.session.connection());
+    const Transaction undone(context.session.connection(), QStringLiteral("undone"));
     CardMedia media(context.session, recording);
     NoProgress progress;
     media.add({context.session.databasePath(), context.session.applicationFile(QStringLiteral("WKeys.dat")),

@@ -70,6 +70,11 @@ void tourRecordings(TourCamera& camera, const FormContext& context) {
         for (int tab = 0; tab < tracksTab; ++tab) {
             showTab(*tabs, tab, lists[tab]);
             camera.take(editor, QStringLiteral("recording-%1").arg(tab + 1));
+            if (auto* order =
+                    tabs->currentWidget()->findChild<QAbstractButton*>(QStringLiteral("chkOrder"))) {
+                order->click();
+                camera.take(editor, QStringLiteral("recording-%1-in-order").arg(tab + 1));
+            }
             for (const Opened& opened : allOpened)
                 if (opened.tab == tab)
                     takeOpened(camera, editor, opened.button,
@@ -80,6 +85,9 @@ void tourRecordings(TourCamera& camera, const FormContext& context) {
         frmRec editor(context, most, nullptr);
         showTab(*editor.findChild<QTabWidget*>(QStringLiteral("tabs")), tracksTab, "LvTracks");
         camera.take(editor, QStringLiteral("recording-5"));
+        editor.findChild<QLineEdit*>(QStringLiteral("meb"))->setText(QStringLiteral("4.30"));
+        editor.findChild<QAbstractButton*>(QStringLiteral("cmdTrackAdd"))->click();
+        camera.take(editor, QStringLiteral("recording-5-refused"));
     }
     frmRec fresh(context, 0, nullptr);
     camera.take(fresh, QStringLiteral("recording-new"));

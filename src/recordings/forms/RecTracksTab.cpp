@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recordings/forms/RecTracksTab.h"
 
+#include "recordings/forms/TrackInput.h"
 #include "recordings/forms/frmTrackToWorklist.h"
 #include "store/Session.h"
 #include "widgets/FormHelpers.h"
@@ -10,7 +11,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -18,8 +18,6 @@
 namespace tessaranth {
 
 namespace {
-
-const QString noLength = QStringLiteral("00.00");
 
 QLabel* caption(const QString& text, QWidget* buddy) {
     auto* label = new QLabel(text);
@@ -35,8 +33,8 @@ RecTracksTab::RecTracksTab(RecContext& context) : RecTab(context) {
     buildDisc(layout);
     buildList(layout);
     buildInput(layout);
-    setTabOrder(m_name, m_length);
-    setTabOrder(m_length, m_add);
+    setTabOrder(m_input->nameBox(), m_input->lengthBox());
+    setTabOrder(m_input->lengthBox(), m_add);
     setTabOrder(m_add, m_set);
 }
 
@@ -91,7 +89,7 @@ void RecTracksTab::buildList(QBoxLayout* layout) {
                   [this] { makeWorks(); });
     row->addLayout(buttons);
     layout->addLayout(row, 1);
-    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &RecTracksTab::copySelected);
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &RecTracksTab::followSelection);
     connect(
         m_list, &OrderedTree::rowsDropped, this,
         [this](QTreeWidgetItem* target, bool behind) {
@@ -102,14 +100,8 @@ void RecTracksTab::buildList(QBoxLayout* layout) {
 
 void RecTracksTab::buildInput(QBoxLayout* layout) {
     auto* row = new QHBoxLayout;
-    m_name = FormHelpers::lineEdit(
-        this, QStringLiteral("txtTrack"), tr("Name of the track"),
+    m_input = new TrackInput(
         m_context.session.fields().width(QStringLiteral("Tracks"), QStringLiteral("TrackName")));
-    m_length = FormHelpers::lineEdit(this, QStringLiteral("meb"), tr("Length, minutes and seconds"), 0);
-    m_length->setInputMask(QStringLiteral("99.99"));
-    m_length->setText(noLength);
-    constexpr int lengthWidth = 64;
-    m_length->setFixedWidth(lengthWidth);
     const auto button = [&](const QString& text, const char* name, const QString& tip,
                             void (RecTracksTab::*run)()) {
         auto* made = new QPushButton(text);
@@ -117,26 +109,24 @@ void RecTracksTab::buildInput(QBoxLayout* layout) {
         made->setToolTip(tip);
         made->setAutoDefault(false);
         connect(made, &QPushButton::clicked, this, run);
+        row->addWidget(made, 0, Qt::AlignTop);
         return made;
     };
+    row->addWidget(m_input, 1);
     m_add = button(tr("Add &track"), "cmdTrackAdd", tr("Add new tracks  (Enter)"), &RecTracksTab::addTrack);
-    m_set = button(tr("&Set"), "cmdTrackSet", tr("Set the current values  (Ctrl+Enter)"),
+    m_set = button(tr("&Set"), "cmdTrackSet",
+                   tr("Set the current values  (Enter; with Ctrl the track stays selected)"),
                    &RecTracksTab::setTrack);
-    row->addWidget(caption(tr("Na&me:"), m_name));
-    row->addWidget(m_name, 1);
-    row->addWidget(caption(tr("&Length:"), m_length));
-    row->addWidget(m_length);
-    row->addWidget(m_add);
-    row->addWidget(m_set);
     layout->addLayout(row);
-    for (QLineEdit* edit : {m_name, m_length}) {
-        edit->installEventFilter(this);
-        connect(edit, &QLineEdit::textChanged, this, &RecTracksTab::enable);
-        connect(edit, &QLineEdit::textChanged, this, &RecTab::changed);
-    }
+    connect(m_input, &TrackInput::edited, this, &RecTracksTab::enable);
+    connect(m_input, &TrackInput::edited, this, &RecTab::changed);
+    connect(m_input, &TrackInput::entered, this, &RecTracksTab::enter);
+    connect(m_input, &TrackInput::linesPasted, this, &RecTracksTab::paste);
 }
 
-QWidget* RecTracksTab::firstField() const { return m_name; }
+QWidget* RecTracksTab::firstField() const { return m_input->nameBox(); }
+
+bool RecTracksTab::isChanged() const { return isListChanged() || m_input->isTyped(); }
 
 QString RecTracksTab::discId() const { return m_discId->text().trimmed(); }
 
@@ -150,7 +140,7 @@ void RecTracksTab::read() {
 
 void RecTracksTab::fillDiscs() {
     const QSignalBlocker blocker(m_discs);
-    const int discs = qMax(1, m_context.editor.specs().units());
+    const int discs = m_context.editor.discs();
     m_disc = qBound(1, m_disc, discs);
     m_discs->clear();
     for (int disc = 1; disc <= discs; ++disc)
@@ -162,18 +152,18 @@ void RecTracksTab::fillDiscs() {
 // asked about: it may have been meant for the other disc, and stays.
 void RecTracksTab::changeDisc() {
     const int wanted = m_discs->currentIndex() + 1;
-    takeSelected();
-    if (isListChanged() &&
-        FormHelpers::settleUnsaved(m_context.session.messages(), QStringLiteral("Unload form"),
-                                   QStringLiteral("Do you want to save the changes?"),
-                                   [this] { return apply(); }) == FormHelpers::Unsaved::Kept) {
+    const bool isSettled = m_changing < 0 || settleInput();
+    if (!isSettled || (isListChanged() && FormHelpers::settleUnsaved(
+                                              m_context.session.messages(), QStringLiteral("Unload form"),
+                                              QStringLiteral("Do you want to save the changes?"),
+                                              [this] { return apply(); }) == FormHelpers::Unsaved::Kept)) {
         const QSignalBlocker blocker(m_discs);
         m_discs->setCurrentIndex(m_disc - 1);
         return;
     }
-    m_disc = wanted;
-    const QSignalBlocker blocker(m_discs); // saving has filled it again
-    m_discs->setCurrentIndex(wanted - 1);
+    m_disc = qMin(wanted, m_discs->count()); // saving has filled it again
+    const QSignalBlocker blocker(m_discs);
+    m_discs->setCurrentIndex(m_disc - 1);
     reading([this] { showDisc(); });
 }
 
@@ -181,13 +171,13 @@ void RecTracksTab::showDisc() {
     m_tracks = m_read = m_context.editor.tracks(m_disc);
     m_readId = m_context.editor.discId(m_disc).trimmed();
     m_discId->setText(m_readId);
-    if (m_copiedFrom >= 0 || !isTyped())
+    if (m_changing >= 0)
         clearInput();
     show({});
 }
 
 bool RecTracksTab::apply() {
-    if (isTyped() && !takeTyped())
+    if (!settleInput())
         return false;
     const auto tracks = m_tracks != m_read ? std::optional(m_tracks) : std::nullopt;
     const auto id = discId() != m_readId ? std::optional(discId()) : std::nullopt;
@@ -195,6 +185,7 @@ bool RecTracksTab::apply() {
         return false;
     const std::vector<int> selected = m_list->selectedRows();
     reading([&] {
+        fillDiscs(); // one above the units is gone with its last track
         m_tracks = m_read = m_context.editor.tracks(m_disc);
         m_readId = m_context.editor.discId(m_disc).trimmed();
         m_discId->setText(m_readId);
@@ -205,26 +196,28 @@ bool RecTracksTab::apply() {
 
 // ---- showing
 
+QTreeWidgetItem* RecTracksTab::newItem(int number) const {
+    const Track& track = m_tracks[size_t(number)];
+    auto* item = new QTreeWidgetItem({QString::number(number + 1), track.name, track.length});
+    item->setFlags(item->flags() & ~Qt::ItemIsDropEnabled);
+    item->setTextAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
+    item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+
 void RecTracksTab::show(const std::vector<int>& selected) {
     {
         const QSignalBlocker blocker(m_list);
         m_list->clear();
         QList<QTreeWidgetItem*> items;
-        int number = 0;
-        for (const Track& track : m_tracks) {
-            auto* item = new QTreeWidgetItem({QString::number(++number), track.name, track.length});
-            item->setFlags(item->flags() & ~Qt::ItemIsDropEnabled);
-            item->setTextAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
-            item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
-            items.push_back(item);
-        }
+        for (int number = 0; number < int(m_tracks.size()); ++number)
+            items.push_back(newItem(number));
         m_list->addTopLevelItems(items);
         m_list->fitColumns(1);
         if (!selected.empty())
             m_list->selectRows(selected);
     }
-    if (!selected.empty())
-        copySelected();
+    fillInput();
     showTotal();
     enable();
     emit changed();
@@ -236,28 +229,33 @@ void RecTracksTab::showTotal() {
                      (time.isEmpty() ? QString() : QStringLiteral("     ") + tr("Total time: %1").arg(time)));
 }
 
-void RecTracksTab::copySelected() {
-    takeSelected();
-    const std::vector<int> rows = m_list->selectedRows();
-    if (rows.size() == 1) {
-        m_copiedFrom = rows.front();
-        const Track& track = m_tracks[size_t(m_copiedFrom)];
-        m_name->setText(track.name);
-        m_length->setText(track.length.isEmpty() ? noLength : QString(track.length).replace(u':', u'.'));
-        m_copied = {track.name.trimmed(), m_length->text()};
+// Whoever chooses another track is done with the one in the input; a fault in it is mended first.
+void RecTracksTab::followSelection() {
+    if (!settleInput()) {
+        const QSignalBlocker blocker(m_list);
+        m_list->selectRows(m_changing >= 0 ? std::vector{m_changing} : std::vector<int>());
     }
+    fillInput();
     enable();
     emit changed();
 }
 
+// What was typed for a track to come, and is not in the list yet, stays.
+void RecTracksTab::fillInput() {
+    if (m_input->isTyped())
+        return;
+    const std::vector<int> rows = m_list->selectedRows();
+    m_changing = rows.size() == 1 ? rows.front() : -1;
+    if (m_changing >= 0)
+        m_input->show(m_tracks[size_t(m_changing)]);
+    else
+        m_input->clear();
+}
+
 void RecTracksTab::enable() {
     const std::vector<int> rows = m_list->selectedRows();
-    const bool fit =
-        !m_name->text().trimmed().isEmpty() && !m_length->text().isEmpty() && isLength(m_length->text());
-    if (isLength(m_length->text()))
-        FormHelpers::markRefused(m_length, false);
-    m_add->setEnabled(!m_name->text().trimmed().isEmpty());
-    m_set->setEnabled(fit && rows.size() == 1);
+    m_add->setEnabled(!m_input->nameBox()->text().trimmed().isEmpty());
+    m_set->setEnabled(m_input->isFit() && rows.size() == 1);
     m_remove->setEnabled(!rows.empty());
     m_up->setEnabled(!rows.empty() && rows.front() > 0);
     m_works->setEnabled(!rows.empty());
@@ -266,74 +264,66 @@ void RecTracksTab::enable() {
 
 // ---- what is typed, but not in the list yet
 
-bool RecTracksTab::isTyped() const {
-    return !m_name->text().trimmed().isEmpty() &&
-           Track{m_name->text().trimmed(), m_length->text()} != m_copied;
-}
-
 void RecTracksTab::clearInput() {
-    m_name->clear();
-    m_length->setText(noLength);
-    m_copied = {};
-    m_copiedFrom = -1;
+    m_input->clear();
+    m_changing = -1;
 }
 
-// Whoever saves means what is seen: a track that was changed, or one more.
+// What is seen is meant: a track that was changed, or one more.
 bool RecTracksTab::takeTyped() {
-    const std::optional<Track> track = typed();
+    const std::optional<Track> track = m_input->take();
     if (!track)
         return false;
-    if (m_copiedFrom < 0) {
+    if (m_changing < 0) {
         m_tracks.push_back(*track);
+        m_list->addTopLevelItem(newItem(int(m_tracks.size()) - 1));
         clearInput();
-        return true;
+    } else {
+        m_tracks[size_t(m_changing)] = *track;
+        m_input->show(*track);
+        QTreeWidgetItem* item = m_list->topLevelItem(m_changing);
+        item->setText(1, track->name);
+        item->setText(2, track->length);
     }
-    m_tracks[size_t(m_copiedFrom)] = *track;
-    m_copied = {track->name, m_length->text()};
-    QTreeWidgetItem* item = m_list->topLevelItem(m_copiedFrom);
-    item->setText(1, track->name);
-    item->setText(2, track->length);
+    showTotal();
     return true;
 }
 
-// A changed name is not lost when another track is chosen, nor with a command on the rows.
-void RecTracksTab::takeSelected() {
-    if (m_copiedFrom >= 0 && isTyped() && isLength(m_length->text()))
-        takeTyped();
-}
+bool RecTracksTab::settleInput() { return !m_input->isTyped() || takeTyped(); }
 
 // ---- changes
 
-std::optional<Track> RecTracksTab::typed() {
-    const QString name = m_name->text().trimmed();
-    QString length = m_length->text();
-    if (name.isEmpty())
-        return std::nullopt;
-    if (length.size() != noLength.size() || !isLength(length)) {
-        FormHelpers::markRefused(m_length, true);
-        m_length->setFocus();
-        m_length->selectAll();
-        return std::nullopt;
+void RecTracksTab::enter(bool stay) {
+    if (m_changing < 0) {
+        addTrack();
+        return;
     }
-    return Track{name, length.replace(u'.', u':')};
+    const int row = m_changing;
+    if (!settleInput())
+        return;
+    // The next name that is typed must not replace this one.
+    if (!stay)
+        clearInput();
+    show(stay ? std::vector{row} : std::vector<int>());
+    m_input->nameBox()->setFocus();
 }
 
 void RecTracksTab::addTrack() {
-    const std::optional<Track> track = typed();
-    if (!track)
+    const int changing = std::exchange(m_changing, -1); // the track that was shown stays as it is
+    if (!takeTyped()) {
+        m_changing = changing;
         return;
-    m_tracks.push_back(*track);
-    clearInput();
+    }
     show({});
     m_list->scrollToBottom();
-    m_name->setFocus();
+    m_input->nameBox()->setFocus();
 }
 
 void RecTracksTab::setTrack() {
     const std::vector<int> rows = m_list->selectedRows();
-    const std::optional<Track> track = rows.size() == 1 ? typed() : std::nullopt;
-    if (!track)
+    if (rows.size() != 1 || !m_input->isFit())
         return;
+    m_changing = rows.front();
     takeTyped();
     show(rows);
 }
@@ -342,16 +332,15 @@ void RecTracksTab::removeTracks() {
     const std::vector<int> rows = m_list->selectedRows();
     if (rows.empty())
         return;
-    clearInput();
+    if (m_changing >= 0)
+        clearInput();
     show(removeElements(m_tracks, rows));
 }
 
 void RecTracksTab::move(int target) {
     const std::vector<int> rows = m_list->selectedRows();
-    if (rows.empty() || target < 0 || target > int(m_tracks.size()))
+    if (rows.empty() || target < 0 || target > int(m_tracks.size()) || (m_changing >= 0 && !settleInput()))
         return;
-    takeSelected();
-    m_copiedFrom = -1;
     const int first = moveElements(m_tracks, rows, target);
     show(numbersFrom(first, rows.size()));
 }
@@ -365,7 +354,8 @@ void RecTracksTab::addText(const QString& text) {
                                                  tr("The clipboard holds no text with tracks, one a line."));
         return;
     }
-    takeSelected();
+    if (m_changing >= 0 && !settleInput())
+        return;
     const int first = int(m_tracks.size());
     m_tracks.insert(m_tracks.end(), found.begin(), found.end());
     show(numbersFrom(first, found.size()));
@@ -377,31 +367,12 @@ void RecTracksTab::addText(const QString& text) {
 }
 
 void RecTracksTab::makeWorks() {
-    takeSelected();
+    if (m_changing >= 0 && !settleInput())
+        return;
     QStringList names;
     for (const int row : m_list->selectedRows())
         names.push_back(m_tracks[size_t(row)].name);
     frmTrackToWorklist(m_context, m_context.editor, names, this).exec();
-}
-
-// Enter adds what is typed; several lines pasted into the name are tracks.
-bool RecTracksTab::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            if (key->modifiers() & Qt::ControlModifier)
-                m_set->click();
-            else
-                addTrack();
-            return true;
-        }
-        if (watched == m_name && key->matches(QKeySequence::Paste) &&
-            QApplication::clipboard()->text().trimmed().contains(u'\n')) {
-            paste();
-            return true;
-        }
-    }
-    return RecTab::eventFilter(watched, event);
 }
 
 } // namespace tessaranth

@@ -7,10 +7,12 @@ class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QTreeWidgetItem;
 
 namespace tessaranth {
 
 class OrderedTree;
+class TrackInput;
 
 /// The tracks of the recording, disc by disc.
 class RecTracksTab final : public RecTab {
@@ -19,7 +21,7 @@ class RecTracksTab final : public RecTab {
 public:
     explicit RecTracksTab(RecContext& context);
 
-    bool isChanged() const override { return isListChanged() || isTyped(); }
+    bool isChanged() const override;
     bool apply() override;
     QWidget* firstField() const override;
     /// Puts the tracks that a text holds behind those that are there.
@@ -27,7 +29,6 @@ public:
 
 protected:
     void read() override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildDisc(QBoxLayout* layout);
@@ -35,18 +36,19 @@ private:
     void buildInput(QBoxLayout* layout);
     QString discId() const;
     bool isListChanged() const { return m_tracks != m_read || discId() != m_readId; }
-    bool isTyped() const;
     bool takeTyped();
-    void takeSelected();
+    bool settleInput();
     void clearInput();
     void fillDiscs();
     void changeDisc();
     void showDisc();
     void show(const std::vector<int>& selected);
     void showTotal();
-    void copySelected();
+    QTreeWidgetItem* newItem(int number) const;
+    void followSelection();
+    void fillInput();
     void enable();
-    std::optional<Track> typed();
+    void enter(bool stay);
     void addTrack();
     void setTrack();
     void removeTracks();
@@ -58,14 +60,12 @@ private:
     std::vector<Track> m_tracks;
     std::vector<Track> m_read;
     QString m_readId;
-    Track m_copied;        ///< what the input was filled with; anything else in it was typed
-    int m_copiedFrom = -1; ///< the row of that track; -1 when the input was empty
+    int m_changing = -1; ///< the row of the track that the input shows; -1 for one to come
     QComboBox* m_discs = nullptr;
     QLineEdit* m_discId = nullptr;
     QLabel* m_total = nullptr;
     OrderedTree* m_list = nullptr;
-    QLineEdit* m_name = nullptr;
-    QLineEdit* m_length = nullptr;
+    TrackInput* m_input = nullptr;
     QPushButton* m_add = nullptr;
     QPushButton* m_set = nullptr;
     QPushButton* m_remove = nullptr;

@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,6 +24,7 @@ namespace tessaranth {
 namespace {
 
 enum Role { KeyRole = Qt::UserRole, WorkRole, ComposerRole };
+enum Column { WorkColumn, ExcerptColumn, PerformersColumn, ComposerColumn, NumberColumn };
 enum Category { BranchRole = Qt::UserRole, NodeRole };
 
 /// What this tab changes of a work. Its cast belongs to another one, and its title to the work itself.
@@ -31,18 +33,6 @@ bool isSamePlace(const PlacedWork& a, const PlacedWork& b) {
 }
 bool arePlacesSame(const std::vector<PlacedWork>& a, const std::vector<PlacedWork>& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSamePlace);
-}
-
-/// Brings the works of one composer together, the composers in the order of their first works.
-std::vector<PlacedWork> grouped(std::vector<PlacedWork> works) {
-    QHash<qint64, int> places;
-    for (const PlacedWork& work : works)
-        if (!places.contains(work.composer))
-            places.insert(work.composer, int(places.size()));
-    std::stable_sort(works.begin(), works.end(), [&](const PlacedWork& a, const PlacedWork& b) {
-        return places.value(a.composer) < places.value(b.composer);
-    });
-    return works;
 }
 
 void addHeading(QComboBox* combo, const QString& text) {
@@ -66,6 +56,7 @@ RecWorksTab::RecWorksTab(RecContext& context) : RecTab(context) {
     setObjectName(QStringLiteral("tabWorks"));
     auto* layout = new QVBoxLayout(this);
     buildChoice(layout);
+    buildOrder(layout);
     buildTree(layout);
     buildExcerpt(layout);
 }
@@ -90,11 +81,25 @@ void RecWorksTab::buildChoice(QBoxLayout* layout) {
             [this] { reading([this] { fillCategories(); }); });
 }
 
+void RecWorksTab::buildOrder(QBoxLayout* layout) {
+    m_order = new QCheckBox(tr("In the order of the d&isc"));
+    m_order->setObjectName(QStringLiteral("chkOrder"));
+    m_order->setToolTip(tr("Shows the works as they stand on the disc, where each of them can be moved "
+                           "anywhere, instead of beneath their composers"));
+    connect(m_order, &QCheckBox::clicked, this, [this] {
+        m_isOrderChosen = true;
+        show(selectedWorks());
+    });
+    layout->addWidget(m_order);
+}
+
 void RecWorksTab::buildTree(QBoxLayout* layout) {
     auto* row = new QHBoxLayout;
     m_tree = new OrderedTree(this, QStringLiteral("TV"), tr("Works on the recording"),
-                             {tr("Work"), tr("Excerpt"), tr("Performers")});
-    m_tree->setRootIsDecorated(true);
+                             {tr("Work"), tr("Excerpt"), tr("Performers"), tr("Composer"), tr("No.")});
+    m_tree->setTreePosition(WorkColumn);
+    m_tree->header()->moveSection(NumberColumn, 0);
+    m_tree->header()->moveSection(m_tree->header()->visualIndex(ComposerColumn), 2);
     row->addWidget(m_tree, 1);
     auto* buttons = new QVBoxLayout;
     const auto add = [&](const QString& text, const char* name, const QString& tip, const char* key,
@@ -143,7 +148,8 @@ void RecWorksTab::buildExcerpt(QBoxLayout* layout) {
 QWidget* RecWorksTab::firstField() const { return m_tree; }
 
 QString RecWorksTab::obstacle() const {
-    if (!m_context.editor.composers().empty() && !m_context.editor.performers().empty())
+    if (!m_context.editor.works().empty() ||
+        (!m_context.editor.composers().empty() && !m_context.editor.performers().empty()))
         return {};
     return QStringLiteral("In order to insert works, at least one composer and one performer are required.");
 }
@@ -152,10 +158,9 @@ QString RecWorksTab::obstacle() const {
 
 void RecWorksTab::read() {
     m_performers = m_context.editor.performers();
-    m_read = m_context.editor.works();
-    m_works = grouped(m_read);
-    // Works that do not stand together in the catalog are shown so, which is no change of the user's.
-    m_read = m_works;
+    m_works = m_read = m_context.editor.works();
+    if (!m_isOrderChosen)
+        m_order->setChecked(doesComposerReturn(m_works));
     fillComposers();
     std::vector<int> selected;
     for (size_t i = 0; i < m_works.size(); ++i)
@@ -219,12 +224,36 @@ QString RecWorksTab::performersOf(const PlacedWork& work) const {
     return names.join(QStringLiteral(" / "));
 }
 
-void RecWorksTab::addItem(QTreeWidgetItem* composer, int number) {
+bool RecWorksTab::isInOrder() const { return m_order->isChecked(); }
+
+void RecWorksTab::arrangeColumns() {
+    m_tree->setRootIsDecorated(!isInOrder());
+    for (const int column : {ComposerColumn, NumberColumn})
+        m_tree->setColumnHidden(column, !isInOrder());
+    m_tree->fitColumns(PerformersColumn);
+    constexpr int widest = 300;
+    for (const int column : {WorkColumn, ExcerptColumn, ComposerColumn})
+        m_tree->setColumnWidth(column, qMin(m_tree->columnWidth(column), widest));
+}
+
+void RecWorksTab::addComposer(const ComposerNode& composer) {
+    auto* node = new QTreeWidgetItem(m_tree, {composer.name});
+    node->setIcon(WorkColumn, m_context.icons.icon(QStringLiteral("c")));
+    node->setData(0, KeyRole, QStringLiteral("#C%1").arg(composer.composer));
+    node->setData(0, ComposerRole, composer.composer);
+    node->setFirstColumnSpanned(true);
+    for (const int work : composer.works)
+        addItem(node, work);
+}
+
+void RecWorksTab::addItem(QTreeWidgetItem* parent, int number) {
     const PlacedWork& work = m_works[size_t(number)];
-    auto* item = new QTreeWidgetItem(composer, {work.title, work.excerpt, performersOf(work)});
-    item->setIcon(0, m_context.icons.icon(QStringLiteral("Comp")));
-    item->setToolTip(0, work.title);
-    item->setToolTip(2, item->text(2));
+    auto* item = new QTreeWidgetItem(parent, {work.title, work.excerpt, performersOf(work), work.composerName,
+                                              QString::number(number + 1)});
+    item->setIcon(WorkColumn, m_context.icons.icon(QStringLiteral("Comp")));
+    for (const int column : {WorkColumn, PerformersColumn, ComposerColumn})
+        item->setToolTip(column, item->text(column));
+    item->setTextAlignment(NumberColumn, Qt::AlignRight | Qt::AlignVCenter);
     item->setData(0, KeyRole, work.id == 0 ? QString() : QStringLiteral("#W%1").arg(work.id));
     item->setData(0, WorkRole, number);
     item->setData(0, ComposerRole, work.composer);
@@ -235,27 +264,27 @@ void RecWorksTab::show(const std::vector<int>& selected) {
     {
         const QSignalBlocker blocker(m_tree);
         m_tree->clear();
-        QTreeWidgetItem* composer = nullptr;
-        for (size_t i = 0; i < m_works.size(); ++i) {
-            if (i == 0 || m_works[i].composer != m_works[i - 1].composer) {
-                const int index = m_composer->findData(m_works[i].composer);
-                composer = new QTreeWidgetItem(m_tree, {m_composer->itemText(index)});
-                composer->setIcon(0, m_context.icons.icon(QStringLiteral("c")));
-                composer->setData(0, KeyRole, QStringLiteral("#C%1").arg(m_works[i].composer));
-                composer->setData(0, ComposerRole, m_works[i].composer);
-                composer->setFirstColumnSpanned(true);
-            }
-            addItem(composer, int(i));
-        }
+        if (isInOrder())
+            for (int work = 0; work < int(m_works.size()); ++work)
+                addItem(m_tree->invisibleRootItem(), work);
+        else
+            for (const ComposerNode& composer : byComposer(m_works))
+                addComposer(composer);
         m_tree->expandAll();
-        m_tree->fitColumns(2);
-        constexpr int widest = 300;
-        for (const int column : {0, 1})
-            m_tree->setColumnWidth(column, qMin(m_tree->columnWidth(column), widest));
+        arrangeColumns();
         selectWorks(selected);
     }
     followSelection();
     emit changed();
+}
+
+// From top to bottom, as Previous and Next go.
+std::vector<int> RecWorksTab::shownOrder() const {
+    std::vector<int> order;
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        if (const QVariant number = (*it)->data(0, WorkRole); number.isValid())
+            order.push_back(number.toInt());
+    return order;
 }
 
 // ---- selection
@@ -314,19 +343,23 @@ void RecWorksTab::followSelection() {
 
 void RecWorksTab::enable() {
     const int work = currentWork();
+    const std::vector<int> order = shownOrder();
     const bool any = !m_tree->selectedItems().isEmpty();
     m_excerpt->setEnabled(work >= 0);
+    m_add->setEnabled(m_composer->currentIndex() >= 0);
     for (QPushButton* button : {m_remove, m_up, m_down})
         button->setEnabled(any);
-    m_previous->setEnabled(work > 0);
-    m_next->setEnabled(work + 1 < int(m_works.size()));
+    m_previous->setEnabled(work >= 0 && work != order.front());
+    m_next->setEnabled(!order.empty() && work != order.back());
 }
 
 void RecWorksTab::step(int places) {
-    const int target = currentWork() + places;
-    if (target < 0 || target >= int(m_works.size()))
-        return;
-    selectWorks({target});
+    const std::vector<int> order = shownOrder();
+    const auto current = std::find(order.begin(), order.end(), currentWork());
+    const auto target =
+        (current == order.end() ? -1 : current - order.begin()) + places; // from no work, to the first
+    if (target >= 0 && target < std::ssize(order))
+        selectWorks({order[size_t(target)]});
 }
 
 // ---- changes
@@ -351,7 +384,7 @@ void RecWorksTab::addWorks() {
     if (form.exec() != QDialog::Accepted)
         return;
     const std::vector<int> present = worksOf(composer);
-    int place = present.empty() ? int(m_works.size()) : present.back() + 1;
+    int place = present.empty() || isInOrder() ? int(m_works.size()) : present.back() + 1;
     std::vector<int> selected;
     QString acronym;
     std::vector<Work> chosen;
@@ -367,6 +400,7 @@ void RecWorksTab::addWorks() {
         const QString number = CWKS::numberText(acronym, work.number);
         PlacedWork placed;
         placed.composer = composer;
+        placed.composerName = m_composer->currentText();
         placed.work = work.id;
         placed.title = number.isEmpty() ? work.title : work.title + QStringLiteral(", ") + number;
         if (m_all->isChecked())
@@ -386,46 +420,28 @@ void RecWorksTab::removeWorks() {
     show(removeElements(m_works, works));
 }
 
-// Works move among those of their composer; a composer's all move among the composers.
-void RecWorksTab::moveBy(int step) {
-    const std::vector<int> works = selectedWorks();
-    if (works.empty())
-        return;
-    const qint64 composer = m_works[size_t(works.front())].composer;
-    const std::vector<int> group = worksOf(composer);
-    const int beside = step < 0 ? works.front() - 1 : works.back() + 1;
-    if (beside < 0 || beside >= int(m_works.size()))
-        return;
-    const qint64 neighbour = m_works[size_t(beside)].composer;
-    if (neighbour == composer) {
-        moveTo(works, step < 0 ? beside : beside + 1);
-    } else if (works == group) {
-        const std::vector<int> other = worksOf(neighbour);
-        moveTo(works, step < 0 ? other.front() : other.back() + 1);
-    }
+void RecWorksTab::showMoved(const std::vector<int>& moved) {
+    if (!moved.empty())
+        show(moved);
 }
 
-void RecWorksTab::moveTo(const std::vector<int>& works, int target) {
-    const qint64 composer = m_works[size_t(works.front())].composer;
-    for (const int work : works)
-        if (m_works[size_t(work)].composer != composer)
-            return;
-    const int first = moveElements(m_works, works, target);
-    show(numbersFrom(first, works.size()));
+void RecWorksTab::moveBy(int step) {
+    const std::vector<int> works = selectedWorks();
+    showMoved(isInOrder() ? stepOnDisc(m_works, works, step) : stepInTree(m_works, works, step));
 }
 
 void RecWorksTab::drop(QTreeWidgetItem* target, bool behind) {
     const std::vector<int> works = selectedWorks();
-    if (works.empty() || !target)
+    if (works.empty())
         return;
-    const qint64 composer = m_works[size_t(works.front())].composer;
-    const qint64 onto = target->data(0, ComposerRole).toLongLong();
-    const std::vector<int> group = worksOf(onto);
-    const QVariant number = target->data(0, WorkRole);
-    if (onto == composer)
-        moveTo(works, number.isValid() ? number.toInt() + behind : group.front());
-    else if (works == worksOf(composer))
-        moveTo(works, works.front() > group.front() ? group.front() : group.back() + 1);
+    const QVariant number = target ? target->data(0, WorkRole) : QVariant();
+    if (isInOrder())
+        showMoved(moveOnDisc(m_works, works, target ? number.toInt() + behind : int(m_works.size())));
+    else if (target && number.isValid() &&
+             m_works[size_t(works.front())].composer == m_works[size_t(number.toInt())].composer)
+        showMoved(moveInTree(m_works, works, number.toInt() + behind));
+    else if (target)
+        showMoved(dropOnComposer(m_works, works, target->data(0, ComposerRole).toLongLong()));
 }
 
 void RecWorksTab::setExcerpt(const QString& text) {
@@ -433,7 +449,7 @@ void RecWorksTab::setExcerpt(const QString& text) {
     if (work < 0)
         return;
     m_works[size_t(work)].excerpt = text;
-    m_tree->currentItem()->setText(1, text);
+    m_tree->currentItem()->setText(ExcerptColumn, text);
     emit changed();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "recordings/WorkOrder.h"
 #include "recordings/forms/RecTab.h"
 #include "store/ItemList.h"
 
@@ -14,7 +15,7 @@ namespace tessaranth {
 
 class OrderedTree;
 
-/// The works on the recording, in their order, beneath their composers.
+/// The works on the recording: beneath their composers, or in the order of the disc, where they move freely.
 class RecWorksTab final : public RecTab {
     Q_OBJECT
 
@@ -31,35 +32,42 @@ protected:
 
 private:
     void buildChoice(QBoxLayout* layout);
+    void buildOrder(QBoxLayout* layout);
     void buildTree(QBoxLayout* layout);
     void buildExcerpt(QBoxLayout* layout);
     void fillComposers();
     void fillCategories();
     bool readComposersWorks(ItemList& list) const;
     void show(const std::vector<int>& selected);
-    void addItem(QTreeWidgetItem* composer, int work);
+    bool isInOrder() const;
+    void arrangeColumns();
+    void addComposer(const ComposerNode& composer);
+    void addItem(QTreeWidgetItem* parent, int work);
+    std::vector<int> shownOrder() const;
     QString performersOf(const PlacedWork& work) const;
     void selectWorks(const std::vector<int>& works);
     int currentWork() const;
     std::vector<int> selectedWorks() const;
     std::vector<int> worksOf(qint64 composer) const;
+    void showMoved(const std::vector<int>& moved);
     void followSelection();
     void enable();
     void addWorks();
     void removeWorks();
     void moveBy(int step);
-    void moveTo(const std::vector<int>& works, int target);
     void drop(QTreeWidgetItem* target, bool behind);
     void step(int places);
     void setExcerpt(const QString& text);
 
-    std::vector<PlacedWork> m_works; ///< the works of one composer stand together
+    std::vector<PlacedWork> m_works; ///< in the order of the disc
     std::vector<PlacedWork> m_read;
     std::vector<RecordingArtist> m_performers;
     QComboBox* m_composer = nullptr;
     QComboBox* m_category = nullptr;
     OrderedTree* m_tree = nullptr;
     QLineEdit* m_excerpt = nullptr;
+    QCheckBox* m_order = nullptr;
+    bool m_isOrderChosen = false; ///< by the user; else the recording tells how it opens
     QCheckBox* m_all = nullptr;
     QPushButton* m_add = nullptr;
     QPushButton* m_remove = nullptr;

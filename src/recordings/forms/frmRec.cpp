@@ -131,6 +131,19 @@ RecTab* frmRec::current() const { return m_all[size_t(m_tabs->currentIndex())]; 
 
 // ---- tabs
 
+bool frmRec::isGone() { return m_editor.id() != 0 && !m_editor.exists(); }
+
+int frmRec::exec() {
+    bool isThere = false;
+    if (!guarded(m_context.session, [&] { isThere = !isGone(); }))
+        return Rejected;
+    if (isThere)
+        return QDialog::exec();
+    m_context.session.messages().warning(windowTitle().trimmed(),
+                                         tr("This recording has been deleted meanwhile."));
+    return Rejected;
+}
+
 // The tab bar has changed already; whoever leaves a tab with edits is asked while that tab is seen.
 void frmRec::changeTab(int index) {
     if (index == m_shown)
@@ -138,18 +151,18 @@ void frmRec::changeTab(int index) {
     {
         const QSignalBlocker blocker(m_tabs);
         m_tabs->setCurrentIndex(m_shown);
-        if (!leave()) {
-            current()->firstField()->setFocus();
-            return;
-        }
         bool isThere = false;
-        if (!guarded(m_context.session, [&] { isThere = m_editor.exists(); }))
+        if (!guarded(m_context.session, [&] { isThere = !isGone(); }))
             return;
-        if (!isThere) {
+        if (!isThere) { // before anybody drops what was typed
             m_context.session.messages().warning(windowTitle().trimmed(),
                                                  tr("This recording has been deleted meanwhile. This window "
                                                     "shows what was typed last; nothing of "
                                                     "it can be saved."));
+            return;
+        }
+        if (!leave()) {
+            current()->firstField()->setFocus();
             return;
         }
         m_tabs->setCurrentIndex(index);

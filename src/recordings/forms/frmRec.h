@@ -16,7 +16,8 @@ namespace tessaranth {
 class RecSpecsTab;
 
 /// The editor of a recording, new (id 0) or existing, one tab for each part of it. A tab is saved by itself;
-/// nobody leaves one with unsaved edits without being asked. Accepted when something was saved.
+/// nobody leaves one with unsaved edits without being asked. Accepted when something was saved. Does not open
+/// on a recording that is gone; one that goes meanwhile is told, and what was typed stays to be copied.
 class frmRec final : public QDialog {
     Q_OBJECT
 
@@ -26,9 +27,11 @@ public:
     ~frmRec() override;
 
     qint64 id() const { return m_editor.id(); } ///< 0 while the recording is not in the catalog
+    int exec() override;
     void reject() override;
 
 private:
+    bool isGone();
     void buildUi();
     void addTab(RecTab* tab, const QString& caption);
     void buildButtons(QVBoxLayout* layout);

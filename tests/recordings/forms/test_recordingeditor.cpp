@@ -8,11 +8,13 @@
 #include "widgets/OrderedTree.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeView>
@@ -27,6 +29,11 @@ private slots:
     void cleanup() { m_editor.reset(); }
     void keyboardAndMouseEnterTheSame();
     void refusesBadInput();
+    void lengthsAreStoredAsTyped();
+    void enterSetsTheTrackThatIsChanged();
+    void upperDiscsStayWithinReach();
+    void worksKeepTheOrderOfTheDisc();
+    void removesComposersWithTheirWorks();
     void asksBeforeEditsAreLost();
     void warnsOfDoubles();
     void tracksOfOneDisc();
@@ -88,6 +95,7 @@ private:
     void enterByKeyboard();
     void enterByMouse();
     QStringList rowsOf(qint64 recording) const;
+    void addRecordings(const std::vector<std::pair<const char*, int>>& recordings) const;
     void drag(OrderedTree* tree, int from, int to, bool behind) const;
 
     std::unique_ptr<ItemCatalog> m_home;
@@ -123,6 +131,11 @@ void TestRecordingEditor::edit(qint64 id) {
     s_window = m_editor.get();
     m_editor->show();
     QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
+}
+
+void TestRecordingEditor::addRecordings(const std::vector<std::pair<const char*, int>>& recordings) const {
+    for (const auto& [title, units] : recordings)
+        m_home->run(QString("INSERT INTO Rec (RecTitle, UnitsNbr) VALUES ('%1', %2)").arg(title).arg(units));
 }
 
 void TestRecordingEditor::chooseByKeyboard(const QStringList& names) {
@@ -245,7 +258,7 @@ void TestRecordingEditor::enterByMouse() {
     click("cmdCastRoles");
     click("cmdApply");
     go(4);
-    for (const auto& [name, length] : {std::pair("Ah! Finalmente!", "02.14"), {"Sommo giubilo", "00.00"}}) {
+    for (const auto& [name, length] : {std::pair("Ah! Finalmente!", "02.14"), {"Sommo giubilo", ""}}) {
         find<QLineEdit>("txtTrack")->setText(name);
         find<QLineEdit>("meb")->setText(length);
         click("cmdTrackAdd");
@@ -289,7 +302,7 @@ void TestRecordingEditor::keyboardAndMouseEnterTheSame() {
     const QStringList rows = rowsOf(first);
     QCOMPARE(rows.mid(1),
              QStringList({"1", "1|1", "3|2", "2|3", "1|1|1|Act 2", "1|2|2|", "1|1|2", "1|1|3", "1|2|0",
-                          "1|1|Ah! Finalmente!|02:14", "1|2|Sommo giubilo|00:00", "1|a10b0c0d"}));
+                          "1|1|Ah! Finalmente!|02:14", "1|2|Sommo giubilo|", "1|a10b0c0d"}));
     edit(0);
     enterByMouse();
     QCOMPARE(m_editor->result(), int(QDialog::Accepted));
@@ -326,23 +339,212 @@ void TestRecordingEditor::refusesBadInput() {
     auto* discs = find<QComboBox>("cboDisc");
     QCOMPARE(QStringList({discs->itemText(0), discs->itemText(1)}), QStringList({"DISC 1", "DISC 2"}));
     QCOMPARE(discs->count(), 2);
+}
+
+// Each length is typed key by key, behind a name, and Enter is pressed.
+void TestRecordingEditor::lengthsAreStoredAsTyped() {
+    addRecordings({{"Set", 1}});
+    edit(1);
+    key(Qt::Key_5, Qt::AltModifier);
     auto* length = find<QLineEdit>("meb");
-    QCOMPARE(length->text(), "00.00");
-    type("Vissi d'arte");
-    length->setText("4.30");
+    auto* hint = find<QLabel>("trackHint");
+    OrderedTree* tracks = list("LvTracks");
+    int stored = 0;
+    for (const auto& [typed, expected] :
+         {std::pair("04.30", "04:30"), {"04:30", "04:30"}, {"0430", "04:30"}, {"", ""}, {"9959", "99:59"}}) {
+        type("Track");
+        key(Qt::Key_Tab);
+        type(typed);
+        key(Qt::Key_Return);
+        QCOMPARE(tracks->topLevelItemCount(), ++stored);
+        QCOMPARE(tracks->topLevelItem(stored - 1)->text(2), expected);
+        QVERIFY(length->text().isEmpty() && hint->text().isEmpty());
+    }
+    type("Refused");
+    for (const char* typed : {"4.30", "4:30", "430", "04.75", "04530", "abc"}) {
+        length->setFocus();
+        length->selectAll();
+        type(typed);
+        for (const bool byEnter : {true, false}) {
+            byEnter ? key(Qt::Key_Return) : click("cmdApply");
+            QCOMPARE(tracks->topLevelItemCount(), stored);
+            QCOMPARE(length->text(), typed);
+            QVERIFY(length->styleSheet().contains("255, 255, 0") && hint->text().contains(typed));
+            QCOMPARE(m_home->count("Tracks"), 0);
+        }
+    }
+    clickRow("LvTracks", "1"); // nor does another track take the place of what was typed
+    QCOMPARE(length->text(), "abc");
+    QVERIFY(tracks->selectedItems().isEmpty());
+    length->setFocus();
+    length->selectAll();
+    type("01.00");
+    QVERIFY(hint->text().isEmpty() && length->styleSheet().isEmpty());
+    click("cmdApply");
+    QCOMPARE(m_home->text("SELECT TrackLen FROM Tracks WHERE TrackName = 'Refused'"), "01:00");
+}
+
+void TestRecordingEditor::enterSetsTheTrackThatIsChanged() {
+    addRecordings({{"Set", 2}});
+    for (const char* track : {"1, 1, 'A', '01:00'", "1, 2, 'B', '4:30'", "1, 3, 'C', ''", "2, 1, 'D', ''"})
+        m_home->run(QString("INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, %1)")
+                        .arg(track));
+    edit(1);
+    key(Qt::Key_5, Qt::AltModifier);
+    auto* name = find<QLineEdit>("txtTrack");
+    auto* length = find<QLineEdit>("meb");
+    OrderedTree* tracks = list("LvTracks");
+    clickRow("LvTracks", "2");
+    name->setFocus();
+    type("b");
     key(Qt::Key_Return);
-    QCOMPARE(list("LvTracks")->topLevelItemCount(), 0);
-    QVERIFY(length->styleSheet().contains("255, 255, 0"));
-    length->setText("04.30");
+    QCOMPARE(tracks->topLevelItemCount(), 3);
+    QVERIFY(name->text().isEmpty()); // the next name is of the next track
+    type("E");
     key(Qt::Key_Return);
-    QCOMPARE(list("LvTracks")->topLevelItem(0)->text(2), "04:30");
-    QCOMPARE(length->text(), "00.00");
     clickRow("LvTracks", "1");
-    QVERIFY(find("cmdTrackSet")->isEnabled());
-    length->setText("4.30");
-    QVERIFY(!find("cmdTrackSet")->isEnabled());
+    length->setFocus();
+    length->selectAll();
+    type("1.00");
+    clickRow("LvTracks", "3"); // not while a fault would be lost
+    QCOMPARE(tracks->selectedRows(), std::vector{0});
+    find<QComboBox>("cboDisc")->setCurrentIndex(1);
+    QCOMPARE(find<QComboBox>("cboDisc")->currentIndex(), 0);
+    QCOMPARE(length->text(), "1.00");
+    length->setFocus();
+    length->selectAll();
+    type("0101");
+    key(Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(tracks->selectedRows(), std::vector{0});
+    clickRow("LvTracks", "3");
+    QTest::mouseClick(tracks->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      tracks->visualItemRect(tracks->topLevelItem(2)).center());
+    name->setFocus();
+    type("F"); // for a track to come, which is not forgotten over another one
+    clickRow("LvTracks", "3");
+    name->setFocus();
+    key(Qt::Key_Backspace);
+    key(Qt::Key_S, Qt::ControlModifier); // no track without a name
+    QVERIFY(name->styleSheet().contains("255, 255, 0"));
+    type("c");
+    key(Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(
+        rowsOf(1).filter(QRegularExpression("^1\\|\\d\\|[A-F]", QRegularExpression::CaseInsensitiveOption)),
+        QStringList({"1|1|A|01:01", "1|2|Bb|4:30", "1|3|c|", "1|4|E|", "1|5|F|"}));
+}
+
+void TestRecordingEditor::upperDiscsStayWithinReach() {
+    addRecordings({{"Set", 2}});
+    m_home->run("INSERT INTO Tracks (RecID, Disc, TrackNbr, TrackName, TrackLen) VALUES (1, 2, 1, 'D', '')");
+    edit(1);
+    const auto lowerUnits = [&](Answer answer) {
+        m_home->messages.willAnswer(answer);
+        key(Qt::Key_F, Qt::AltModifier);
+        key(Qt::Key_A, Qt::ControlModifier);
+        type("1");
+        key(Qt::Key_A, Qt::AltModifier);
+    };
+    lowerUnits(Answer::Cancel);
+    QCOMPARE(find<QLineEdit>("txtUnits")->text(), "1"); // as typed, and not stored
+    QCOMPARE(m_home->number("SELECT UnitsNbr FROM Rec"), 2);
+    lowerUnits(Answer::No);
+    QCOMPARE(find<QLineEdit>("txtUnits")->text(), "2");
+    m_home->run("UPDATE Rec SET UnitsNbr = 1"); // as merging of old left it
+    key(Qt::Key_5, Qt::AltModifier);
+    auto* discs = find<QComboBox>("cboDisc");
+    QCOMPARE(discs->count(), 2);
+    discs->setCurrentIndex(1);
+    QCOMPARE(list("LvTracks")->topLevelItem(0)->text(1), "D");
+    type("E");
+    key(Qt::Key_Return);
+    key(Qt::Key_A, Qt::AltModifier);
+    QCOMPARE(m_home->number("SELECT COUNT(*) FROM Tracks WHERE Disc = 2"), 2);
+    key(Qt::Key_1, Qt::AltModifier);
+    m_home->run("UPDATE Rec SET UnitsNbr = 2");
+    key(Qt::Key_2, Qt::AltModifier);
+    key(Qt::Key_1, Qt::AltModifier);
+    lowerUnits(Answer::Yes);
+    QCOMPARE(m_home->count("Tracks"), 0);
+}
+
+// A recital: what is not touched keeps its place, whichever way the works are shown.
+void TestRecordingEditor::worksKeepTheOrderOfTheDisc() {
+    m_home->run("INSERT INTO Cps (CpsLname, CpsFname) VALUES ('Bach', 'J. S.')");
+    m_home->run("INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (2, 'Fugue', '')");
+    addRecordings({{"Recital", 1}, {"Opera", 1}});
+    for (const char* row : {"1, 1, 1, 1, 'Act 1'", "1, 2, 3, 2, ''", "1, 1, 2, 3, ''", "2, 1, 1, 1, ''"})
+        m_home->run(
+            QString("INSERT INTO CompOnRec (RecID, CpsID, CompID, Pos, ExtraitName) VALUES (%1)").arg(row));
+    const auto order = [this] {
+        QStringList works;
+        Query run =
+            m_home->session->connection().query("SELECT CompID FROM CompOnRec WHERE RecID = 1 ORDER BY Pos");
+        while (run.next())
+            works << run.text(0);
+        return works.join(' ');
+    };
+    edit(2);
+    key(Qt::Key_3, Qt::AltModifier);
+    QVERIFY(!find<QCheckBox>("chkOrder")->isChecked());
+    edit(1); // nobody performs, and neither composer is on the recording: its works are within reach all the
+             // same
+    key(Qt::Key_3, Qt::AltModifier);
+    auto* inOrder = find<QCheckBox>("chkOrder");
+    OrderedTree* works = list("TV");
+    QVERIFY(inOrder->isChecked() && inOrder->isVisible());
+    QCOMPARE(works->topLevelItemCount(), 3);
+    QCOMPARE(works->topLevelItem(1)->text(3), "Bach, J. S.");
+    for (const char* excerpt : {"Prelude", "Finale"}) {
+        clickRow("TV", "Fugue");
+        find<QLineEdit>("txtExcerpt")->setFocus();
+        find<QLineEdit>("txtExcerpt")->selectAll();
+        type(excerpt);
+        key(Qt::Key_A, Qt::AltModifier);
+        QCOMPARE(m_home->text("SELECT ExtraitName FROM CompOnRec WHERE CompID = 3"), excerpt);
+        QCOMPARE(order(), "1 3 2");
+        if (inOrder->isChecked())
+            key(Qt::Key_I, Qt::AltModifier); // now beneath the composers
+    }
+    QCOMPARE(works->topLevelItemCount(), 2);
+    QCOMPARE(works->topLevelItem(0)->text(0), "Puccini, Giacomo");
+    QCOMPARE(works->topLevelItem(0)->childCount(), 2);
+    QVERIFY(!find("cmdApply")->isEnabled());
+    key(Qt::Key_I, Qt::AltModifier);
+    clickRow("TV", "Turandot");
+    key(Qt::Key_Up, Qt::AltModifier);
+    key(Qt::Key_A, Qt::AltModifier);
+    QCOMPARE(order(), "1 2 3");
+}
+
+void TestRecordingEditor::removesComposersWithTheirWorks() {
+    addRecordings({{"Opera", 1}});
+    for (const char* row :
+         {"CpsOnRec (RecID, CpsID) VALUES (1, 1)", "PfrOnRec (RecID, PfrID, Pos) VALUES (1, 1, 1)",
+          "CompOnRec (RecID, CpsID, CompID, Pos) VALUES (1, 1, 1, 1)"})
+        m_home->run(QString("INSERT INTO ") + row);
+    edit(1);
+    key(Qt::Key_2, Qt::AltModifier);
+    clickRow("lvPfr", "Callas");
+    key(Qt::Key_Delete);
+    clickRow("lvCps", "Puccini");
+    key(Qt::Key_Delete);
+    m_home->messages.willAnswer(Answer::No);
+    key(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(m_home->messages.asked.back().text.contains("Tosca"));
+    QVERIFY(find("cmdApply")->isEnabled());
+    QCOMPARE(m_home->count("CpsOnRec") + m_home->count("PfrOnRec"), 2);
     click("cmdCancel");
-    QVERIFY(!find("cmdApply")->isEnabled() && list("LvTracks")->topLevelItemCount() == 0);
+    clickRow("lvPfr", "Callas");
+    key(Qt::Key_Delete);
+    key(Qt::Key_S, Qt::ControlModifier);
+    key(Qt::Key_3, Qt::AltModifier);
+    QVERIFY(list("TV")->isVisible()); // without a performer
+    key(Qt::Key_2, Qt::AltModifier);
+    clickRow("lvCps", "Puccini");
+    key(Qt::Key_Delete);
+    m_home->messages.willAnswer(Answer::Yes);
+    key(Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(m_home->count("CpsOnRec") + m_home->count("CompOnRec"), 0);
 }
 
 void TestRecordingEditor::asksBeforeEditsAreLost() {
@@ -451,11 +653,13 @@ void TestRecordingEditor::keepsTracksTypedButNotAdded() {
     QCOMPARE(list("LvTracks")->topLevelItem(0)->text(1), "A");
     QVERIFY(name->text().isEmpty() && !find("cmdApply")->isEnabled());
     type("C");
-    find<QLineEdit>("meb")->setText("9");
+    key(Qt::Key_Tab);
+    type("9");
     m_home->messages.willAnswer(Answer::Yes);
     m_editor->close(); // a length that is none cannot be saved
     QVERIFY(m_editor->isVisible());
-    find<QLineEdit>("meb")->setText("02.00");
+    find<QLineEdit>("meb")->clear();
+    type("02.00");
     m_home->messages.willAnswer(Answer::Yes);
     m_editor->close();
     QVERIFY(!m_editor->isVisible());
@@ -505,8 +709,15 @@ void TestRecordingEditor::survivesChangesElsewhere() {
     click("cmdApply");
     QVERIFY(m_home->messages.told.back().contains("deleted meanwhile"));
     QVERIFY(m_editor->isVisible());
-    QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Typed last");
+    key(Qt::Key_2, Qt::AltModifier);
+    QCOMPARE(find<QTabWidget>("tabs")->currentIndex(), 0);
+    QCOMPARE(find<QLineEdit>("txtTitle")->text(), "Typed last"); // to be copied
     QCOMPARE(m_home->count("Rec"), 0);
+    frmRec late(FormContext{*m_home->session, *m_icons}, id, &m_cards);
+    QTimer::singleShot(500, &late, &QDialog::reject); // when it opens all the same
+    const auto told = m_home->messages.told.size();
+    late.exec();
+    QCOMPARE(m_home->messages.told.size(), told + 1);
 }
 
 void TestRecordingEditor::mnemonicsAreUniqueAndControlsNamed() {

@@ -6,10 +6,11 @@
 #include "support/ItemCatalog.h"
 #include "widgets/IconStore.h"
 
+#include <QCheckBox>
 #include <QLabel>
-#include <QListWidget>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QTreeView>
+#include <QTreeWidget>
 
 using namespace tessaranth;
 
@@ -78,22 +79,57 @@ void TestRecordingLists::keptTracksBecomeWorks() {
     const IconStore icons(catalog.session->applicationFile("tsrthres.dll"));
     RecordingEditor editor(*catalog.session, catalog.number("SELECT RecID FROM CpsOnRec"));
     const qint64 before = catalog.count("Compositions");
-    frmTrackToWorklist form({*catalog.session, icons}, editor, {"One", "Two", "Three"});
-    form.show();
-    auto* titles = form.findChild<QListWidget*>("lvTitles");
-    auto* ok = form.findChild<QPushButton*>("cmdOk");
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdUncheckAll"), Qt::LeftButton);
-    QVERIFY(!ok->isEnabled());
-    titles->item(0)->setCheckState(Qt::Checked);
-    titles->item(2)->setCheckState(Qt::Checked);
-    titles->item(2)->setText("Finale");
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QCOMPARE(form.result(), int(QDialog::Accepted));
+    const QStringList names{"One", "Two", "Suite: I. Air", "Suite: II. Gigue"};
+    const QString composer = editor.composers().front().name;
+    const size_t placed = editor.works().size();
+    {
+        frmTrackToWorklist form({*catalog.session, icons}, editor, names);
+        form.show();
+        auto* titles = form.findChild<QTreeWidget*>("lvTitles");
+        auto* ok = form.findChild<QPushButton*>("cmdOk");
+        QCOMPARE(titles->topLevelItemCount(), 3); // the movements are of one work
+        QTest::mouseClick(form.findChild<QPushButton*>("cmdUncheckAll"), Qt::LeftButton);
+        QVERIFY(!ok->isEnabled());
+        titles->setFocus();
+        for (const int row : {1, 2}) {
+            titles->setCurrentItem(titles->topLevelItem(row));
+            QTest::keyClick(titles, Qt::Key_Space);
+        }
+        titles->setCurrentItem(titles->topLevelItem(1));
+        QTest::keyClick(titles, Qt::Key_F2);
+        auto* box = titles->findChild<QLineEdit*>();
+        QVERIFY(box);
+        QTest::keyClicks(box, "Finale");
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE(titles->topLevelItem(1)->text(0), "Finale");
+        QTest::keyClick(form.findChild<QCheckBox*>("chkMerge"), Qt::Key_Space);
+        QCOMPARE(titles->topLevelItemCount(), 4);
+        QCOMPARE(titles->topLevelItem(1)->text(0), "Finale"); // as typed
+        QTest::keyClick(form.findChild<QCheckBox*>("chkMerge"), Qt::Key_Space);
+        titles->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(form.result(), int(QDialog::Accepted));
+    }
     QCOMPARE(catalog.count("Compositions"), before + 2);
-    QCOMPARE(catalog.text("SELECT CompTitle FROM Compositions ORDER BY CompID DESC"), "Finale");
+    QCOMPARE(catalog.text("SELECT CompTitle FROM Compositions ORDER BY CompID DESC"), "Suite");
     QCOMPARE(catalog.messages.told,
-             QStringList{"2 works have been added to the " + editor.composers().front().name +
+             QStringList{"2 works have been added to the " + composer +
                          " worklist.\nNow you can easily add these works to the recording."});
+    // Another time, what the composer has by now is told and never doubled, but can be put on the recording.
+    frmTrackToWorklist again({*catalog.session, icons}, editor, names);
+    again.show();
+    auto* titles = again.findChild<QTreeWidget*>("lvTitles");
+    QVERIFY(titles->topLevelItem(2)->text(1).contains("already"));
+    QCOMPARE(titles->topLevelItem(2)->checkState(0), Qt::Unchecked);
+    QTest::mouseClick(again.findChild<QPushButton*>("cmdCheckAll"), Qt::LeftButton);
+    auto* place = again.findChild<QCheckBox*>("chkPlace");
+    QTest::keyClick(place, Qt::Key_Space);
+    QVERIFY(place->isChecked());
+    QTest::mouseClick(again.findChild<QPushButton*>("cmdOk"), Qt::LeftButton);
+    QCOMPARE(catalog.count("Compositions"), before + 4);
+    QCOMPARE(editor.works().size(), placed + 3);
+    QCOMPARE(editor.works().back().title, "Suite");
+    QVERIFY(catalog.messages.told.back().startsWith("2 works"));
 }
 
 QTEST_MAIN(TestRecordingLists)

@@ -12,9 +12,11 @@
 
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <cstdio>
 
 using namespace tessaranth;
@@ -72,6 +74,13 @@ int main(int argc, char** argv) {
             addLabel(context);
         else
             window.resize(window.width() + 40, window.height() + 20);
+        // Leaving asks.
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, [] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                box->button(QMessageBox::Yes)->click();
+        });
+        answer.start(5);
         window.close();
         QApplication::processEvents();
         NoProgress quiet;

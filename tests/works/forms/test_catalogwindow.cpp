@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "widgets/ItemListModel.h"
 #include "works/CatalogFile.h"
@@ -61,18 +62,18 @@ void TestCatalogWindow::init() {
     m_home->useTemplate();
     QVERIFY(m_home->start().started);
     Connection& connection = m_home->session->connection();
-    connection.execute(QStringLiteral("INSERT INTO Cps (CpsLname, CpsFname) VALUES ('Bach', 'J. S.')"));
+    write(connection, QStringLiteral("INSERT INTO Cps (CpsLname, CpsFname) VALUES ('Bach', 'J. S.')"));
     m_composer = connection.lastKey();
     ComposerCatalog catalog(*m_home->session, m_composer);
     m_suites = catalog.addNamed(CatalogBranch::Genres, QStringLiteral("Suites"));
     m_book = catalog.addNamed(CatalogBranch::MainWorks, QStringLiteral("Book"));
     m_ids.clear();
     for (const char* opus : {"Op. 10", "Op. 2", "Op. 1"}) {
-        connection.execute(
-            QStringLiteral(
-                "INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, 'Work %2', '%2')")
-                .arg(m_composer)
-                .arg(QLatin1String(opus)));
+        write(connection,
+              QStringLiteral(
+                  "INSERT INTO Compositions (CpsID, CompTitle, CompNbr) VALUES (%1, 'Work %2', '%2')")
+                  .arg(m_composer)
+                  .arg(QLatin1String(opus)));
         m_ids.push_back(connection.lastKey());
     }
     m_window = std::make_unique<frmCatalog>(FormContext{*m_home->session, m_icons}, m_composer, nullptr);
@@ -245,7 +246,7 @@ void TestCatalogWindow::exchangesFiles() {
     messages.willChoose({path});
     action("mnuCatalogImport")->trigger();
     QCOMPARE(titles().size(), 3); // they are there already
-    m_home->session->connection().execute("UPDATE Compositions SET CompNbr = '99'");
+    write(m_home->session->connection(), "UPDATE Compositions SET CompNbr = '99'");
     messages.willChoose({path});
     action("mnuCatalogImport")->trigger();
     QCOMPARE(titles().size(), 6);

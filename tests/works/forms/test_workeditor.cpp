@@ -2,6 +2,7 @@
 // The windows of works and of key names, worked with the keyboard and the mouse only.
 #include "items/ItemKind.h"
 #include "support/TestHome.h"
+#include "support/Writing.h"
 #include "widgets/IconStore.h"
 #include "window/MainWindow.h"
 #include "window/Toolbox.h"
@@ -79,8 +80,8 @@ void TestWorkEditor::init() {
     m_home = std::make_unique<TestHome>();
     m_home->useTemplate();
     QVERIFY(m_home->start().started);
-    m_home->session->connection().execute("INSERT INTO Cps (CpsLname, CpsFname, CpsB, CpsD, CatAcr) "
-                                          "VALUES ('Monteverdi', 'Claudio', '1567', '1643', 'SV')");
+    write(m_home->session->connection(), "INSERT INTO Cps (CpsLname, CpsFname, CpsB, CpsD, CatAcr) "
+                                         "VALUES ('Monteverdi', 'Claudio', '1567', '1643', 'SV')");
     m_composer = m_home->session->connection().lastKey();
     m_icons = std::make_unique<IconStore>(m_home->file("tsrthres.dll"));
     edit(0);
@@ -294,7 +295,7 @@ void TestWorkEditor::workGoneMeanwhileStaysTyped() {
     key(Qt::Key_S, Qt::AltModifier);
     edit(m_editor->workId());
     type("Ulisse");
-    m_home->session->connection().execute("DELETE * FROM Compositions");
+    write(m_home->session->connection(), "DELETE * FROM Compositions");
     key(Qt::Key_S, Qt::AltModifier);
     QCOMPARE(m_home->messages.told.back(), "This work has been deleted meanwhile.");
     QVERIFY(m_editor->isVisible());
@@ -307,7 +308,7 @@ void TestWorkEditor::workGoneMeanwhileStaysTyped() {
 // catalog that no list would show.
 void TestWorkEditor::editorOfWhatIsGoneStoresNothing() {
     type("Poppea");
-    m_home->session->connection().execute("DELETE FROM Cps");
+    write(m_home->session->connection(), "DELETE FROM Cps");
     key(Qt::Key_S, Qt::AltModifier);
     QCOMPARE(m_home->messages.told.back(), "This card has been deleted meanwhile.");
     key(Qt::Key_P, Qt::AltModifier); // a character would need the work's row
