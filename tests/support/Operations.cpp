@@ -132,7 +132,6 @@ void Operations::mergeItems() {
     const qint64 to = anyOf(kind);
     if (from == to)
         return;
-    m_home.messages.willAnswer(Answer::Ok);
     CMIT(session()).Migra(kind, from, to);
 }
 
@@ -239,7 +238,6 @@ void Operations::deleteWork() {
     const std::vector<qint64> ids = some(QStringLiteral("SELECT CompID FROM Compositions"), 3);
     if (ids.empty())
         return;
-    m_home.messages.willAnswer(Answer::Yes);
     if (ids.size() == 1)
         CWKS(session()).EliminaWork(ids.front());
     else
@@ -282,7 +280,6 @@ void Operations::removeGroup() {
     const qint64 node = catalog.nodes(CatalogBranch::Genres).back().id;
     if (node == 0)
         return;
-    m_home.messages.willAnswer(Answer::Yes);
     catalog.remove(CatalogBranch::Genres, {node});
 }
 
@@ -335,7 +332,6 @@ void Operations::removeCategory() {
     const int kind = 1 + below(4);
     const QString code = itemKind(kind)->code;
     const bool whole = below(2);
-    m_home.messages.willAnswer(Answer::Ok);
     Classification(session(), kind)
         .remove(whole ? Classification::Category : Classification::SubCategory,
                 any((whole ? QStringLiteral("SELECT %1ClassID FROM %1Class")
@@ -409,7 +405,6 @@ void Operations::removeMedia() {
     if (ids.empty())
         return;
     NoProgress progress;
-    m_home.messages.willAnswer(Answer::Ok);
     CardMedia(session(), {QStringLiteral("Rec"), 1}).Remove_Media(ids, progress);
 }
 
@@ -424,7 +419,6 @@ void Operations::removeLink() {
     const std::vector<qint64> ids = some(QStringLiteral("SELECT WebID FROM Web"), 2);
     if (ids.empty())
         return;
-    m_home.messages.willAnswer(Answer::Ok);
     CardLinks(session(), {QStringLiteral("Cps"), 1}).Remove_Web(ids);
 }
 

@@ -12,7 +12,9 @@ namespace tessaranth {
 /// operations, on whatever is there, of every kind in turn.
 class Operations {
 public:
-    Operations(TestHome& home, quint32 seed) : m_home(home), m_random(seed) {}
+    Operations(TestHome& home, quint32 seed) : m_home(home), m_random(seed) {
+        home.messages.willAlwaysAgree();
+    }
 
     /// One operation, which may be refused or find nothing to do; its name.
     QString next();

@@ -32,6 +32,8 @@ void ScriptedMessages::tell(MessageIcon icon, const QString&, const QString& tex
 
 Answer ScriptedMessages::ask(const Question& question) {
     asked.push_back(question);
+    if (m_agrees && m_answers.empty())
+        return question.buttons.front();
     return take(m_answers, question.text, Answer::Cancel);
 }
 

@@ -14,6 +14,8 @@ public:
     ~ScriptedMessages() override;
 
     void willAnswer(Answer answer) { m_answers.push_back(answer); }
+    /// From here on to every question for which the script has no answer: to whatever it offers first.
+    void willAlwaysAgree() { m_agrees = true; }
     void willType(const QString& name) { m_names.push_back(name); }
     void willChoose(const QStringList& files) { m_files.push_back(files); }
 
@@ -30,6 +32,7 @@ public:
     std::vector<FileRequest> fileRequests;
 
 private:
+    bool m_agrees = false;
     std::deque<Answer> m_answers;
     std::deque<QString> m_names;
     std::deque<QStringList> m_files;
