@@ -5,6 +5,7 @@
 #include "platform/TsvFile.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
+#include "support/Writing.h"
 
 #include <QFile>
 #include <QRegularExpression>
