@@ -113,16 +113,19 @@ private:
             if (m_step.remedy == Remedy::SetToNone) {
                 m_rows.update(row, {{column, 0}});
             } else {
-                const AttachmentFiles files(m_session);
-                const Value& id = m_rows.value(row, QStringLiteral("CardID"));
-                if (m_step.remedy == Remedy::DeleteRowsAndDocuments &&
-                    files.path(Session::Folder::Documents, id))
-                    files.remove(Session::Folder::Documents, id.toInteger());
+                if (m_step.remedy == Remedy::DeleteRowsAndDocuments)
+                    removeDocument(m_rows.value(row, QStringLiteral("CardID")));
                 m_rows.remove(row);
             }
             m_progress.step(total - row, total);
         }
         return total;
+    }
+
+    void removeDocument(const Value& id) {
+        const AttachmentFiles files(m_session);
+        if (files.path(Session::Folder::Documents, id))
+            files.remove(Session::Folder::Documents, id.toInteger());
     }
 
     // A number in a catalog may be Null or a text, so rows are deleted by what SQLite itself knows them by,

@@ -449,8 +449,13 @@ void Connection::touch(const CardRef& thing) { m_impl->log.note(thing, CatalogCh
 // then the history ends at the next opening.
 void Connection::storeToken(qint64 token) {
     const RowImage::Cell cell{0, 'i', token, 0, {}};
-    if (!columns(QStringLiteral("TsrHistory")).empty())
-        boundQuery("INSERT OR REPLACE INTO TsrHistory (HistoryID, Token) VALUES (1, ?)", {&cell}).next();
+    if (columns(QStringLiteral("TsrHistory")).empty())
+        return;
+    sqlite3* handle = m_impl->database.getHandle();
+    const sqlite3_int64 last =
+        sqlite3_last_insert_rowid(handle); // of the operation, for whoever asks after it
+    boundQuery("INSERT OR REPLACE INTO TsrHistory (HistoryID, Token) VALUES (1, ?)", {&cell}).next();
+    sqlite3_set_last_insert_rowid(handle, last);
 }
 
 Transaction::Transaction(Connection& connection, const QString& words)

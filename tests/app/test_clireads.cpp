@@ -72,7 +72,7 @@ void TestCliReads::everyCommand_data() {
          {"list Cps", "list Pfr", "list Rec", "list UserDef", "lookup Genre list", "lookup Label list",
           "lookup Source list", "lookup Support list", "person show Cps 1", "person show Pfr 1",
           "recording show 1", "recording tracks 1", "recording check", "work list 1", "attach list Rec 1",
-          "attach list Cps 1", "class tree Rec", "class tree Cps", "files check"})
+          "attach list Cps 1", "class tree Rec", "class tree Cps"})
         QTest::newRow(words) << words;
 }
 
@@ -81,7 +81,7 @@ void TestCliReads::everyCommand() {
     TestHome home;
     home.useSample();
     const Outcome whole = run(home, words, nullptr);
-    QVERIFY2(words == "files check" || whole.code == 0, qPrintable(whole.err));
+    QVERIFY2(whole.code == 0, qPrintable(whole.err));
     int failures = 0;
     for (const CatalogTable& table : catalogTables()) {
         const Outcome outcome = run(home, words, &table);

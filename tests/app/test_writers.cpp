@@ -33,10 +33,11 @@ const Writer writers[] = {
     {"copy", {"maintain", "copy"}, "out/Tessaranth.tsb", true},
     {"sample", {"sample", "%/out/sample.tsb"}, "out/sample.tsb", false}};
 
-/// Files by path, without the catalog and its log, which change when it is opened.
+/// Files by path, without the catalog, its log and its history, which change when it is opened.
 QMap<QString, QByteArray> besideCatalog(const QString& folder) {
     auto files = filesOf(folder);
-    for (const char* name : {"Tessaranth.tsb", "Tessaranth.tsb-wal", "Tessaranth.tsb-shm", "filler"})
+    for (const char* name : {"Tessaranth.tsb", "Tessaranth.tsb-wal", "Tessaranth.tsb-shm", "Tessaranth.tsh",
+                             "Tessaranth.tsh-wal", "Tessaranth.tsh-shm", "filler"})
         files.remove(QString::fromLatin1(name));
     return files;
 }

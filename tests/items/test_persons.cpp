@@ -20,7 +20,7 @@ const struct {
                {"emoji", QString::fromUtf8("\U0001F3BB Trio"), QString::fromUtf8("\U0001F3BB Trio")},
                {"blanks around it", "  Bach\t", "Bach"},
                {"line break", "two\nlines", "two lines"},
-               {"line separator", QString::fromUtf8("two\u2028lines"), "two lines"},
+               {"line separator", QString::fromUtf8("three\u2028lines"), "three lines"},
                {"NUL", QString("a") + QChar(0) + "b", "a b"}};
 
 } // namespace

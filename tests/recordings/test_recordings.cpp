@@ -192,7 +192,7 @@ void TestRecordings::refusesWhatIsNoRecording() {
 
 void TestRecordings::readsUnitsAndLengths() {
     m_catalog->run("UPDATE Rec SET UnitsNbr = 2000000");
-    QCOMPARE(editor(m_rec).specs().units, 999);
+    QCOMPARE(editor(m_rec).specs().units(), 999);
     QCOMPARE(RecordingEditor::units(" 2 "), std::optional<int>(2));
     QCOMPARE(RecordingEditor::units("999"), std::optional<int>(999));
     for (const char* text : {"", "0", "abc", "1.5", "1000", "-1", "+1", "99999999999999999999", "1 2"})
@@ -517,7 +517,7 @@ void TestRecordings::doublesAreTold() {
     QVERIFY(editor(0).doubles(fresh).empty());
     fresh.set("Barcode", " 4006381333931 ");
     QCOMPARE(editor(0).doubles(fresh).size(), size_t(1));
-    fresh.barcode.clear();
+    fresh.set("Barcode", QString());
     fresh.set("ProdNbr", "sxl 1%");
     QVERIFY(editor(0).doubles(fresh).empty());
     fresh.set("LabelID", 2);

@@ -166,7 +166,7 @@ const std::vector<Row>& rows() {
          [](ItemCatalog& home) {
              RecordingEditor editor(*home.session, 1);
              RecordingSpecs specs = editor.specs();
-             specs.title = "Goldberg 1981";
+             specs.set("RecTitle", "Goldberg 1981");
              QVERIFY(editor.applySpecs(specs));
          },
          "~Recording 1"},

@@ -3,6 +3,7 @@
 
 #include "store/Connection.h"
 #include "store/Fields.h"
+#include "support/Writing.h"
 
 namespace tessaranth {
 
@@ -21,9 +22,9 @@ public:
 private:
     void rename(const QString& before, const QString& after) {
         for (const CatalogField& field : m_table.fields)
-            m_connection.runNative(QStringLiteral("ALTER TABLE %1 RENAME COLUMN %2 TO %3")
-                                       .arg(m_table.name(), before + field.name(), after + field.name())
-                                       .toUtf8());
+            writeNative(m_connection, QStringLiteral("ALTER TABLE %1 RENAME COLUMN %2 TO %3")
+                                          .arg(m_table.name(), before + field.name(), after + field.name())
+                                          .toUtf8());
     }
 
     Connection& m_connection;

@@ -82,7 +82,7 @@ const std::vector<std::pair<const char*, Opener>>& windows() {
         {"work editor",
          [](const auto& context, OpenCards&) { return std::make_unique<frmWorkEditor>(context, 1, 1); }},
         {"composer's catalog",
-         [](const auto& context, OpenCards&) { return std::make_unique<frmCatalog>(context, 1); }},
+         [](const auto& context, OpenCards&) { return std::make_unique<frmCatalog>(context, 1, nullptr); }},
         {"person editor",
          [](const auto& context, OpenCards&) {
              return std::make_unique<frmPers>(context, ItemKind::Composer, 1);

@@ -58,7 +58,8 @@ void TestWorks::init() {
     m_home->useTemplate();
     QVERIFY(m_home->start().started);
     Connection& connection = m_home->session->connection();
-    write(connection, "INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
+    tessaranth::write(connection,
+                      "INSERT INTO Cps (CpsLname, CpsFname, CatAcr) VALUES ('Bach', 'J. S.', 'BWV')");
     m_composer = connection.lastKey();
     m_works = std::make_unique<CWKS>(*m_home->session);
 }
@@ -99,8 +100,8 @@ void TestWorks::listsSayWhatTheWorkIs() {
     work.year = "1740-46";
     work.description = "  Two lines:\nsecond ";
     QVERIFY(m_works->ModificaWork(work));
-    write(m_home->session->connection(),
-          QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
+    tessaranth::write(m_home->session->connection(),
+                      QString("UPDATE Compositions SET InCollection = True WHERE CompID = %1").arg(second));
 
     ItemList shorter, complete;
     QVERIFY(m_works->ElencoInLvS(m_composer, shorter));
@@ -170,12 +171,12 @@ void TestWorks::numbersFollowTheAcronym() {
 // A work without composer would be in no list.
 void TestWorks::goneIsRefused() {
     Work work = m_works->work(add("Kept", "1"));
-    write(m_home->session->connection(), "DELETE FROM Cps");
+    tessaranth::write(m_home->session->connection(), "DELETE FROM Cps");
     QCOMPARE(add("Of nobody"), 0);
     QCOMPARE(WorkGroups(*m_home->session, m_composer).addNamed(WorkGroups::Genres, "Of nobody"), 0);
     QCOMPARE(ComposerCatalog(*m_home->session, m_composer).addNamed(CatalogBranch::MainWorks, "Of nobody"),
              0);
-    write(m_home->session->connection(), "DELETE FROM Compositions");
+    tessaranth::write(m_home->session->connection(), "DELETE FROM Compositions");
     QVERIFY(!m_works->ModificaWork(work));
     QCOMPARE(m_home->messages.told, QStringList(3, "This card has been deleted meanwhile.")
                                         << "This work has been deleted meanwhile.");
@@ -269,7 +270,7 @@ void TestWorks::groupsAreAddedOnce() {
     m_home->messages.willType("");
     QCOMPARE(groups.add(WorkGroups::Genres), 0);
     // Another composer may have one of the same name.
-    write(m_home->session->connection(), "INSERT INTO Cps (CpsLname) VALUES ('Other')");
+    tessaranth::write(m_home->session->connection(), "INSERT INTO Cps (CpsLname) VALUES ('Other')");
     QVERIFY(WorkGroups(*m_home->session, m_composer + 1).addNamed(WorkGroups::MainWorks, "Mass in B minor"));
     QCOMPARE(groups.groups(WorkGroups::MainWorks).size(), 1u);
 }
@@ -285,8 +286,9 @@ void TestWorks::charactersAreTypedAndRenamed() {
     QVERIFY(m_works->renameCharacter(judas, "judas")); // its own name in another case
     QCOMPARE(characters(work), QStringList({"judas", "Peter's"}));
     QVERIFY(m_home->session->connection().exists("SELECT * FROM Compositions WHERE Pers = True"));
-    write(m_home->session->connection(),
-          QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
+    tessaranth::write(
+        m_home->session->connection(),
+        QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID, PersonageID) VALUES (1, 1, %1)").arg(judas));
     QVERIFY(m_works->deleteCharacters({peter, judas}));
     QCOMPARE(count("Personages"), 0);
     QCOMPARE(count("CompOnRecPfr WHERE PersonageID = 0"), 1); // the singer stays, without a role
@@ -322,9 +324,10 @@ void TestWorks::deletingOneTakesItsCharacters() {
     QVERIFY(WorkDescription(*m_home->session, other).write(RichText::fromText("Stays")));
     Connection& connection = m_home->session->connection();
     for (const qint64 id : {work, other}) {
-        write(connection, QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
-        write(connection, QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
-                              .arg(connection.lastKey()));
+        tessaranth::write(connection,
+                          QString("INSERT INTO CompOnRec (CompID, RecID) VALUES (%1, 1)").arg(id));
+        tessaranth::write(connection, QString("INSERT INTO CompOnRecPfr (CompOnRecID, PfrID) VALUES (%1, 1)")
+                                          .arg(connection.lastKey()));
     }
     QCOMPARE(QDir(documents()).entryList(QDir::Files).size(), 2);
 
@@ -363,9 +366,9 @@ void TestWorks::deletingSeveralLeavesTheirCharacters() {
 void TestWorks::descriptionIsADocument() {
     const qint64 work = add("Winterreise");
     Connection& connection = m_home->session->connection();
-    write(connection, QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
-                              "VALUES ('Comp', %1, 'Notes', 4)")
-                          .arg(work));
+    tessaranth::write(connection, QString("INSERT INTO Cards (RelatedCat, RelatedID, CardTitle, OrderNbr) "
+                                          "VALUES ('Comp', %1, 'Notes', 4)")
+                                      .arg(work));
     WorkDescription description(*m_home->session, work);
     QVERIFY(description.document() == 0 && !description.read());
     const QByteArray text = RichText::fromText("Fremd bin ich \\eingezogen {1}\n\tüber 春 🎻\n\nEnde");
