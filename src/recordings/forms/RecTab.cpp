@@ -5,6 +5,7 @@
 #include "widgets/FormHelpers.h"
 
 #include <QPushButton>
+#include <QSignalBlocker>
 
 namespace tessaranth {
 
@@ -14,7 +15,10 @@ void RecTab::load() {
 
 bool RecTab::reading(const std::function<void()>& job) {
     m_isRead = false; // stays so when this is a part of an operation that the failure ends
-    m_isRead = guarded(m_context.session, job);
+    {
+        const QSignalBlocker blocker(this); // half read is not unreadable
+        m_isRead = guarded(m_context.session, job);
+    }
     emit changed();
     return m_isRead;
 }
