@@ -54,8 +54,8 @@ QStringList contentsOf(const QString& catalog) {
     SQLite::Database database(catalog.toStdString(), SQLite::OPEN_READONLY);
     QStringList all;
     for (const OwnTable& table : ownTables()) {
-        if (!database.tableExists(table.name.toStdString()))
-            continue;
+        if (table.name == "TsrHistory" || !database.tableExists(table.name.toStdString()))
+            continue; // the mark of the history is another one in each catalog
         SQLite::Statement run(database, "SELECT * FROM " + table.name.toStdString() + " ORDER BY rowid");
         while (run.executeStep()) {
             QString row = QString::fromUtf8(table.name);

@@ -37,7 +37,7 @@ const Writer writers[] = {
 QMap<QString, QByteArray> besideCatalog(const QString& folder) {
     auto files = filesOf(folder);
     for (const char* name : {"Tessaranth.tsb", "Tessaranth.tsb-wal", "Tessaranth.tsb-shm", "Tessaranth.tsh",
-                             "Tessaranth.tsh-wal", "Tessaranth.tsh-shm", "filler"})
+                             "Tessaranth.tsh-wal", "Tessaranth.tsh-shm", "Tessaranth.tsh-journal", "filler"})
         files.remove(QString::fromLatin1(name));
     return files;
 }

@@ -130,6 +130,16 @@ void addLookupKinds() {
 
 } // namespace
 
+namespace {
+
+/// Cards by key but those of a composer's works, which go and come with him.
+QStringList withoutWorks(QStringList cards) {
+    cards.removeIf([](const QString& key) { return key.startsWith("#Comp"); });
+    return cards;
+}
+
+} // namespace
+
 class TestDeletions : public QObject {
     Q_OBJECT
 
@@ -255,7 +265,7 @@ void TestDeletions::cardGoesWithWhatHangsOffIt() {
     for (auto table = others.cbegin(); table != others.cend(); ++table)
         QCOMPARE(sample.count(table.key()), table.value());
     QCOMPARE(sample.orphans(), before);
-    QCOMPARE(cards.closed, QStringList("#" + what.code + "1"));
+    QCOMPARE(withoutWorks(cards.closed), QStringList("#" + what.code + "1"));
 }
 
 void TestDeletions::composersWorksGoWithTheirDocuments() {
@@ -475,7 +485,7 @@ void TestDeletions::cardMovesWhole() {
         QVERIFY2(QFile::exists(file), qPrintable(file));
     QCOMPARE(sample.orphans(), before);
     QCOMPARE(cards.closed.first(), "#" + what.code + "2");
-    QCOMPARE(cards.reloaded, QStringList("#" + what.code + "1"));
+    QCOMPARE(withoutWorks(cards.reloaded), QStringList("#" + what.code + "1"));
     if (kind == ItemKind::Recording)
         QCOMPARE(sample.number("SELECT RecID FROM DiscIds"), 1);
 

@@ -69,7 +69,8 @@ void ListPanel::setDefaultCommand(const QString& key) {
 }
 
 void ListPanel::load() {
-    readInto(this, m_context.session, [this] { reload(); });
+    if (!readInto(this, m_context.session, [this] { reload(); }))
+        m_empty->hide(); // a list that could not be read is not empty
     enable();
 }
 
