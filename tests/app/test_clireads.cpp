@@ -70,9 +70,9 @@ void TestCliReads::everyCommand_data() {
     QTest::addColumn<QString>("words");
     for (const char* words :
          {"list Cps", "list Pfr", "list Rec", "list UserDef", "lookup Genre list", "lookup Label list",
-          "lookup Source list", "lookup Support list", "person show Cps 1", "person show Pfr 1",
-          "recording show 1", "recording tracks 1", "recording check", "work list 1", "attach list Rec 1",
-          "attach list Cps 1", "class tree Rec", "class tree Cps"})
+          "lookup Source list", "person show Cps 1", "person show Pfr 1", "recording show 1",
+          "recording tracks 1", "recording check", "work list 1", "attach list Rec 1", "attach list Cps 1",
+          "class tree Rec", "class tree Cps"})
         QTest::newRow(words) << words;
 }
 
