@@ -286,6 +286,9 @@ void TestMainWindow::dateNoteBecomesADocument() {
     QTreeView* view = m_window->toolbox()->view();
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         write(m_home->session->connection(), "DELETE FROM Cps WHERE CpsLname = 'Machaut'");
+        m_window->activateWindow(); // the editor of before was the active one
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        view->setFocus();
         QTimer::singleShot(0, this, [] {
             QWidget* editor = QApplication::activeModalWidget();
             QVERIFY(editor);
@@ -301,9 +304,6 @@ void TestMainWindow::dateNoteBecomesADocument() {
             QTest::keyClick(editor->focusWidget(), Qt::Key_Return);
         });
         m_home->messages.willAnswer(answer);
-        m_window->activateWindow(); // the editor of before was the active one
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        view->setFocus();
         QTest::keyClick(view, Qt::Key_Insert);
         QCOMPARE(m_home->messages.asked.back().text,
                  "The internal list says of the dates: born c. 1300\nKeep "
