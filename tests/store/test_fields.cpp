@@ -107,7 +107,7 @@ void FieldsTest::fit_data() {
     row("Rec.RecTitle", " \n", {}, "At least you must insert the recording title.");
     row("Rec.Notes", QString("one\n  two \n") + QChar(0), "one\n  two");
     row("Rec.Spars", "", "N/A");
-    row("Rec.Spars", "XXX", {}, "SPARS: \"XXX\" is none of the list.");
+    row("Rec.Spars", "ABC", {}, "SPARS: \"ABC\" is none of the list.");
     row("Rec.Rating", "Very good", "Very good");
     row("Cps.CpsB", "1685", "1685");
     row("Cps.CpsB", "c. 1685", {}, "A year has four digits, or the field is empty.");

@@ -2,10 +2,7 @@
 // The recording editor: one recording entered with the keyboard alone and another with the mouse leave the
 // same rows; what is refused; what happens to edits that were not saved.
 #include "items/forms/frmListChooser.h"
-#include "recordings/forms/frmRec.h"
-#include "support/ItemCatalog.h"
-#include "widgets/IconStore.h"
-#include "widgets/OrderedTree.h"
+#include "recordings/forms/EditorDesk.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -21,7 +18,7 @@
 
 using namespace tessaranth;
 
-class TestRecordingEditor final : public QObject {
+class TestRecordingEditor final : public QObject, private EditorDesk {
     Q_OBJECT
 
 private slots:
@@ -44,65 +41,14 @@ private slots:
 
 private:
     void edit(qint64 id);
-    template<typename Widget = QWidget>
-    Widget* find(const char* name) const {
-        auto* widget = m_editor->findChild<Widget*>(QString::fromLatin1(name));
-        if (!widget)
-            QTest::qFail(name, __FILE__, __LINE__);
-        return widget;
-    }
-    OrderedTree* list(const char* name) const {
-        return find<QTabWidget>("tabs")->currentWidget()->findChild<OrderedTree*>(QString::fromLatin1(name));
-    }
-    static QWidget* focused() {
-        QWidget* window = QApplication::activeModalWidget();
-        if (!window) {
-            window = s_window; // active again once a dialog above it has gone
-            window->activateWindow();
-            if (window->isVisible() && !QTest::qWaitForWindowActive(window))
-                QTest::qFail("the editor is not active", __FILE__, __LINE__);
-        }
-        return window->focusWidget() ? window->focusWidget() : window;
-    }
-    static void type(const QString& text) {
-        for (const QChar c : text)
-            QTest::sendKeyEvent(QTest::Click, focused(), Qt::Key_unknown, QString(c), Qt::NoModifier);
-    }
-    static void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(focused(), key, modifiers);
-        if (modifiers == Qt::AltModifier) // a button pressed by its letter acts when it comes up again
-            QTest::qWait(150);
-    }
-    /// What is typed into the chooser that opens next.
-    template<typename Work>
-    void then(const Work& work) const {
-        auto* timer = new QTimer(m_editor.get());
-        connect(timer, &QTimer::timeout, timer, [timer, work] {
-            QWidget* opened = QApplication::activeModalWidget();
-            if (!opened || !opened->isActiveWindow())
-                return;
-            timer->stop();
-            timer->deleteLater();
-            work();
-        });
-        timer->start(5);
-    }
     static void chooseByKeyboard(const QStringList& names);
     static void chooseByMouse(const QStringList& names);
-    void click(const char* name) const { QTest::mouseClick(find(name), Qt::LeftButton); }
     void clickRow(const char* list, const QString& text,
                   Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
     void enterByKeyboard();
     void enterByMouse();
     QStringList rowsOf(qint64 recording) const;
-    void addRecordings(const std::vector<std::pair<const char*, int>>& recordings) const;
     void drag(OrderedTree* tree, int from, int to, bool behind) const;
-
-    std::unique_ptr<ItemCatalog> m_home;
-    std::unique_ptr<IconStore> m_icons;
-    FakeCards m_cards;
-    std::unique_ptr<frmRec> m_editor;
-    static inline QWidget* s_window = nullptr; ///< the editor, for what is typed without a dialog above it
 };
 
 void TestRecordingEditor::init() {
@@ -131,11 +77,6 @@ void TestRecordingEditor::edit(qint64 id) {
     s_window = m_editor.get();
     m_editor->show();
     QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
-}
-
-void TestRecordingEditor::addRecordings(const std::vector<std::pair<const char*, int>>& recordings) const {
-    for (const auto& [title, units] : recordings)
-        m_home->run(QString("INSERT INTO Rec (RecTitle, UnitsNbr) VALUES ('%1', %2)").arg(title).arg(units));
 }
 
 void TestRecordingEditor::chooseByKeyboard(const QStringList& names) {
